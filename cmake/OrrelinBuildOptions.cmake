@@ -1,0 +1,18 @@
+# Compiler options that all of the project's own targets share.
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wold-style-cast
+    -Wnon-virtual-dtor -Woverloaded-virtual)
+if(ORRELIN_WARNINGS_AS_ERRORS)
+    add_compile_options(-Werror)
+endif()
+
+# Assertion lines name source files by their place in the project, not by
+# where it was built.
+add_compile_options(
+    "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
+
+if(ORRELIN_SANITIZE)
+    add_compile_options(-fsanitize=${ORRELIN_SANITIZE}
+        -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${ORRELIN_SANITIZE})
+endif()

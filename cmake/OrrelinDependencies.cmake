@@ -1,0 +1,25 @@
+# Finds what the project is built on. Corrade and Magnum are taken where they
+# are installed; otherwise the stand-ins in platform/ take their place.
+
+find_package(PkgConfig REQUIRED)
+
+find_path(RAPIDJSON_INCLUDE_DIR rapidjson/document.h REQUIRED)
+add_library(RapidJSON INTERFACE IMPORTED)
+target_include_directories(RapidJSON SYSTEM INTERFACE ${RAPIDJSON_INCLUDE_DIR})
+
+# Debian's CMake package of libzip fails where its command-line tools are
+# missing; its pkg-config file does not.
+pkg_check_modules(LibZip REQUIRED IMPORTED_TARGET libzip)
+
+if(NOT ORRELIN_STANDINS)
+    find_package(Corrade QUIET CONFIG COMPONENTS Utility)
+    if(Corrade_FOUND)
+        find_package(Magnum QUIET CONFIG)
+    endif()
+endif()
+if(Corrade_FOUND AND Magnum_FOUND)
+    message(STATUS "Corrade and Magnum: the installed ones")
+else()
+    message(STATUS "Corrade and Magnum: the stand-ins in platform/")
+    set(ORRELIN_USES_STANDINS ON)
+endif()

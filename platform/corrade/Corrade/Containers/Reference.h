@@ -1,0 +1,38 @@
+#ifndef Corrade_Containers_Reference_h
+#define Corrade_Containers_Reference_h
+
+/** @file
+ * @brief Class @ref Corrade::Containers::Reference
+ */
+
+#include "Corrade/Containers/Containers.h"
+
+namespace Corrade { namespace Containers {
+
+/** @brief Reference that can be stored in containers */
+template<class T> class Reference {
+    public:
+        /** @brief Type of the object */
+        typedef T Type;
+
+        /** @brief Refer to an object */
+        constexpr /*implicit*/ Reference(T& reference) noexcept: _reference{&reference} {}
+
+        Reference(T&&) = delete;
+
+        /** @brief Refer to an object of a derived type */
+        template<class U, typename std::enable_if<!std::is_same<T, U>::value && std::is_convertible<U*, T*>::value, int>::type = 0> constexpr /*implicit*/ Reference(Reference<U> other) noexcept: _reference{&other.get()} {}
+
+        /** @brief The object */
+        constexpr /*implicit*/ operator T&() const { return *_reference; }
+        constexpr T& get() const { return *_reference; }        /**< @overload */
+        constexpr T* operator->() const { return _reference; }  /**< @overload */
+        constexpr T& operator*() const { return *_reference; }  /**< @overload */
+
+    private:
+        T* _reference;
+};
+
+}}
+
+#endif

@@ -1,0 +1,100 @@
+#ifndef Corrade_Containers_StringIterable_h
+#define Corrade_Containers_StringIterable_h
+
+/** @file
+ * @brief Class @ref Corrade::Containers::StringIterable
+ */
+
+#include "Corrade/Containers/StringView.h"
+
+namespace Corrade { namespace Containers {
+
+/**
+@brief View on strings of any kind
+
+Meant for function arguments that take a list of strings regardless of how it's
+stored. Doesn't own anything; if made from an initializer list, it's valid only
+until the full expression that has the list ends.
+*/
+class StringIterable {
+    public:
+        /** @brief Empty view */
+        /*implicit*/ StringIterable() noexcept: _data{}, _size{}, _stride{}, _accessor{} {}
+
+        /** @overload */
+        template<class T, typename std::enable_if<std::is_same<T, std::nullptr_t>::value, int>::type = 0> /*implicit*/ StringIterable(T) noexcept: StringIterable{} {}
+
+        /** @brief View on an initializer list */
+        /*implicit*/ StringIterable(std::initializer_list<StringView> list) noexcept: StringIterable{arrayView(list)} {}
+
+        /** @brief View on an array of anything that a @ref StringView can be made from */
+        template<class Container, class T = typename decltype(arrayView(std::declval<Container&>()))::Type, typename std::enable_if<std::is_constructible<StringView, const T&>::value, int>::type = 0> /*implicit*/ StringIterable(Container&& list) noexcept: StringIterable{arrayView(list), [](const void* string) {
+            return StringView{*static_cast<const T*>(string)};
+        }} {}
+
+        /** @brief Count of strings */
+        std::size_t size() const { return _size; }
+
+        /** @brief Whether there are none */
+        bool isEmpty() const { return !_size; }
+
+        /** @brief Iterator to the first string */
+        inline StringIterableIterator begin() const;
+
+        /** @brief Iterator to after the last string */
+        inline StringIterableIterator end() const;
+
+        /** @brief First string. Expects that there is one. */
+        StringView front() const { return (*this)[0]; }
+
+        /** @brief Last string. Expects that there is one. */
+        StringView back() const { return (*this)[_size - 1]; }
+
+        /** @brief String at given position. Expects that it's in range. */
+        StringView operator[](std::size_t i) const {
+            CORRADE_DEBUG_ASSERT(i < _size, "Containers::StringIterable::operator[](): index" << i << "out of range for" << _size << "elements", {});
+            return _accessor(static_cast<const char*>(_data) + i*_stride);
+        }
+
+    private:
+        template<class T> explicit StringIterable(ArrayView<T> list, StringView(*accessor)(const void*)) noexcept: _data{list.data()}, _size{list.size()}, _stride{sizeof(T)}, _accessor{accessor} {}
+
+        const void* _data;
+        std::size_t _size, _stride;
+        StringView(*_accessor)(const void*);
+};
+
+/** @brief Iterator of a @ref StringIterable */
+class StringIterableIterator {
+    public:
+        /** @brief Equality */
+        bool operator==(const StringIterableIterator& other) const { return _i == other._i; }
+
+        /** @brief Inequality */
+        bool operator!=(const StringIterableIterator& other) const { return _i != other._i; }
+
+        /** @brief Advance to the next string */
+        StringIterableIterator& operator++() {
+            ++_i;
+            return *this;
+        }
+
+        /** @brief The string */
+        StringView operator*() const { return _iterable[_i]; }
+
+    private:
+        friend StringIterable;
+
+        explicit StringIterableIterator(const StringIterable& iterable, std::size_t i) noexcept: _iterable(iterable), _i{i} {}
+
+        StringIterable _iterable;
+        std::size_t _i;
+};
+
+inline StringIterableIterator StringIterable::begin() const { return StringIterableIterator{*this, 0}; }
+
+inline StringIterableIterator StringIterable::end() const { return StringIterableIterator{*this, _size}; }
+
+}}
+
+#endif

@@ -1,0 +1,66 @@
+#ifndef Corrade_Tags_h
+#define Corrade_Tags_h
+
+/** @file
+ * @brief Construction tags
+ */
+
+namespace Corrade {
+
+/** @brief Tag of default initialization */
+struct DefaultInitT {
+    struct Init {};
+    constexpr explicit DefaultInitT(Init) {}
+};
+
+/** @brief Tag of value initialization */
+struct ValueInitT {
+    struct Init {};
+    constexpr explicit ValueInitT(Init) {}
+};
+
+/** @brief Tag of leaving memory uninitialized */
+struct NoInitT {
+    struct Init {};
+    constexpr explicit NoInitT(Init) {}
+};
+
+/** @brief Tag of not creating the underlying object */
+struct NoCreateT {
+    struct Init {};
+    constexpr explicit NoCreateT(Init) {}
+};
+
+/** @brief Tag of construction of each element from the same arguments */
+struct DirectInitT {
+    struct Init {};
+    constexpr explicit DirectInitT(Init) {}
+};
+
+/** @brief Tag of construction from a list or arguments in place */
+struct InPlaceInitT {
+    struct Init {};
+    constexpr explicit InPlaceInitT(Init) {}
+};
+
+/** @brief Default initialization */
+constexpr DefaultInitT DefaultInit{DefaultInitT::Init{}};
+
+/** @brief Value initialization */
+constexpr ValueInitT ValueInit{ValueInitT::Init{}};
+
+/** @brief No initialization */
+constexpr NoInitT NoInit{NoInitT::Init{}};
+
+/** @brief No creation */
+constexpr NoCreateT NoCreate{NoCreateT::Init{}};
+
+/** @brief Direct initialization */
+constexpr DirectInitT DirectInit{DirectInitT::Init{}};
+
+/** @brief In-place initialization */
+constexpr InPlaceInitT InPlaceInit{InPlaceInitT::Init{}};
+
+}
+
+#endif

@@ -1,0 +1,100 @@
+#ifndef Corrade_Utility_Path_h
+#define Corrade_Utility_Path_h
+
+/** @file
+ * @brief Namespace @ref Corrade::Utility::Path
+ */
+
+#include "Corrade/Containers/EnumSet.h"
+#include "Corrade/Containers/StringView.h"
+
+namespace Corrade { namespace Utility {
+
+/**
+@brief Filesystem paths and files
+
+Functions that fail print a message with the reason to @ref Error.
+*/
+namespace Path {
+
+/** @brief Directory and file name. The slash between belongs to the former only if it's the root. */
+Containers::Pair<Containers::StringView, Containers::StringView> split(Containers::StringView path);
+
+/** @brief Directory part of @ref split() */
+Containers::StringView path(Containers::StringView filename);
+
+/** @brief File name part of @ref split() */
+Containers::StringView filename(Containers::StringView path);
+
+/** @brief Everything before the last dot of the file name, and the dot with what's after. Dots at the file name begin don't count. */
+Containers::Pair<Containers::StringView, Containers::StringView> splitExtension(Containers::StringView path);
+
+/** @brief Join two paths. An absolute @p filename or an empty @p path gives @p filename alone. */
+Containers::String join(Containers::StringView path, Containers::StringView filename);
+
+/** @brief Join several paths, from the first to the last */
+Containers::String join(const Containers::StringIterable& paths);
+
+/** @brief Whether a file or a directory exists */
+bool exists(Containers::StringView filename);
+
+/** @brief Whether a path is a directory or a link to one */
+bool isDirectory(Containers::StringView path);
+
+/** @brief Make a directory with all its parents. It's fine if it exists. */
+bool make(Containers::StringView path);
+
+/** @brief Remove a file or an empty directory */
+bool remove(Containers::StringView path);
+
+/** @brief Move a file or a directory, replacing the target file */
+bool move(Containers::StringView from, Containers::StringView to);
+
+/** @brief Current directory */
+Containers::Optional<Containers::String> currentDirectory();
+
+/** @brief Flag of a directory listing */
+enum class ListFlag: unsigned char {
+    SkipDotAndDotDot = 1 << 0,              /**< Skip `.` and `..` */
+    SkipFiles = 1 << 1,                     /**< Skip regular files and links to them */
+    SkipDirectories = 1 << 2,               /**< Skip directories and links to them */
+    SortAscending = (1 << 4)|(1 << 5)       /**< Sort by unsigned bytes */
+};
+
+/** @brief Flags of a directory listing */
+typedef Containers::EnumSet<ListFlag> ListFlags;
+
+CORRADE_ENUMSET_OPERATORS(ListFlags)
+
+/** @brief Names in a directory, in no particular order by default */
+Containers::Optional<Containers::Array<Containers::String>> list(Containers::StringView path, ListFlags flags = {});
+
+/** @brief File size */
+Containers::Optional<std::size_t> size(Containers::StringView filename);
+
+/**
+ * @brief Read a whole file
+ *
+ * Reads until the end, whatever size the file is said to have.
+ */
+Containers::Optional<Containers::Array<char>> read(Containers::StringView filename);
+
+/** @overload */
+Containers::Optional<Containers::String> readString(Containers::StringView filename);
+
+/**
+ * @brief Write a whole file
+ *
+ * Replaces previous contents of the file in place; if it fails, what's there
+ * can be incomplete.
+ */
+bool write(Containers::StringView filename, Containers::ArrayView<const void> data);
+
+/* It's not clear if the null terminator should be a part of the data */
+template<class T, typename std::enable_if<std::is_same<typename std::decay<T>::type, const char*>::value || std::is_same<typename std::decay<T>::type, char*>::value, int>::type = 0> bool write(const Containers::StringView& filename, T&& string) = delete;
+
+}
+
+}}
+
+#endif

@@ -1,0 +1,20 @@
+#ifndef Corrade_Utility_VisibilityMacros_h
+#define Corrade_Utility_VisibilityMacros_h
+
+/** @file
+ * @brief Macro @ref CORRADE_VISIBILITY_EXPORT, @ref CORRADE_VISIBILITY_IMPORT, @ref CORRADE_VISIBILITY_STATIC, @ref CORRADE_VISIBILITY_LOCAL
+ */
+
+/** @brief Symbol exported from a shared library */
+#define CORRADE_VISIBILITY_EXPORT __attribute__((visibility("default")))
+
+/** @brief Symbol imported from a shared library */
+#define CORRADE_VISIBILITY_IMPORT __attribute__((visibility("default")))
+
+/** @brief Symbol of a static library */
+#define CORRADE_VISIBILITY_STATIC
+
+/** @brief Symbol not exported from a shared library */
+#define CORRADE_VISIBILITY_LOCAL __attribute__((visibility("hidden")))
+
+#endif

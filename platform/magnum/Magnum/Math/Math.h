@@ -1,0 +1,31 @@
+#ifndef Magnum_Math_Math_h
+#define Magnum_Math_Math_h
+
+/** @file
+ * @brief Forward declarations for the @ref Magnum::Math namespace
+ */
+
+#include <cstddef>
+
+namespace Magnum { namespace Math {
+
+template<class> class Deg;
+template<class> class Rad;
+
+template<std::size_t, class> class Vector;
+template<class> class Vector3;
+template<class> class Vector4;
+
+template<std::size_t, std::size_t, class> class RectangularMatrix;
+template<std::size_t, class> class Matrix;
+template<class T> using Matrix3x3 = Matrix<3, T>;
+template<class T> using Matrix4x4 = Matrix<4, T>;
+template<class> class Matrix4;
+
+template<class> class Quaternion;
+
+template<class> struct TypeTraits;
+
+}}
+
+#endif
