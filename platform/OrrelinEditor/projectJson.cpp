@@ -1,0 +1,149 @@
+#include "projectJson.h"
+
+#include <cmath>
+#include <Corrade/Utility/Format.h>
+#include <rapidjson/document.h>
+#include <rapidjson/error/en.h>
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/reader.h>
+
+namespace OrrelinEngine {
+
+namespace {
+
+/* A stream that knows its length. RapidJSON takes a NUL as the end of input,
+   so one that is in it is passed on as a character that is never valid. */
+class Input {
+public:
+    typedef char Ch;
+
+    explicit Input(Containers::StringView json):
+        _begin{json.begin()}, _at{json.begin()}, _end{json.end()} {
+        if(json.hasPrefix("\xef\xbb\xbf"))
+            _at += 3;
+    }
+
+    char Peek() const { return _at == _end ? '\0' : *_at ? *_at : '\x01'; }
+    char Take() {
+        const char c = Peek();
+        if(_at != _end)
+            ++_at;
+        return c;
+    }
+    std::size_t Tell() const { return std::size_t(_at - _begin); }
+
+    char* PutBegin() { return nullptr; }
+    void Put(char) {}
+    void Flush() {}
+    std::size_t PutEnd(char*) { return 0; }
+
+private:
+    const char* _begin;
+    const char* _at;
+    const char* _end;
+};
+
+/* Passes everything on to the document, up to a depth */
+struct DepthLimit {
+    typedef char Ch;
+
+    bool Null() { return out.Null(); }
+    bool Bool(bool b) { return out.Bool(b); }
+    bool Int(int i) { return out.Int(i); }
+    bool Uint(unsigned i) { return out.Uint(i); }
+    bool Int64(std::int64_t i) { return out.Int64(i); }
+    bool Uint64(std::uint64_t i) { return out.Uint64(i); }
+    bool Double(double d) { return out.Double(d); }
+    bool RawNumber(const char* s, rapidjson::SizeType size, bool copy) {
+        return out.RawNumber(s, size, copy);
+    }
+    bool String(const char* s, rapidjson::SizeType size, bool copy) {
+        return out.String(s, size, copy);
+    }
+    bool Key(const char* s, rapidjson::SizeType size, bool copy) {
+        return out.Key(s, size, copy);
+    }
+    bool StartObject() { return enter() && out.StartObject(); }
+    bool StartArray() { return enter() && out.StartArray(); }
+    bool EndObject(rapidjson::SizeType size) {
+        --depth;
+        return out.EndObject(size);
+    }
+    bool EndArray(rapidjson::SizeType size) {
+        --depth;
+        return out.EndArray(size);
+    }
+
+    bool enter() { return ++depth <= maxDepth; }
+
+    JsonDocument& out;
+    unsigned int maxDepth;
+    unsigned int depth = 0;
+};
+
+Containers::String at(Containers::StringView json, std::size_t offset,
+    Containers::StringView what) {
+    std::size_t line = 1;
+    std::size_t column = 1;
+    for(std::size_t i = 0; i != offset && i != json.size(); ++i) {
+        if(json[i] == '\n') {
+            ++line;
+            column = 1;
+        } else if((static_cast<unsigned char>(json[i]) & 0xc0) != 0x80)
+            ++column;
+    }
+    return Utility::format("{} at line {}, column {}", what, line, column);
+}
+
+/* Writes numbers that JSON can't tell as null */
+class FiniteWriter: public rapidjson::PrettyWriter<rapidjson::StringBuffer> {
+public:
+    explicit FiniteWriter(rapidjson::StringBuffer& out): PrettyWriter{out} {}
+
+    bool Double(double d) {
+        if(std::isfinite(d))
+            return PrettyWriter::Double(d);
+        ++lost;
+        return Null();
+    }
+
+    std::size_t lost = 0;
+};
+
+}
+
+Containers::String parseProject(JsonDocument& document,
+    Containers::StringView json, unsigned int maxDepth) {
+    Input input{json};
+    rapidjson::ParseResult result;
+    unsigned int depth = 0;
+    auto read = [&](JsonDocument& out) {
+        DepthLimit handler{out, maxDepth};
+        rapidjson::Reader reader;
+        result = reader.Parse<rapidjson::kParseIterativeFlag |
+            rapidjson::kParseFullPrecisionFlag>(input, handler);
+        depth = handler.depth;
+        return !result.IsError();
+    };
+    document.Populate(read);
+
+    if(result.Code() == rapidjson::kParseErrorTermination && depth > maxDepth)
+        return at(json, result.Offset(),
+            Utility::format("more than {} nested levels", maxDepth));
+    if(result.IsError())
+        return at(json, result.Offset(),
+            rapidjson::GetParseError_En(result.Code()));
+    if(!document.IsObject())
+        return at(json, 0, "The root is no object");
+    return {};
+}
+
+std::size_t writeProject(const JsonValue& document,
+    rapidjson::StringBuffer& out) {
+    FiniteWriter writer{out};
+    document.Accept(writer);
+    out.Put('\n');
+    return writer.lost;
+}
+
+}

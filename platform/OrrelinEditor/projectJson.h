@@ -1,0 +1,22 @@
+#ifndef Orrelin_OrrelinEditor_projectJson_h
+#define Orrelin_OrrelinEditor_projectJson_h
+
+#include <Corrade/Containers/String.h>
+#include <rapidjson/stringbuffer.h>
+
+#include "OrrelinEngine.h"
+
+namespace OrrelinEngine {
+
+/* Reads a project document. On failure returns what is wrong and where. */
+Containers::String parseProject(JsonDocument& document,
+    Containers::StringView json, unsigned int maxDepth);
+
+/* Writes a project document as indented JSON. Returns how many numbers had to
+   become null as they aren't finite. */
+std::size_t writeProject(const JsonValue& document,
+    rapidjson::StringBuffer& out);
+
+}
+
+#endif

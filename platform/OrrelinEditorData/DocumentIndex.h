@@ -1,0 +1,100 @@
+#ifndef Orrelin_OrrelinEditorData_DocumentIndex_h
+#define Orrelin_OrrelinEditorData_DocumentIndex_h
+
+#include <cstdint>
+#include <unordered_map>
+#include <vector>
+#include <rapidjson/document.h>
+
+#include "OrrelinEngine.h"
+
+namespace OrrelinEngine {
+
+class PointerTokens;
+
+/* Where the members of one large object stand, by name. Only hints: the
+   object may have been edited since, so every answer is checked against it. */
+class ObjectIndex {
+public:
+    /* Position of the member, or the number of members if it's absent. That
+       a name it doesn't know is absent it believes only if it made sure in
+       the same epoch that it knows all names; otherwise it searches the
+       object. Epoch 0 never lasts from one call to the next. */
+    std::uint32_t find(const JsonValue& object, Containers::StringView name,
+        std::uint64_t epoch);
+
+    /* A member was appended to the object, all else is as it was */
+    void appended(const JsonValue& object);
+
+    /* The member of given name hash at given position was erased, what
+       followed moved up */
+    void erased(const JsonValue& object, std::uint32_t hash,
+        std::uint32_t position);
+
+    bool usedSinceSweep = true;
+
+private:
+    struct Slot {
+        std::uint32_t hash;
+        std::uint32_t position; /* Free if ~0 */
+    };
+
+    void rebuild(const JsonValue& object);
+    void extend(const JsonValue& object);
+    void insert(std::uint32_t hash, std::uint32_t position);
+    void growTable(std::size_t memberCount);
+    std::uint32_t findHinted(const JsonValue& object,
+        Containers::StringView name, std::uint32_t hash) const;
+    std::size_t slotOf(std::uint32_t hash, std::uint32_t position) const;
+    void freeSlot(std::size_t slot);
+
+    std::vector<Slot> _slots;
+    std::size_t _used = 0;
+    /* How many members of the object, from its first on, were indexed */
+    std::uint32_t _count = 0;
+    /* Members that a search found though the hints didn't */
+    std::uint32_t _surprises = 0;
+    /* Searches in vain in an epoch, and whether it knows all names in it */
+    std::uint64_t _epoch = 0;
+    std::uint32_t _vainSearches = 0;
+    bool _complete = false;
+};
+
+/* Look-ups in the project document whose cost doesn't grow with the number
+   of members of the objects on the way. Holds an index for each large object
+   that was looked into, keyed by where its members are in memory. */
+class DocumentIndex {
+public:
+    JsonValue* find(JsonValue& root, Containers::StringView pointer);
+
+    JsonValue& create(JsonValue& root, Containers::StringView pointer,
+        JsonAllocator& allocator);
+
+    bool erase(JsonValue& root, Containers::StringView pointer);
+
+    /* Between these two, and between two of the same non-negative series with
+       no other in between, nobody else edits the document */
+    void beginScope(int series);
+    void endScope() { --_scopes; }
+
+private:
+    JsonValue* findMember(JsonValue& object, Containers::StringView name);
+    JsonValue& addMember(JsonValue& object, Containers::StringView name,
+        JsonAllocator& allocator);
+    void eraseMember(JsonValue& object, std::uint32_t position);
+    JsonValue* child(JsonValue& parent, const PointerTokens& tokens);
+
+    std::uint32_t position(JsonValue& object, Containers::StringView name);
+    ObjectIndex* indexOf(const JsonValue& object);
+    void sweep();
+
+    std::unordered_map<const void*, ObjectIndex> _objects;
+    std::size_t _sweepAt = 64;
+    int _scopes = 0;
+    int _series = -1;
+    std::uint64_t _epoch = 1;
+};
+
+}
+
+#endif

@@ -1,0 +1,38 @@
+#include "editor/JsonObject.h"
+
+#include <rapidjson/document.h>
+
+#include "editor/RecordAccess.h"
+
+namespace OrrelinEngine {
+
+JsonObject::~JsonObject() = default;
+
+Containers::StringView JsonObject::asString() const {
+    const JsonValue& value = readValue();
+    if(!value.IsString())
+        return {};
+    return {value.GetString(), value.GetStringLength(),
+        Containers::StringViewFlag::NullTerminated};
+}
+
+bool JsonObject::asBool() const {
+    return readValue().IsTrue();
+}
+
+void JsonObject::setString(Containers::StringView string) {
+    /* Copied before the place is created, as the view may point into the
+       document */
+    JsonValue value{string.data() ? string.data() : "",
+        rapidjson::SizeType(string.size()), allocator()};
+    writeValue() = value;
+}
+
+std::size_t JsonObject::size() const {
+    const JsonValue& value = readValue();
+    if(value.IsArray())
+        return value.Size();
+    return value.IsObject() ? value.MemberCount() : 0;
+}
+
+}

@@ -1,0 +1,41 @@
+#include "editor/ProjectFile.h"
+
+#include "DocumentIndex.h"
+
+namespace OrrelinEngine {
+
+ProjectFile::ProjectFile():
+    RecordAccess{*this, {}}, document{rapidjson::kObjectType},
+    _index{Corrade::InPlaceInit} {}
+
+ProjectFile::~ProjectFile() = default;
+
+JsonAllocator& ProjectFile::allocator() const {
+    return RecordAccess::allocator();
+}
+
+JsonValue* ProjectFile::find(Containers::StringView pointer) {
+    return _index->find(document, pointer);
+}
+
+const JsonValue* ProjectFile::find(Containers::StringView pointer) const {
+    return const_cast<ProjectFile&>(*this).find(pointer);
+}
+
+JsonValue& ProjectFile::create(Containers::StringView pointer) {
+    return _index->create(document, pointer, document.GetAllocator());
+}
+
+bool ProjectFile::erase(Containers::StringView pointer) {
+    return _index->erase(document, pointer);
+}
+
+EditScope::EditScope(ProjectFile& file, int series): _index{*file._index} {
+    _index.beginScope(series);
+}
+
+EditScope::~EditScope() {
+    _index.endScope();
+}
+
+}

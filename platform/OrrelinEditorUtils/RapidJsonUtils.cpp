@@ -1,0 +1,17 @@
+#include "editor/RapidJsonUtils.h"
+
+#include <rapidjson/document.h>
+#include <rapidjson/pointer.h>
+
+namespace OrrelinEngine { namespace RapidJsonUtils {
+
+JsonValue* valueByPointer(JsonValue& root, Containers::StringView pointer) {
+    /* RapidJSON would take "#" as the beginning of a URI fragment */
+    if(!pointer.isEmpty() && pointer[0] != '/')
+        return nullptr;
+    const rapidjson::GenericPointer<JsonValue> parsed{
+        pointer.isEmpty() ? "" : pointer.data(), pointer.size()};
+    return parsed.IsValid() ? parsed.Get(root) : nullptr;
+}
+
+}}

@@ -1,0 +1,50 @@
+#include "editor/RapidJsonDebug.h"
+
+#include <Corrade/Containers/StringView.h>
+#include <Corrade/Utility/Debug.h>
+#include <rapidjson/document.h>
+#include <rapidjson/writer.h>
+
+namespace rapidjson {
+
+namespace {
+
+constexpr std::size_t MaxSize = 1000;
+
+/* Takes what fits and drops the rest */
+struct BoundedStream {
+    typedef char Ch;
+
+    void Put(char c) {
+        if(size <= MaxSize)
+            data[size] = c;
+        ++size;
+    }
+    void Flush() {}
+
+    char data[MaxSize + 1];
+    std::size_t size = 0;
+};
+
+}
+
+Corrade::Utility::Debug& operator<<(Corrade::Utility::Debug& debug,
+    const OrrelinEngine::JsonValue& value) {
+    BoundedStream stream;
+    Writer<BoundedStream, UTF8<>, UTF8<>, CrtAllocator,
+        kWriteNanAndInfFlag>
+        writer{stream};
+    value.Accept(writer);
+
+    if(stream.size <= MaxSize)
+        return debug << Corrade::Containers::StringView{stream.data,
+                   stream.size};
+    /* Not in the middle of a character of several bytes */
+    std::size_t size = MaxSize;
+    while(size && (static_cast<unsigned char>(stream.data[size]) & 0xc0) == 0x80)
+        --size;
+    return debug << Corrade::Containers::StringView{stream.data, size}
+                 << Corrade::Utility::Debug::nospace << "...";
+}
+
+}

@@ -1,0 +1,240 @@
+#ifndef Orrelin_Tools_LocalizationTools_h
+#define Orrelin_Tools_LocalizationTools_h
+
+/** @file
+ * @brief Namespace @ref OrrelinEngine::LocalizationTools
+ */
+
+#include <cstdint>
+
+#include "shared/Export.h"
+#include "shared/LocalizationData.h"
+
+namespace OrrelinEngine {
+
+/**
+@brief Tools for the translatable texts of a project
+
+All of them borrow what the editor owns for the length of one call and keep
+nothing of it. They run on the calling thread and take no lock.
+
+Terms are what @ref gatherStrings() finds: the project name, the text of text
+components and the string parameters of script components. All other
+operations work on the terms as last gathered, and as renamed since.
+*/
+namespace LocalizationTools {
+
+/** @brief Format of language files */
+enum class LocalizationFormat: std::uint32_t {
+    /**
+     * One JSON file per language for i18next: an object with one member
+     * "translation", which is an object of texts by term key
+     */
+    I18next = 0
+};
+
+/**
+@brief Gather all terms of a project
+@param editor   The editor
+@param strings  Where to put the term key of each translatable value, by record
+    path
+
+Clears @p strings and @ref LocalizationData::terms and fills both. Translations
+stay. Where several values have the same term key, the terms list the first of
+them: the project name, then objects in document order with their components
+by index.
+
+The key of a value is what the document stores beside it in a member named like
+it with "_term" appended; otherwise it is generated from where the value is:
+`projectName`, `<object>-text-<component>` or
+`<object>-js-<component>-<parameter>`, with the object's id as it stands in
+record paths, escaped as @ref RecordPath says.
+
+Logarithmic in the number of terms for each term.
+*/
+ORRELIN_LOCALIZATION_EXPORT void gatherStrings(OrrelinEditor& editor,
+    TermMap& strings);
+
+/**
+@brief Gather the terms of one object
+@param editor   The editor
+@param objectId Object id, escaped as @ref RecordPath says
+@param strings  Where to add the term keys
+
+Adds to @p strings and to @ref LocalizationData::terms what isn't there yet.
+*/
+ORRELIN_LOCALIZATION_EXPORT void gatherObjectStrings(OrrelinEditor& editor,
+    Containers::StringView objectId, TermMap& strings);
+
+/**
+@brief Gather the terms of one component
+@param editor       The editor
+@param pathParts    Record path of the component split at each "/", with the
+    empty first part kept: empty, "objects", object id, "components", index
+@param strings      Where to add the term keys
+
+Adds to @p strings and to @ref LocalizationData::terms what isn't there yet.
+Does nothing if there are fewer than five parts.
+*/
+ORRELIN_LOCALIZATION_EXPORT void gatherComponentStrings(OrrelinEditor& editor,
+    Containers::ArrayView<const Containers::StringView> pathParts,
+    TermMap& strings);
+
+/**
+@brief Whether a term is to be translated
+
+True if @p term was gathered and its value isn't excluded: the document may
+store @cpp false @ce beside it, in a member named like it with "_translate"
+appended. Anything there that is no boolean excludes it as well.
+*/
+ORRELIN_LOCALIZATION_EXPORT bool termExists(OrrelinEditor& editor,
+    Containers::StringView term);
+
+/**
+@brief Rename a term
+@param editor   The editor
+@param oldName  Key of the term
+@param newName  Key that it gets
+@param strings  Term keys by record path, as gathered
+
+Moves the translations of all languages with it. A term that has the new key
+already stays as it is: its path and its translations are kept and those of the
+renamed term are dropped; both values then share the key.
+
+Changes only the tables. The next gathering reads the keys from the document
+again, so an editor also stores the new key beside the value.
+*/
+ORRELIN_LOCALIZATION_EXPORT void renameTerm(OrrelinEditor& editor,
+    Containers::StringView oldName, Containers::StringView newName,
+    TermMap& strings);
+
+/**
+@brief Make the language files of a project
+@param editor       The editor
+@param languages    Language codes, in the order of the files
+@param format       Format of the files
+@param fileNames    Where to append the name of each file, the language's code
+    with ".json"
+@param fileContents Where to append the bytes of each file
+
+Each file lists all terms that are to be translated, by key. The default
+language's has their texts as they are in the project, empty where there is
+none; the others have the language's translations, null where there is none.
+With a format that isn't known nothing is appended.
+
+Looks each term up in the document once, however many languages there are.
+*/
+ORRELIN_LOCALIZATION_EXPORT void writeTerms(OrrelinEditor& editor,
+    const Containers::StringIterable& languages, LocalizationFormat format,
+    Containers::Array<Containers::String>& fileNames,
+    Containers::Array<Containers::Array<char>>& fileContents);
+
+/**
+@brief Export language files as the project's settings say
+@param editor       The editor
+@param languages    Codes of the languages to export
+
+Writes either one file per language into the languages folder or one archive
+of them there that is named after the project. The folder is relative to the
+project root unless it is absolute, and is created if it doesn't exist.
+Files of other languages stay.
+*/
+ORRELIN_LOCALIZATION_EXPORT void exportTerms(OrrelinEditor& editor,
+    const Containers::StringIterable& languages);
+
+/**
+@brief Export language files into a folder
+@param editor       The editor
+@param languages    Codes of the languages to export
+@param path         The folder; an extension of its name is dropped. Created if
+    it doesn't exist.
+@param format       Format of the files
+
+A file that can't be written doesn't stop the others. What the file system
+reports is printed by the utility library.
+*/
+ORRELIN_LOCALIZATION_EXPORT void exportTerms(OrrelinEditor& editor,
+    const Containers::StringIterable& languages, Containers::StringView path,
+    LocalizationFormat format);
+
+/**
+@brief Export language files into a zip archive
+@param editor       The editor
+@param languages    Codes of the languages to export
+@param path         The archive; an extension of its name is replaced by ".zip"
+@param format       Format of the files
+
+Replaces an archive that is there. If it can't be written, prints why, and what
+is there stays.
+*/
+ORRELIN_LOCALIZATION_EXPORT void exportTermsCompressed(OrrelinEditor& editor,
+    const Containers::StringIterable& languages, Containers::StringView path,
+    LocalizationFormat format);
+
+/**
+@brief Import language files as the project's settings say
+
+Reads all language files of the languages folder or, if zip compression is on,
+those of the archive named after the project, with the path as in
+@ref exportTerms(OrrelinEditor&, const Containers::StringIterable&). Prints a
+warning and does nothing if the path doesn't exist.
+*/
+ORRELIN_LOCALIZATION_EXPORT void importTerms(OrrelinEditor& editor);
+
+/**
+@brief Import the language files of a folder or of a zip archive
+@param editor   The editor
+@param path     The archive if it ends with ".zip"; a folder otherwise, with an
+    extension of its name dropped
+@param format   Format of the files
+
+The language of a file is its name without ".json". One that the project lacks
+is added with @ref addLanguage(). The file's terms that are to be translated
+are set in the language's translations; null means no translation.
+
+Texts in the file of the default language are texts of the project: where they
+differ, the project is changed through the change manager, all in one undo
+step. A null leaves the project's text as it is. Translations and added
+languages aren't part of it and stay on undo.
+
+A file or a term that is wrong is printed with the file's name and doesn't stop
+the others.
+*/
+ORRELIN_LOCALIZATION_EXPORT void importTerms(OrrelinEditor& editor,
+    Containers::StringView path, LocalizationFormat format);
+
+/**
+@brief Add a language to a project
+@param editor           The editor
+@param languageIndex    Row of @ref AllLanguages; expected to be less than
+    @ref AllLanguageCount
+
+Creates the language's record in the project and an entry for each term in its
+translations. The first language of a project becomes its default language and
+starts with the project's texts; any other starts without translations. Adding
+a language that is there already takes its translations away.
+
+Writes the project directly; it can't be undone.
+*/
+ORRELIN_LOCALIZATION_EXPORT void addLanguage(OrrelinEditor& editor,
+    unsigned short languageIndex);
+
+/**
+@brief Remove a language from a project
+@param editor       The editor
+@param languageCode Code of the language
+
+Removes the language's record as a change that can be undone and deletes its
+file from the languages folder, which isn't brought back on undo. An archive of
+language files is left alone, and so are the translations in memory and the
+setting that names the default language. Does nothing if the project doesn't
+have the language.
+*/
+ORRELIN_LOCALIZATION_EXPORT void removeLanguage(OrrelinEditor& editor,
+    Containers::StringView languageCode);
+
+}
+
+}
+
+#endif

@@ -1,0 +1,40 @@
+#include <Corrade/Utility/Assert.h>
+
+#include "Tools/LocalizationTools.h"
+#include "editor/AllLanguages.h"
+#include "editor/OrrelinEditor.h"
+
+namespace OrrelinEngine { namespace LocalizationTools {
+
+void addLanguage(OrrelinEditor& editor, unsigned short languageIndex) {
+    CORRADE_INTERNAL_ASSERT(languageIndex < AllLanguageCount);
+    const bool first = editor.languagesSection.size() == 0;
+    const Language& language = AllLanguages[languageIndex];
+
+    const ValueAccess record = editor.languagesSection[language.code];
+    editor.languagesSection.addResource(language.code);
+    record["name"].setString(language.name);
+    if(first)
+        editor.project["settings/localization/defaultLanguage"].setString(
+            language.code);
+
+    TranslationMap& translations =
+        editor.localization->translations[Containers::String{language.code}];
+    /* Both are in the same order, so each entry's place is next to the last */
+    auto next = translations.begin();
+    for(const auto& term: editor.localization->terms) {
+        while(next != translations.end() &&
+            StrLess{}(next->first, term.first))
+            ++next;
+        next = translations.emplace_hint(next, term.first,
+            Containers::NullOpt);
+        if(first)
+            next->second =
+                Containers::String{editor.project[term.second].asString()};
+        else
+            next->second = Containers::NullOpt;
+        ++next;
+    }
+}
+
+}}

@@ -1,0 +1,195 @@
+#include <rapidjson/document.h>
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/GrowableArray.h>
+#include <Corrade/Containers/Optional.h>
+#include <Corrade/Containers/Pair.h>
+#include <Corrade/Containers/StringIterable.h>
+#include <Corrade/Utility/Debug.h>
+#include <Corrade/Utility/Json.h>
+#include <Corrade/Utility/Path.h>
+
+#include "ChangeManager.h"
+#include "Tools/LocalizationTools.h"
+#include "Tools/isTranslated.h"
+#include "Tools/languagesFolder.h"
+#include "editor/AllLanguages.h"
+#include "editor/OrrelinEditor.h"
+#include "editor/StringArray.h"
+#include "editor/Zip.h"
+#include "shared/RecordPath.h"
+
+namespace OrrelinEngine { namespace LocalizationTools {
+
+namespace {
+
+typedef Containers::Array<Containers::Array<char>> FileContents;
+
+bool collectFolder(Containers::StringView folder, StringArray& names,
+    FileContents& contents) {
+    const auto entries = Utility::Path::list(folder);
+    if(!entries)
+        return false;
+    for(const Containers::StringView entry: *entries) {
+        if(entry.hasPrefix('.') ||
+            Utility::Path::splitExtension(entry).second() != ".json")
+            continue;
+        const Containers::String file = Utility::Path::join(folder, entry);
+        if(Utility::Path::isDirectory(file))
+            continue;
+        Containers::Optional<Containers::Array<char>> content =
+            Utility::Path::read(file);
+        if(!content)
+            continue;
+        names.add(entry);
+        arrayAppend(contents, std::move(*content));
+    }
+    return true;
+}
+
+bool collectArchive(Containers::StringView path, StringArray& names,
+    FileContents& contents) {
+    const Result result = readZip(names, {".json"}, contents, path);
+    if(result)
+        return true;
+    Utility::Error{} << "LocalizationTools::importTerms():" << result.error();
+    return false;
+}
+
+Containers::Optional<Utility::Json> parseFile(Containers::StringView name,
+    Containers::StringView content) {
+    Containers::Optional<Utility::Json> json;
+    {
+        /* One line per file is enough */
+        Utility::Error silence{nullptr};
+        json = Utility::Json::fromString(content,
+            Utility::Json::Option::ParseLiterals |
+                Utility::Json::Option::ParseStrings);
+    }
+    if(!json)
+        Utility::Error{} << "Invalid JSON in imported file" << name;
+    return json;
+}
+
+/* The code of a language that the project has or was given now. Sets whether
+   the file's texts are those of the project. */
+bool provideLanguage(OrrelinEditor& editor, Containers::StringView code,
+    const ValueAccess& defaultLanguage, bool& isDefault) {
+    isDefault = false;
+    if(editor.languagesSection[RecordPath::segment(code)].hasValue()) {
+        isDefault = defaultLanguage.asString() == code;
+        return true;
+    }
+    for(unsigned short i = 0; i != AllLanguageCount; ++i) {
+        if(AllLanguages[i].code != code)
+            continue;
+        addLanguage(editor, i);
+        return true;
+    }
+    return false;
+}
+
+/* The project's text where it differs */
+void replaceSource(OrrelinEditor& editor, Containers::StringView path,
+    Containers::StringView text) {
+    if(!path.hasPrefix('/'))
+        return;
+    const ValueAccess source = editor.project[path];
+    const JsonValue* const stored = source.readValueNoDefault();
+    if(stored && stored->IsString() && source.asString() != text)
+        editor.changeManager->pushChange(path, text, false);
+}
+
+void importTerm(OrrelinEditor& editor, Containers::StringView fileName,
+    Containers::StringView key, const Utility::JsonToken& value,
+    TranslationMap& translations, bool isDefault) {
+    const bool isText = value.type() == Utility::JsonToken::Type::String;
+    if(!isText && value.type() != Utility::JsonToken::Type::Null) {
+        Utility::Warning{} << "Invalid type for term" << key
+                           << "in imported file" << fileName;
+        return;
+    }
+
+    const TermPathMap& terms = editor.localization->terms;
+    const auto term = terms.find(key);
+    if(term == terms.end() || !isTranslated(editor, term->second))
+        return;
+    Containers::Optional<Containers::String>& translation =
+        translations[Containers::String{key}];
+    if(!isText) {
+        translation = Containers::NullOpt;
+        return;
+    }
+    translation = Containers::String{value.asString()};
+    if(isDefault)
+        replaceSource(editor, term->second, value.asString());
+}
+
+void importFile(OrrelinEditor& editor, Containers::StringView name,
+    Containers::StringView content, const ValueAccess& defaultLanguage) {
+    const Containers::Optional<Utility::Json> json = parseFile(name, content);
+    if(!json)
+        return;
+
+    typedef Utility::JsonToken::Type Type;
+    const Utility::JsonToken root = json->root();
+    const Utility::JsonIterator translation = root.type() == Type::Object
+        ? root.find("translation")
+        : Utility::JsonIterator{};
+    if(!translation || translation->type() != Type::Object) {
+        Utility::Error{}
+            << "Missing or invalid 'translation' object in imported file"
+            << name;
+        return;
+    }
+
+    const Containers::StringView code =
+        Utility::Path::splitExtension(name).first();
+    bool isDefault;
+    if(!provideLanguage(editor, code, defaultLanguage, isDefault)) {
+        Utility::Error{} << "Unknown language code" << code
+                         << "in imported file" << name;
+        return;
+    }
+
+    TranslationMap& translations =
+        editor.localization->translations[Containers::String{code}];
+    for(const Utility::JsonObjectItem term: translation->asObject())
+        importTerm(editor, name, term.key(), term.value(), translations,
+            isDefault);
+}
+
+}
+
+void importTerms(OrrelinEditor& editor) {
+    Containers::String path = languagesFolder(editor);
+    if(isZipCompressed(editor))
+        path = Utility::Path::join(path,
+            editor.project["settings/project/name"].asString() + ".zip");
+    if(Utility::Path::exists(path))
+        importTerms(editor, path, LocalizationFormat::I18next);
+    else
+        Utility::Warning{}
+            << "Language files importing was skipped because the path" << path
+            << "does not exist";
+}
+
+void importTerms(OrrelinEditor& editor, Containers::StringView path,
+    LocalizationFormat format) {
+    const ValueAccess defaultLanguage =
+        editor.project["settings/localization/defaultLanguage"];
+    StringArray names{24};
+    FileContents contents;
+    const auto split = Utility::Path::splitExtension(path);
+    if(split.second() == ".zip" ? !collectArchive(path, names, contents)
+                                : !collectFolder(split.first(), names, contents))
+        return;
+
+    editor.changeManager->beginGroup();
+    if(format == LocalizationFormat::I18next)
+        for(std::size_t i = 0; i < contents.size(); ++i)
+            importFile(editor, names.get(i),
+                {contents[i].data(), contents[i].size()}, defaultLanguage);
+    editor.changeManager->commit();
+}
+
+}}

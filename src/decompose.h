@@ -1,0 +1,24 @@
+#ifndef Orrelin_decompose_h
+#define Orrelin_decompose_h
+
+#include <Magnum/Magnum.h>
+#include <Magnum/Math/Matrix4.h>
+#include <Magnum/Math/Quaternion.h>
+
+namespace OrrelinEngine {
+
+/* Parts of a transformation matrix */
+struct Transformation {
+    Magnum::Math::Vector3<float> translation;
+    Magnum::Math::Quaternion<float> rotation;
+    Magnum::Math::Vector3<float> scaling;
+};
+
+/* Shear gets lost. A mirroring matrix gives a negative x scaling. A column
+   without length has scaling 0 and doesn't count for the rotation, which is
+   identity where the matrix leaves it open. */
+Transformation decompose(const Magnum::Math::Matrix4<float>& matrix);
+
+}
+
+#endif

@@ -1,0 +1,78 @@
+#ifndef Orrelin_editor_JsonObject_h
+#define Orrelin_editor_JsonObject_h
+
+/** @file
+ * @brief Class @ref OrrelinEngine::JsonObject
+ */
+
+#include <cstddef>
+#include <Corrade/Containers/StringView.h>
+
+#include "OrrelinEngine.h"
+
+namespace OrrelinEngine {
+
+/**
+@brief Something that has a JSON value
+
+Typed reading and writing on top of the value that a subclass resolves.
+*/
+class JsonObject {
+public:
+    virtual ~JsonObject();
+
+    /** @brief Whether there is a value from any source */
+    virtual bool exists() const = 0;
+
+    /** @brief Accessor of a place below, for writing */
+    virtual ValueAccess subValue(Containers::StringView key) = 0;
+
+    /** @brief Allocator of the values' contents */
+    virtual JsonAllocator& allocator() const = 0;
+
+    /** @brief The value, a null value if there is none */
+    virtual const JsonValue& readValue() const = 0;
+
+    /** @brief The value for writing, created if there is none */
+    virtual JsonValue& writeValue() = 0;
+
+    /** @brief Accessor of a place below, for reading */
+    virtual ValueAccess subValue(Containers::StringView key) const = 0;
+
+    /**
+     * @brief The value as a string
+     *
+     * A view into the document, valid until the document next changes. Empty
+     * if there is no value or one that is no string.
+     */
+    Containers::StringView asString() const;
+
+    /**
+     * @brief The value as a boolean
+     *
+     * False if there is no value or one that is no boolean.
+     */
+    bool asBool() const;
+
+    /**
+     * @brief Store a string
+     *
+     * Copies @p string into the document, in place of what was there or as a
+     * new value. A direct write: no change is recorded, nothing to undo.
+     */
+    void setString(Containers::StringView string);
+
+    /** @brief Number of elements of an array or members of an object, else 0 */
+    std::size_t size() const;
+
+protected:
+    explicit JsonObject() = default;
+    JsonObject(const JsonObject&) = default;
+    JsonObject(JsonObject&&) = default;
+    JsonObject& operator=(const JsonObject&) = default;
+    JsonObject& operator=(JsonObject&&) = default;
+};
+
+}
+
+#endif

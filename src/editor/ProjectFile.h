@@ -1,0 +1,129 @@
+#ifndef Orrelin_editor_ProjectFile_h
+#define Orrelin_editor_ProjectFile_h
+
+/** @file
+ * @brief Class @ref OrrelinEngine::ProjectFile
+ */
+
+#include <Corrade/Containers/Pointer.h>
+#include <rapidjson/document.h>
+
+#include "editor/RecordAccess.h"
+
+namespace OrrelinEngine {
+
+class DocumentIndex;
+
+/**
+@brief The open project
+
+Holds the project document and is the accessor of its root.
+
+@section ProjectFile-lookup Look-ups
+
+Values are addressed by JSON Pointers with the rules of
+@ref rapidjson::GenericPointer. Members of large objects are found through an
+index, so a look-up in an object of 500,000 members costs about what it costs
+in one of 500. The index only ever proposes where a member may stand: what it
+says is checked against the document on each look-up, so @ref document may be
+edited directly at any time and a look-up is still right.
+
+The exception in cost is a name that is absent: that it really is can be known
+only from searching the object, about a millisecond in a million members.
+@ref EditScope lifts that for edits made in a row.
+*/
+class ProjectFile: public RecordAccess {
+public:
+    /** @brief A project with an empty document, an object of no sections */
+    explicit ProjectFile();
+
+    ProjectFile(const ProjectFile&) = delete;
+    ProjectFile(ProjectFile&&) = delete;
+    ~ProjectFile() override;
+    ProjectFile& operator=(const ProjectFile&) = delete;
+    ProjectFile& operator=(ProjectFile&&) = delete;
+
+    /** @brief Memory pool of the document */
+    JsonAllocator& allocator() const override;
+
+    /**
+     * @brief Supply defaults for what the document doesn't store
+     * @param defaults  A value with the structure of a project document,
+     *      referenced, or @cpp nullptr @ce for none
+     *
+     * Asked last, after the document and the schema of project settings.
+     */
+    void setDefaults(const JsonValue* defaults) { _defaults = defaults; }
+
+    /**
+     * @brief Value at a JSON Pointer
+     *
+     * @cpp nullptr @ce if there is none or @p pointer isn't one.
+     */
+    JsonValue* find(Containers::StringView pointer);
+
+    /** @overload */
+    const JsonValue* find(Containers::StringView pointer) const;
+
+    /**
+     * @brief Value at a JSON Pointer, created if there is none
+     *
+     * A new value is null. Missing parents are created as objects or, where
+     * the segment below is an index, as arrays; what stands in the way as
+     * neither is replaced; arrays are filled up with nulls to the index; "-"
+     * appends to an array. Expects that @p pointer is valid.
+     */
+    JsonValue& create(Containers::StringView pointer);
+
+    /**
+     * @brief Erase the value at a JSON Pointer
+     *
+     * What follows in the object or array moves up by one and stays in order.
+     * Returns @cpp false @ce if there is no such value. The root can't be
+     * erased.
+     */
+    bool erase(Containers::StringView pointer);
+
+    /** @brief The project document */
+    JsonDocument document;
+
+private:
+    friend RecordAccess;
+    friend class EditScope;
+
+    Containers::Pointer<DocumentIndex> _index;
+    const JsonValue* _defaults = nullptr;
+};
+
+/**
+@brief Promise that the document is edited through its project only
+
+While an instance exists, look-ups through @ref ProjectFile and accessors
+believe their index about names that are absent, once they checked it. The
+promise is that @ref ProjectFile::document isn't edited directly between two
+look-ups made in scopes of the same series.
+*/
+class EditScope {
+public:
+    /** @brief A scope of its own */
+    explicit EditScope(ProjectFile& file): EditScope{file, -1} {}
+
+    /**
+     * @brief A scope of a series
+     *
+     * Scopes directly following each other with the same number of a series
+     * believe what the earlier checked. A negative one isn't a series.
+     */
+    explicit EditScope(ProjectFile& file, int series);
+
+    EditScope(const EditScope&) = delete;
+    EditScope& operator=(const EditScope&) = delete;
+    ~EditScope();
+
+private:
+    DocumentIndex& _index;
+};
+
+}
+
+#endif

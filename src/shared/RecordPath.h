@@ -1,0 +1,58 @@
+#ifndef Orrelin_shared_RecordPath_h
+#define Orrelin_shared_RecordPath_h
+
+/** @file
+ * @brief Namespace @ref OrrelinEngine::RecordPath
+ */
+
+#include <Corrade/Containers/String.h>
+#include <Corrade/Containers/StringView.h>
+
+#include "OrrelinEngine.h"
+
+namespace OrrelinEngine {
+
+/**
+@brief Names in record paths
+
+A record path is a JSON Pointer (RFC 6901): its segments are separated by "/",
+and a member name stands in it with "~" written as "~0" and "/" as "~1". One
+rule holds everywhere: whatever is a segment is escaped so, be it a key that
+@ref RecordAccess::keys() yields or one given to @ref RecordAccess::operator[]().
+A name from elsewhere, a script parameter's or a language code for instance,
+passes through @ref segment() on its way into a path.
+*/
+namespace RecordPath {
+
+/** @brief Whether @p name reads differently as a segment */
+inline bool needsEscape(Containers::StringView name) {
+    for(const char c: name)
+        if(c == '~' || c == '/')
+            return true;
+    return false;
+}
+
+/** @brief The segment of a record path that names @p name */
+inline Containers::String segment(Containers::StringView name) {
+    if(!needsEscape(name))
+        return Containers::String{name};
+
+    std::size_t size = name.size();
+    for(const char c: name)
+        size += c == '~' || c == '/';
+    Containers::String out{Corrade::NoInit, size};
+    char* o = out.data();
+    for(const char c: name) {
+        const bool escape = c == '~' || c == '/';
+        *o++ = escape ? '~' : c;
+        if(escape)
+            *o++ = c == '~' ? '0' : '1';
+    }
+    return out;
+}
+
+}
+
+}
+
+#endif
