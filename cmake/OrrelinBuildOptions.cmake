@@ -11,6 +11,10 @@ endif()
 add_compile_options(
     "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
 
+if(ORRELIN_BUILD_FUZZERS)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+    add_link_options(-fsanitize=fuzzer-no-link)
+endif()
 if(ORRELIN_SANITIZE)
     add_compile_options(-fsanitize=${ORRELIN_SANITIZE}
         -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -15,8 +15,8 @@ namespace Magnum {
 using namespace Corrade;
 
 using Corrade::Utility::Debug;
-using Corrade::Utility::Warning;
 using Corrade::Utility::Error;
+using Corrade::Utility::Warning;
 
 /** @brief Vectors, matrices and quaternions of floats */
 typedef Math::Vector3<Float> Vector3;

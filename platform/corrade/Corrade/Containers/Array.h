@@ -22,175 +22,220 @@ in `Corrade/Containers/GrowableArray.h`. The element access is checked in debug
 builds only.
 */
 template<class T, class D> class Array {
-    public:
-        /** @brief Element type */
-        typedef T Type;
+public:
+    /** @brief Element type */
+    typedef T Type;
 
-        /** @brief Deleter type */
-        typedef D Deleter;
+    /** @brief Deleter type */
+    typedef D Deleter;
 
-        /** @brief Empty array, no allocation */
-        /*implicit*/ Array() noexcept: _data{}, _size{}, _deleter{} {}
+    /** @brief Empty array, no allocation */
+    /*implicit*/ Array() noexcept: _data{}, _size{}, _deleter{} {}
 
-        /** @overload */
-        template<class U, typename std::enable_if<std::is_same<U, std::nullptr_t>::value, int>::type = 0> /*implicit*/ Array(U) noexcept: Array{} {}
+    /** @overload */
+    template<class U,
+        std::enable_if_t<std::is_same_v<U, std::nullptr_t>, int> = 0>
+    /*implicit*/ Array(U) noexcept: Array{} {}
 
-        /** @brief Default-initialized elements */
-        explicit Array(DefaultInitT, std::size_t size): Array{size ? new T[size] : nullptr, size} {}
+    /** @brief Default-initialized elements */
+    explicit Array(DefaultInitT, std::size_t size):
+        Array{size ? new T[size] : nullptr, size} {}
 
-        /** @brief Value-initialized elements */
-        explicit Array(ValueInitT, std::size_t size): Array{size ? new T[size]() : nullptr, size} {}
+    /** @brief Value-initialized elements */
+    explicit Array(ValueInitT, std::size_t size):
+        Array{size ? new T[size]() : nullptr, size} {}
 
-        /**
-         * @brief Uninitialized elements
-         *
-         * Elements of a type with a constructor have to be constructed with a
-         * placement @cpp new @ce before the array is destroyed.
-         */
-        explicit Array(NoInitT, std::size_t size): Array{} {
-            if(!size) return;
-            _data = static_cast<T*>(::operator new[](size*sizeof(T)));
-            _size = size;
-            if(!std::is_trivially_default_constructible<T>::value || !std::is_trivially_destructible<T>::value)
-                _deleter = destroyUninitialized;
-        }
+    /**
+     * @brief Uninitialized elements
+     *
+     * Elements of a type with a constructor have to be constructed with a
+     * placement @cpp new @ce before the array is destroyed.
+     */
+    explicit Array(NoInitT, std::size_t size): Array{} {
+        if(!size)
+            return;
+        _data = static_cast<T*>(::operator new[](size * sizeof(T)));
+        _size = size;
+        if(!std::is_trivially_default_constructible_v<T> ||
+            !std::is_trivially_destructible_v<T>)
+            _deleter = destroyUninitialized;
+    }
 
-        /** @brief Elements constructed from @p args each */
-        template<class ...Args> explicit Array(DirectInitT, std::size_t size, const Args&... args): Array{NoInit, size} {
-            for(T& i: *this) new(&i) T{args...};
-        }
+    /** @brief Elements constructed from @p args each */
+    template<class... Args>
+    explicit Array(DirectInitT, std::size_t size, const Args&... args):
+        Array{NoInit, size} {
+        for(T& i: *this)
+            new(&i) T{args...};
+    }
 
-        /** @brief Elements copied from a view */
-        /*implicit*/ Array(InPlaceInitT, ArrayView<const T> list): Array{NoInit, list.size()} {
-            T* out = _data;
-            for(const T& i: list) new(out++) T(i);
-        }
+    /** @brief Elements copied from a view */
+    /*implicit*/ Array(InPlaceInitT, ArrayView<const T> list):
+        Array{NoInit, list.size()} {
+        T* out = _data;
+        for(const T& i: list)
+            new(out++) T(i);
+    }
 
-        /** @overload */
-        /*implicit*/ Array(InPlaceInitT, std::initializer_list<T> list): Array{InPlaceInit, arrayView(list)} {}
+    /** @overload */
+    /*implicit*/ Array(InPlaceInitT, std::initializer_list<T> list):
+        Array{InPlaceInit, arrayView(list)} {}
 
-        /** @brief Take over existing memory */
-        explicit Array(T* data, std::size_t size, D customDeleter = {}) noexcept: _data{data}, _size{size}, _deleter(customDeleter) {}
+    /** @brief Take over existing memory */
+    explicit Array(T* data, std::size_t size, D customDeleter = {}) noexcept:
+        _data{data}, _size{size}, _deleter(customDeleter) {}
 
-        Array(const Array<T, D>&) = delete;
+    Array(const Array<T, D>&) = delete;
 
-        /** @brief Move constructor, @p other becomes empty */
-        Array(Array<T, D>&& other) noexcept: _data{other._data}, _size{other._size}, _deleter(other._deleter) {
-            other.forget();
-        }
+    /** @brief Move constructor, @p other becomes empty */
+    Array(Array<T, D>&& other) noexcept:
+        _data{other._data}, _size{other._size}, _deleter(other._deleter) {
+        other.forget();
+    }
 
-        ~Array() {
-            if constexpr(std::is_same<D, void(*)(T*, std::size_t)>::value) {
-                if(!_deleter) {
-                    delete[] _data;
-                    return;
-                }
+    ~Array() {
+        if constexpr(std::is_same_v<D, void (*)(T*, std::size_t)>) {
+            if(!_deleter) {
+                delete[] _data;
+                return;
             }
-            _deleter(_data, _size);
         }
+        _deleter(_data, _size);
+    }
 
-        Array<T, D>& operator=(const Array<T, D>&) = delete;
+    Array<T, D>& operator=(const Array<T, D>&) = delete;
 
-        /** @brief Move assignment, swaps the contents */
-        Array<T, D>& operator=(Array<T, D>&& other) noexcept {
-            std::swap(_data, other._data);
-            std::swap(_size, other._size);
-            std::swap(_deleter, other._deleter);
-            return *this;
-        }
+    /** @brief Move assignment, swaps the contents */
+    Array<T, D>& operator=(Array<T, D>&& other) noexcept {
+        std::swap(_data, other._data);
+        std::swap(_size, other._size);
+        std::swap(_deleter, other._deleter);
+        return *this;
+    }
 
-        /** @brief Whether the array is non-null */
-        explicit operator bool() const { return _data; }
+    /** @brief Whether the array is non-null */
+    explicit operator bool() const { return _data; }
 
-        /** @brief Data */
-        T* data() { return _data; }
-        const T* data() const { return _data; }     /**< @overload */
+    /** @brief Data */
+    T* data() { return _data; }
+    const T* data() const { return _data; } /**< @overload */
 
-        /** @brief Deleter */
-        D deleter() const { return _deleter; }
+    /** @brief Deleter */
+    D deleter() const { return _deleter; }
 
-        /** @brief Element count */
-        std::size_t size() const { return _size; }
+    /** @brief Element count */
+    std::size_t size() const { return _size; }
 
-        /** @brief Whether there are no elements */
-        bool isEmpty() const { return !_size; }
+    /** @brief Whether there are no elements */
+    bool isEmpty() const { return !_size; }
 
-        /** @brief Pointer to the first element */
-        T* begin() { return _data; }
-        const T* begin() const { return _data; }    /**< @overload */
-        const T* cbegin() const { return _data; }   /**< @overload */
+    /** @brief Pointer to the first element */
+    T* begin() { return _data; }
+    const T* begin() const { return _data; } /**< @overload */
+    const T* cbegin() const { return _data; } /**< @overload */
 
-        /** @brief Pointer to after the last element */
-        T* end() { return _data + _size; }
-        const T* end() const { return _data + _size; } /**< @overload */
-        const T* cend() const { return _data + _size; } /**< @overload */
+    /** @brief Pointer to after the last element */
+    T* end() { return _data + _size; }
+    const T* end() const { return _data + _size; } /**< @overload */
+    const T* cend() const { return _data + _size; } /**< @overload */
 
-        /** @brief First element. Expects that there is one. */
-        T& front() { return view().front(); }
-        const T& front() const { return view().front(); } /**< @overload */
+    /** @brief First element. Expects that there is one. */
+    T& front() { return view().front(); }
+    const T& front() const { return view().front(); } /**< @overload */
 
-        /** @brief Last element. Expects that there is one. */
-        T& back() { return view().back(); }
-        const T& back() const { return view().back(); } /**< @overload */
+    /** @brief Last element. Expects that there is one. */
+    T& back() { return view().back(); }
+    const T& back() const { return view().back(); } /**< @overload */
 
-        /** @brief Element access. Expects that @p i is in range. */
-        T& operator[](std::size_t i) { return view()[i]; }
-        const T& operator[](std::size_t i) const { return view()[i]; } /**< @overload */
+    /** @brief Element access. Expects that @p i is in range. */
+    T& operator[](std::size_t i) { return view()[i]; }
 
-        /** @copydoc ArrayView::slice(std::size_t, std::size_t) const */
-        ArrayView<T> slice(std::size_t begin, std::size_t end) { return view().slice(begin, end); }
-        ArrayView<const T> slice(std::size_t begin, std::size_t end) const { return view().slice(begin, end); } /**< @overload */
+    /** @overload */
+    const T& operator[](std::size_t i) const { return view()[i]; }
 
-        /** @copydoc ArrayView::sliceSize() */
-        ArrayView<T> sliceSize(std::size_t begin, std::size_t size) { return view().sliceSize(begin, size); }
-        ArrayView<const T> sliceSize(std::size_t begin, std::size_t size) const { return view().sliceSize(begin, size); } /**< @overload */
+    /** @copydoc ArrayView::slice(std::size_t, std::size_t) const */
+    ArrayView<T> slice(std::size_t begin, std::size_t end) {
+        return view().slice(begin, end);
+    }
 
-        /** @copydoc ArrayView::prefix() */
-        ArrayView<T> prefix(std::size_t size) { return view().prefix(size); }
-        ArrayView<const T> prefix(std::size_t size) const { return view().prefix(size); } /**< @overload */
+    /** @overload */
+    ArrayView<const T> slice(std::size_t begin, std::size_t end) const {
+        return view().slice(begin, end);
+    }
 
-        /** @copydoc ArrayView::exceptPrefix() */
-        ArrayView<T> exceptPrefix(std::size_t size) { return view().exceptPrefix(size); }
-        ArrayView<const T> exceptPrefix(std::size_t size) const { return view().exceptPrefix(size); } /**< @overload */
+    /** @copydoc ArrayView::sliceSize() */
+    ArrayView<T> sliceSize(std::size_t begin, std::size_t size) {
+        return view().sliceSize(begin, size);
+    }
 
-        /** @copydoc ArrayView::exceptSuffix() */
-        ArrayView<T> exceptSuffix(std::size_t size) { return view().exceptSuffix(size); }
-        ArrayView<const T> exceptSuffix(std::size_t size) const { return view().exceptSuffix(size); } /**< @overload */
+    /** @overload */
+    ArrayView<const T> sliceSize(std::size_t begin, std::size_t size) const {
+        return view().sliceSize(begin, size);
+    }
 
-        /**
-         * @brief Give up ownership
-         *
-         * The caller frees the memory with what @ref deleter() returned
-         * before; the array is empty afterwards.
-         */
-        T* release() {
-            T* const data = _data;
-            forget();
-            return data;
-        }
+    /** @copydoc ArrayView::prefix() */
+    ArrayView<T> prefix(std::size_t size) { return view().prefix(size); }
 
-    private:
-        static void destroyUninitialized(T* data, std::size_t size) {
-            for(T* i = data, *end = data + size; i != end; ++i) i->~T();
-            ::operator delete[](data);
-        }
+    /** @overload */
+    ArrayView<const T> prefix(std::size_t size) const {
+        return view().prefix(size);
+    }
 
-        ArrayView<T> view() { return {_data, _size}; }
-        ArrayView<const T> view() const { return {_data, _size}; }
+    /** @copydoc ArrayView::exceptPrefix() */
+    ArrayView<T> exceptPrefix(std::size_t size) {
+        return view().exceptPrefix(size);
+    }
 
-        void forget() {
-            _data = nullptr;
-            _size = 0;
-            _deleter = D{};
-        }
+    /** @overload */
+    ArrayView<const T> exceptPrefix(std::size_t size) const {
+        return view().exceptPrefix(size);
+    }
 
-        T* _data;
-        std::size_t _size;
-        D _deleter;
+    /** @copydoc ArrayView::exceptSuffix() */
+    ArrayView<T> exceptSuffix(std::size_t size) {
+        return view().exceptSuffix(size);
+    }
+
+    /** @overload */
+    ArrayView<const T> exceptSuffix(std::size_t size) const {
+        return view().exceptSuffix(size);
+    }
+
+    /**
+     * @brief Give up ownership
+     *
+     * The caller frees the memory with what @ref deleter() returned
+     * before; the array is empty afterwards.
+     */
+    T* release() {
+        T* const data = _data;
+        forget();
+        return data;
+    }
+
+private:
+    static void destroyUninitialized(T* data, std::size_t size) {
+        for(T *i = data, *end = data + size; i != end; ++i)
+            i->~T();
+        ::operator delete[](data);
+    }
+
+    ArrayView<T> view() { return {_data, _size}; }
+    ArrayView<const T> view() const { return {_data, _size}; }
+
+    void forget() {
+        _data = nullptr;
+        _size = 0;
+        _deleter = D{};
+    }
+
+    T* _data;
+    std::size_t _size;
+    D _deleter;
 };
 
 namespace Implementation {
-    template<class T, class D> struct IsViewable<Array<T, D>>: std::true_type {};
+template<class T, class D> struct IsViewable<Array<T, D>>: std::true_type {};
 }
 
 }}

@@ -19,16 +19,23 @@ String reference(const StringView view) {
 }
 
 String String::nullTerminatedView(const StringView view) {
-    return view.flags() >= StringViewFlag::NullTerminated ? reference(view) : String{view};
+    return view.flags() >= StringViewFlag::NullTerminated ? reference(view)
+                                                          : String{view};
 }
 
 String String::nullTerminatedGlobalView(const StringView view) {
-    return view.flags() >= (StringViewFlag::NullTerminated|StringViewFlag::Global) ? reference(view) : String{view};
+    return view.flags() >=
+            (StringViewFlag::NullTerminated | StringViewFlag::Global)
+        ? reference(view)
+        : String{view};
 }
 
-String::String(const char* const data, const std::size_t size): String{NoInit, size} {
-    CORRADE_ASSERT(data || !size, "Containers::String: received a null string of size" << size, );
-    if(size) std::memcpy(this->data(), data, size);
+String::String(const char* const data, const std::size_t size):
+    String{NoInit, size} {
+    CORRADE_ASSERT(data || !size,
+        "Containers::String: received a null string of size" << size, );
+    if(size)
+        std::memcpy(this->data(), data, size);
 }
 
 String::String(AllocatedInitT, const StringView view) {
@@ -36,42 +43,67 @@ String::String(AllocatedInitT, const StringView view) {
     std::copy(view.begin(), view.end(), _large.data);
 }
 
-String::String(char* const data, const std::size_t size, const Deleter deleter) noexcept: _large{data, deleter, size} {
-    CORRADE_ASSERT(data && !data[size], "Containers::String: can only take ownership of a non-null null-terminated array", );
+String::String(
+    char* const data, const std::size_t size, const Deleter deleter) noexcept:
+    _large{data, deleter, size} {
+    CORRADE_ASSERT(data && !data[size],
+        "Containers::String: can only take ownership of a non-null "
+        "null-terminated array", );
 }
 
 String::String(NoInitT, const std::size_t size): String{} {
     if(size < SmallSize) {
         _small.data[size] = '\0';
-        _small.size = size|SmallBit;
-    } else allocate(size);
+        _small.size = size | SmallBit;
+    } else
+        allocate(size);
 }
 
-String::String(DirectInitT, const std::size_t size, const char c): String{NoInit, size} {
+String::String(DirectInitT, const std::size_t size, const char c):
+    String{NoInit, size} {
     std::memset(data(), c, size);
 }
 
 void String::allocate(const std::size_t size) {
-    CORRADE_ASSERT(size < std::size_t(StringViewFlag::NullTerminated), "Containers::String: too large string of" << size << "bytes", );
+    CORRADE_ASSERT(size < std::size_t(StringViewFlag::NullTerminated),
+        "Containers::String: too large string of" << size << "bytes", );
     _large = Large{new char[size + 1], nullptr, size};
     _large.data[size] = '\0';
 }
 
 void String::destroy() {
-    if(_large.deleter) _large.deleter(_large.data, _large.size);
-    else delete[] _large.data;
+    if(_large.deleter)
+        _large.deleter(_large.data, _large.size);
+    else
+        delete[] _large.data;
 }
 
-Array<MutableStringView> String::split(const char delimiter) { return MutableStringView{*this}.split(delimiter); }
-Array<StringView> String::split(const char delimiter) const { return StringView{*this}.split(delimiter); }
+Array<MutableStringView> String::split(const char delimiter) {
+    return MutableStringView{*this}.split(delimiter);
+}
+Array<StringView> String::split(const char delimiter) const {
+    return StringView{*this}.split(delimiter);
+}
 
-Array<MutableStringView> String::splitWithoutEmptyParts(const char delimiter) { return MutableStringView{*this}.splitWithoutEmptyParts(delimiter); }
-Array<StringView> String::splitWithoutEmptyParts(const char delimiter) const { return StringView{*this}.splitWithoutEmptyParts(delimiter); }
+Array<MutableStringView> String::splitWithoutEmptyParts(const char delimiter) {
+    return MutableStringView{*this}.splitWithoutEmptyParts(delimiter);
+}
+Array<StringView> String::splitWithoutEmptyParts(const char delimiter) const {
+    return StringView{*this}.splitWithoutEmptyParts(delimiter);
+}
 
-Array3<MutableStringView> String::partition(const char separator) { return MutableStringView{*this}.partition(separator); }
-Array3<StringView> String::partition(const char separator) const { return StringView{*this}.partition(separator); }
+Array3<MutableStringView> String::partition(const char separator) {
+    return MutableStringView{*this}.partition(separator);
+}
+Array3<StringView> String::partition(const char separator) const {
+    return StringView{*this}.partition(separator);
+}
 
-Array3<MutableStringView> String::partitionLast(const char separator) { return MutableStringView{*this}.partitionLast(separator); }
-Array3<StringView> String::partitionLast(const char separator) const { return StringView{*this}.partitionLast(separator); }
+Array3<MutableStringView> String::partitionLast(const char separator) {
+    return MutableStringView{*this}.partitionLast(separator);
+}
+Array3<StringView> String::partitionLast(const char separator) const {
+    return StringView{*this}.partitionLast(separator);
+}
 
 }}

@@ -2,7 +2,8 @@
 #define Corrade_Containers_String_h
 
 /** @file
- * @brief Class @ref Corrade::Containers::String, tag @ref Corrade::Containers::AllocatedInit
+ * @brief Class @ref Corrade::Containers::String, tag @ref
+ *      Corrade::Containers::AllocatedInit
  */
 
 #include "Corrade/Tags.h"
@@ -31,213 +32,280 @@ Operations that return a view are the same as in @ref BasicStringView, as a
 @ref MutableStringView if the string is mutable.
 */
 class String {
-    public:
-        /** @brief Deleter type */
-        typedef void(*Deleter)(char*, std::size_t);
+public:
+    /** @brief Deleter type */
+    typedef void (*Deleter)(char*, std::size_t);
 
-        /**
-         * @brief Null-terminated form of a view
-         *
-         * References the view if it's null-terminated, copies it otherwise.
-         */
-        static String nullTerminatedView(StringView view);
+    /**
+     * @brief Null-terminated form of a view
+     *
+     * References the view if it's null-terminated, copies it otherwise.
+     */
+    static String nullTerminatedView(StringView view);
 
-        /**
-         * @brief Null-terminated form of a view that can be kept
-         *
-         * References the view if it's both null-terminated and global, copies
-         * it otherwise.
-         */
-        static String nullTerminatedGlobalView(StringView view);
+    /**
+     * @brief Null-terminated form of a view that can be kept
+     *
+     * References the view if it's both null-terminated and global, copies
+     * it otherwise.
+     */
+    static String nullTerminatedGlobalView(StringView view);
 
-        /** @brief Empty string */
-        /*implicit*/ String() noexcept: _small{{}, SmallBit} {}
+    /** @brief Empty string */
+    /*implicit*/ String() noexcept: _small{{}, SmallBit} {}
 
-        /** @brief Copy of a view */
-        /*implicit*/ String(StringView view): String{view.data(), view.size()} {}
-        /*implicit*/ String(MutableStringView view): String{view.data(), view.size()} {} /**< @overload */
+    /** @brief Copy of a view */
+    /*implicit*/ String(StringView view): String{view.data(), view.size()} {}
 
-        /** @brief Copy of an array of characters */
-        /*implicit*/ String(ArrayView<const char> view): String{view.data(), view.size()} {}
-        /*implicit*/ String(ArrayView<char> view): String{view.data(), view.size()} {} /**< @overload */
+    /** @overload */
+    /*implicit*/ String(MutableStringView view):
+        String{view.data(), view.size()} {}
 
-        /** @brief Copy of a null-terminated string */
-        template<class T, typename std::enable_if<std::is_convertible<T, const char*>::value && !std::is_convertible<T, std::size_t>::value, int>::type = 0> /*implicit*/ String(T data): String{StringView{static_cast<const char*>(data)}} {}
+    /** @brief Copy of an array of characters */
+    /*implicit*/ String(ArrayView<const char> view):
+        String{view.data(), view.size()} {}
 
-        /** @brief Copy of @p size bytes */
-        /*implicit*/ String(const char* data, std::size_t size);
+    /** @overload */
+    /*implicit*/ String(ArrayView<char> view):
+        String{view.data(), view.size()} {}
 
-        /** @brief Allocated copy of a view */
-        explicit String(AllocatedInitT, StringView view);
+    /** @brief Copy of a null-terminated string */
+    template<class T,
+        std::enable_if_t<std::is_convertible_v<T, const char*> &&
+                !std::is_convertible_v<T, std::size_t>,
+            int> = 0>
+    /*implicit*/ String(T data):
+        String{StringView{static_cast<const char*>(data)}} {}
 
-        /**
-         * @brief Take over existing memory
-         *
-         * Expects a null byte after the @p size bytes. A null deleter means
-         * @cpp delete[] @ce.
-         */
-        explicit String(char* data, std::size_t size, Deleter deleter) noexcept;
+    /** @brief Copy of @p size bytes */
+    /*implicit*/ String(const char* data, std::size_t size);
 
-        /** @brief @p size null bytes */
-        explicit String(ValueInitT, std::size_t size): String{DirectInit, size, '\0'} {}
+    /** @brief Allocated copy of a view */
+    explicit String(AllocatedInitT, StringView view);
 
-        /** @brief @p size uninitialized bytes with a null terminator after */
-        explicit String(NoInitT, std::size_t size);
+    /**
+     * @brief Take over existing memory
+     *
+     * Expects a null byte after the @p size bytes. A null deleter means
+     * @cpp delete[] @ce.
+     */
+    explicit String(char* data, std::size_t size, Deleter deleter) noexcept;
 
-        /** @brief @p size times @p c */
-        explicit String(DirectInitT, std::size_t size, char c);
+    /** @brief @p size null bytes */
+    explicit String(ValueInitT, std::size_t size):
+        String{DirectInit, size, '\0'} {}
 
-        /** @brief Copy of a string of the standard library */
-        template<class T, class = decltype(Implementation::StlStringConverter<typename std::decay<T>::type>::view(std::declval<T&>()))> /*implicit*/ String(T&& other): String{Implementation::StlStringConverter<typename std::decay<T>::type>::view(other)} {}
+    /** @brief @p size uninitialized bytes with a null terminator after */
+    explicit String(NoInitT, std::size_t size);
 
-        /** @brief Copy constructor */
-        String(const String& other): String{StringView{other}} {}
+    /** @brief @p size times @p c */
+    explicit String(DirectInitT, std::size_t size, char c);
 
-        /** @brief Move constructor */
-        String(String&& other) noexcept: String{} { swap(other); }
+    /** @brief Copy of a string of the standard library */
+    template<class T,
+        class = decltype(Implementation::StlStringConverter<
+            std::decay_t<T>>::view(std::declval<T&>()))>
+    /*implicit*/ String(T&& other):
+        String{
+            Implementation::StlStringConverter<std::decay_t<T>>::view(other)} {}
 
-        ~String() { if(!isSmall()) destroy(); }
+    /** @brief Copy constructor */
+    String(const String& other): String{StringView{other}} {}
 
-        /** @brief Copy assignment */
-        String& operator=(const String& other) { return *this = String{other}; }
+    /** @brief Move constructor */
+    String(String&& other) noexcept: String{} { swap(other); }
 
-        /** @brief Move assignment, swaps the contents */
-        String& operator=(String&& other) noexcept {
-            swap(other);
-            return *this;
-        }
+    ~String() {
+        if(!isSmall())
+            destroy();
+    }
 
-        /** @brief Convert to a string of the standard library */
-        template<class T, class = decltype(Implementation::StlStringConverter<T>::view(std::declval<T&>()))> /*implicit*/ operator T() const {
-            return T{data(), size()};
-        }
+    /** @brief Copy assignment */
+    String& operator=(const String& other) { return *this = String{other}; }
 
-        /** @brief Whether the string is non-empty */
-        explicit operator bool() const { return size(); }
+    /** @brief Move assignment, swaps the contents */
+    String& operator=(String&& other) noexcept {
+        swap(other);
+        return *this;
+    }
 
-        /** @brief Whether the bytes are in the instance itself */
-        bool isSmall() const { return _small.size & SmallBit; }
+    /** @brief Convert to a string of the standard library */
+    template<class T,
+        class = decltype(Implementation::StlStringConverter<T>::view(
+            std::declval<T&>()))>
+    /*implicit*/ operator T() const {
+        return T{data(), size()};
+    }
 
-        /** @brief Data, null-terminated */
-        char* data() { return isSmall() ? _small.data : _large.data; }
-        const char* data() const { return isSmall() ? _small.data : _large.data; } /**< @overload */
+    /** @brief Whether the string is non-empty */
+    explicit operator bool() const { return size(); }
 
-        /** @brief Size, without the null terminator */
-        std::size_t size() const { return isSmall() ? _small.size & ~SmallBit : _large.size; }
+    /** @brief Whether the bytes are in the instance itself */
+    bool isSmall() const { return _small.size & SmallBit; }
 
-        /** @brief Whether the size is zero */
-        bool isEmpty() const { return !size(); }
+    /** @brief Data, null-terminated */
+    char* data() { return isSmall() ? _small.data : _large.data; }
 
-        /** @brief Pointer to the first byte */
-        char* begin() { return data(); }
-        const char* begin() const { return data(); }    /**< @overload */
-        const char* cbegin() const { return data(); }   /**< @overload */
+    /** @overload */
+    const char* data() const { return isSmall() ? _small.data : _large.data; }
 
-        /** @brief Pointer to after the last byte */
-        char* end() { return data() + size(); }
-        const char* end() const { return data() + size(); } /**< @overload */
-        const char* cend() const { return data() + size(); } /**< @overload */
+    /** @brief Size, without the null terminator */
+    std::size_t size() const {
+        return isSmall() ? _small.size & ~SmallBit : _large.size;
+    }
 
-        /** @brief First byte. Expects that there is one. */
-        char& front() { return MutableStringView{*this}.front(); }
-        char front() const { return StringView{*this}.front(); } /**< @overload */
+    /** @brief Whether the size is zero */
+    bool isEmpty() const { return !size(); }
 
-        /** @brief Last byte. Expects that there is one. */
-        char& back() { return MutableStringView{*this}.back(); }
-        char back() const { return StringView{*this}.back(); } /**< @overload */
+    /** @brief Pointer to the first byte */
+    char* begin() { return data(); }
+    const char* begin() const { return data(); } /**< @overload */
+    const char* cbegin() const { return data(); } /**< @overload */
 
-        /** @brief Byte access. Expects that @p i is in range, the null terminator included. */
-        char& operator[](std::size_t i) { return MutableStringView{*this}[i]; }
-        char operator[](std::size_t i) const { return StringView{*this}[i]; } /**< @overload */
+    /** @brief Pointer to after the last byte */
+    char* end() { return data() + size(); }
+    const char* end() const { return data() + size(); } /**< @overload */
+    const char* cend() const { return data() + size(); } /**< @overload */
 
-        /* Each of these just forwards to the view, mutable or not */
-        #define _c(name, parameters, arguments)                             \
-            MutableStringView name parameters { return MutableStringView{*this}.name arguments; } \
-            StringView name parameters const { return StringView{*this}.name arguments; }
-        _c(slice, (std::size_t begin, std::size_t end), (begin, end))
-        _c(sliceSize, (std::size_t begin, std::size_t size), (begin, size))
-        _c(prefix, (std::size_t size), (size))
-        _c(exceptPrefix, (std::size_t size), (size))
-        _c(exceptSuffix, (std::size_t size), (size))
-        _c(exceptPrefix, (StringView prefix), (prefix))
-        _c(exceptSuffix, (StringView suffix), (suffix))
-        _c(trimmed, (StringView characters), (characters))
-        _c(trimmed, (), ())
-        _c(find, (StringView substring), (substring))
-        _c(find, (char character), (character))
-        _c(findLast, (StringView substring), (substring))
-        _c(findLast, (char character), (character))
-        #undef _c
+    /** @brief First byte. Expects that there is one. */
+    char& front() { return MutableStringView{*this}.front(); }
+    char front() const { return StringView{*this}.front(); } /**< @overload */
 
-        template<class T, typename std::enable_if<std::is_same<T, char>::value, int>::type = 0> StringView exceptPrefix(T) const = delete;
-        template<class T, typename std::enable_if<std::is_same<T, char>::value, int>::type = 0> StringView exceptSuffix(T) const = delete;
+    /** @brief Last byte. Expects that there is one. */
+    char& back() { return MutableStringView{*this}.back(); }
+    char back() const { return StringView{*this}.back(); } /**< @overload */
 
-        /** @copydoc BasicStringView::split() */
-        Array<MutableStringView> split(char delimiter);
-        Array<StringView> split(char delimiter) const;  /**< @overload */
+    /**
+     * @brief Byte access
+     *
+     * Expects that @p i is in range, the null terminator included.
+     */
+    char& operator[](std::size_t i) { return MutableStringView{*this}[i]; }
 
-        /** @copydoc BasicStringView::splitWithoutEmptyParts() */
-        Array<MutableStringView> splitWithoutEmptyParts(char delimiter);
-        Array<StringView> splitWithoutEmptyParts(char delimiter) const; /**< @overload */
+    /** @overload */
+    char operator[](std::size_t i) const { return StringView{*this}[i]; }
 
-        /** @copydoc BasicStringView::partition() */
-        Array3<MutableStringView> partition(char separator);
-        Array3<StringView> partition(char separator) const; /**< @overload */
+/* Each of these just forwards to the view, mutable or not */
+#define _c(name, parameters, arguments)                                        \
+    MutableStringView name parameters {                                        \
+        return MutableStringView{*this}.name arguments;                        \
+    }                                                                          \
+    StringView name parameters const {                                         \
+        return StringView{*this}.name arguments;                               \
+    }
+    _c(slice, (std::size_t begin, std::size_t end), (begin, end));
+    _c(sliceSize, (std::size_t begin, std::size_t size), (begin, size));
+    _c(prefix, (std::size_t size), (size));
+    _c(exceptPrefix, (std::size_t size), (size));
+    _c(exceptSuffix, (std::size_t size), (size));
+    _c(exceptPrefix, (StringView prefix), (prefix));
+    _c(exceptSuffix, (StringView suffix), (suffix));
+    _c(trimmed, (StringView characters), (characters));
+    _c(trimmed, (), ());
+    _c(find, (StringView substring), (substring));
+    _c(find, (char character), (character));
+    _c(findLast, (StringView substring), (substring));
+    _c(findLast, (char character), (character));
+#undef _c
 
-        /** @copydoc BasicStringView::partitionLast() */
-        Array3<MutableStringView> partitionLast(char separator);
-        Array3<StringView> partitionLast(char separator) const; /**< @overload */
+    template<class T, std::enable_if_t<std::is_same_v<T, char>, int> = 0>
+    StringView exceptPrefix(T) const = delete;
+    template<class T, std::enable_if_t<std::is_same_v<T, char>, int> = 0>
+    StringView exceptSuffix(T) const = delete;
 
-        /** @copydoc BasicStringView::join() */
-        String join(const StringIterable& strings) const { return StringView{*this}.join(strings); }
+    /** @copydoc BasicStringView::split() */
+    Array<MutableStringView> split(char delimiter);
+    Array<StringView> split(char delimiter) const; /**< @overload */
 
-        /** @copydoc BasicStringView::joinWithoutEmptyParts() */
-        String joinWithoutEmptyParts(const StringIterable& strings) const { return StringView{*this}.joinWithoutEmptyParts(strings); }
+    /** @copydoc BasicStringView::splitWithoutEmptyParts() */
+    Array<MutableStringView> splitWithoutEmptyParts(char delimiter);
 
-        /** @copydoc BasicStringView::hasPrefix() */
-        bool hasPrefix(StringView prefix) const { return StringView{*this}.hasPrefix(prefix); }
-        bool hasPrefix(char prefix) const { return StringView{*this}.hasPrefix(prefix); } /**< @overload */
+    /** @overload */
+    Array<StringView> splitWithoutEmptyParts(char delimiter) const;
 
-        /** @copydoc BasicStringView::hasSuffix() */
-        bool hasSuffix(StringView suffix) const { return StringView{*this}.hasSuffix(suffix); }
-        bool hasSuffix(char suffix) const { return StringView{*this}.hasSuffix(suffix); } /**< @overload */
+    /** @copydoc BasicStringView::partition() */
+    Array3<MutableStringView> partition(char separator);
+    Array3<StringView> partition(char separator) const; /**< @overload */
 
-        /** @copydoc BasicStringView::contains() */
-        bool contains(StringView substring) const { return StringView{*this}.contains(substring); }
-        bool contains(char character) const { return StringView{*this}.contains(character); } /**< @overload */
+    /** @copydoc BasicStringView::partitionLast() */
+    Array3<MutableStringView> partitionLast(char separator);
+    Array3<StringView> partitionLast(char separator) const; /**< @overload */
 
-        /** @copydoc BasicStringView::count() */
-        std::size_t count(char character) const { return StringView{*this}.count(character); }
+    /** @copydoc BasicStringView::join() */
+    String join(const StringIterable& strings) const {
+        return StringView{*this}.join(strings);
+    }
 
-    private:
-        static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the last byte has to be the topmost one of the size");
+    /** @copydoc BasicStringView::joinWithoutEmptyParts() */
+    String joinWithoutEmptyParts(const StringIterable& strings) const {
+        return StringView{*this}.joinWithoutEmptyParts(strings);
+    }
 
-        enum: std::size_t { SmallSize = sizeof(std::size_t)*3 - 1 };
-        enum: unsigned char { SmallBit = 0x40 };
+    /** @copydoc BasicStringView::hasPrefix() */
+    bool hasPrefix(StringView prefix) const {
+        return StringView{*this}.hasPrefix(prefix);
+    }
 
-        /* An allocated string can't be so big that it'd have the bit set */
-        struct Small {
-            char data[SmallSize];
-            unsigned char size;
-        };
-        struct Large {
-            char* data;
-            Deleter deleter;
-            std::size_t size;
-        };
+    /** @overload */
+    bool hasPrefix(char prefix) const {
+        return StringView{*this}.hasPrefix(prefix);
+    }
 
-        void allocate(std::size_t size);
-        void destroy();
-        void swap(String& other) noexcept {
-            const Large large = _large;
-            _large = other._large;
-            other._large = large;
-        }
+    /** @copydoc BasicStringView::hasSuffix() */
+    bool hasSuffix(StringView suffix) const {
+        return StringView{*this}.hasSuffix(suffix);
+    }
 
-        union {
-            Small _small;
-            Large _large;
-        };
+    /** @overload */
+    bool hasSuffix(char suffix) const {
+        return StringView{*this}.hasSuffix(suffix);
+    }
+
+    /** @copydoc BasicStringView::contains() */
+    bool contains(StringView substring) const {
+        return StringView{*this}.contains(substring);
+    }
+
+    /** @overload */
+    bool contains(char character) const {
+        return StringView{*this}.contains(character);
+    }
+
+    /** @copydoc BasicStringView::count() */
+    std::size_t count(char character) const {
+        return StringView{*this}.count(character);
+    }
+
+private:
+    static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__,
+        "the last byte has to be the topmost one of the size");
+
+    enum : std::size_t { SmallSize = sizeof(std::size_t) * 3 - 1 };
+    enum : unsigned char { SmallBit = 0x40 };
+
+    /* An allocated string can't be so big that it'd have the bit set */
+    struct Small {
+        char data[SmallSize];
+        unsigned char size;
+    };
+    struct Large {
+        char* data;
+        Deleter deleter;
+        std::size_t size;
+    };
+
+    void allocate(std::size_t size);
+    void destroy();
+    void swap(String& other) noexcept {
+        const Large large = _large;
+        _large = other._large;
+        other._large = large;
+    }
+
+    union {
+        Small _small;
+        Large _large;
+    };
 };
 
 }}

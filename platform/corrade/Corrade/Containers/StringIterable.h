@@ -17,83 +17,114 @@ stored. Doesn't own anything; if made from an initializer list, it's valid only
 until the full expression that has the list ends.
 */
 class StringIterable {
-    public:
-        /** @brief Empty view */
-        /*implicit*/ StringIterable() noexcept: _data{}, _size{}, _stride{}, _accessor{} {}
+public:
+    /** @brief Empty view */
+    /*implicit*/ StringIterable() noexcept:
+        _data{}, _size{}, _stride{}, _accessor{} {}
 
-        /** @overload */
-        template<class T, typename std::enable_if<std::is_same<T, std::nullptr_t>::value, int>::type = 0> /*implicit*/ StringIterable(T) noexcept: StringIterable{} {}
+    /** @overload */
+    template<class T,
+        std::enable_if_t<std::is_same_v<T, std::nullptr_t>, int> = 0>
+    /*implicit*/ StringIterable(T) noexcept: StringIterable{} {}
 
-        /** @brief View on an initializer list */
-        /*implicit*/ StringIterable(std::initializer_list<StringView> list) noexcept: StringIterable{arrayView(list)} {}
+    /** @brief View on an initializer list */
+    /*implicit*/ StringIterable(std::initializer_list<StringView> list) noexcept
+        :
+        StringIterable{arrayView(list)} {}
 
-        /** @brief View on an array of anything that a @ref StringView can be made from */
-        template<class Container, class T = typename decltype(arrayView(std::declval<Container&>()))::Type, typename std::enable_if<std::is_constructible<StringView, const T&>::value, int>::type = 0> /*implicit*/ StringIterable(Container&& list) noexcept: StringIterable{arrayView(list), [](const void* string) {
-            return StringView{*static_cast<const T*>(string)};
-        }} {}
+    /**
+     * @brief View on an array of anything that a @ref StringView can be made
+     *      from
+     */
+    template<class Container,
+        class T = typename decltype(arrayView(
+            std::declval<Container&>()))::Type,
+        std::enable_if_t<std::is_constructible_v<StringView, const T&>, int> =
+            0>
+    /*implicit*/ StringIterable(Container&& list) noexcept:
+        StringIterable{arrayView(list), [](const void* string) {
+                           return StringView{*static_cast<const T*>(string)};
+                       }} {}
 
-        /** @brief Count of strings */
-        std::size_t size() const { return _size; }
+    /** @brief Count of strings */
+    std::size_t size() const { return _size; }
 
-        /** @brief Whether there are none */
-        bool isEmpty() const { return !_size; }
+    /** @brief Whether there are none */
+    bool isEmpty() const { return !_size; }
 
-        /** @brief Iterator to the first string */
-        inline StringIterableIterator begin() const;
+    /** @brief Iterator to the first string */
+    inline StringIterableIterator begin() const;
 
-        /** @brief Iterator to after the last string */
-        inline StringIterableIterator end() const;
+    /** @brief Iterator to after the last string */
+    inline StringIterableIterator end() const;
 
-        /** @brief First string. Expects that there is one. */
-        StringView front() const { return (*this)[0]; }
+    /** @brief First string. Expects that there is one. */
+    StringView front() const { return (*this)[0]; }
 
-        /** @brief Last string. Expects that there is one. */
-        StringView back() const { return (*this)[_size - 1]; }
+    /** @brief Last string. Expects that there is one. */
+    StringView back() const { return (*this)[_size - 1]; }
 
-        /** @brief String at given position. Expects that it's in range. */
-        StringView operator[](std::size_t i) const {
-            CORRADE_DEBUG_ASSERT(i < _size, "Containers::StringIterable::operator[](): index" << i << "out of range for" << _size << "elements", {});
-            return _accessor(static_cast<const char*>(_data) + i*_stride);
-        }
+    /** @brief String at given position. Expects that it's in range. */
+    StringView operator[](std::size_t i) const {
+        CORRADE_DEBUG_ASSERT(i < _size,
+            "Containers::StringIterable::operator[](): index"
+                << i << "out of range for" << _size << "elements",
+            {});
+        return _accessor(static_cast<const char*>(_data) + i * _stride);
+    }
 
-    private:
-        template<class T> explicit StringIterable(ArrayView<T> list, StringView(*accessor)(const void*)) noexcept: _data{list.data()}, _size{list.size()}, _stride{sizeof(T)}, _accessor{accessor} {}
+private:
+    template<class T> explicit StringIterable(
+        ArrayView<T> list, StringView (*accessor)(const void*)) noexcept:
+        _data{list.data()},
+        _size{list.size()}, _stride{sizeof(T)}, _accessor{accessor} {}
 
-        const void* _data;
-        std::size_t _size, _stride;
-        StringView(*_accessor)(const void*);
+    const void* _data;
+    std::size_t _size, _stride;
+    StringView (*_accessor)(const void*);
 };
 
 /** @brief Iterator of a @ref StringIterable */
 class StringIterableIterator {
-    public:
-        /** @brief Equality */
-        bool operator==(const StringIterableIterator& other) const { return _i == other._i; }
+public:
+    /** @brief Equality */
+    bool operator==(const StringIterableIterator& other) const {
+        return _i == other._i;
+    }
 
-        /** @brief Inequality */
-        bool operator!=(const StringIterableIterator& other) const { return _i != other._i; }
+    /** @brief Inequality */
+    bool operator!=(const StringIterableIterator& other) const {
+        return _i != other._i;
+    }
 
-        /** @brief Advance to the next string */
-        StringIterableIterator& operator++() {
-            ++_i;
-            return *this;
-        }
+    /** @brief Advance to the next string */
+    StringIterableIterator& operator++() {
+        ++_i;
+        return *this;
+    }
 
-        /** @brief The string */
-        StringView operator*() const { return _iterable[_i]; }
+    /** @brief The string */
+    StringView operator*() const { return _iterable[_i]; }
 
-    private:
-        friend StringIterable;
+private:
+    friend StringIterable;
 
-        explicit StringIterableIterator(const StringIterable& iterable, std::size_t i) noexcept: _iterable(iterable), _i{i} {}
+    explicit StringIterableIterator(
+        const StringIterable& iterable, std::size_t i) noexcept:
+        _iterable(iterable),
+        _i{i} {}
 
-        StringIterable _iterable;
-        std::size_t _i;
+    StringIterable _iterable;
+    std::size_t _i;
 };
 
-inline StringIterableIterator StringIterable::begin() const { return StringIterableIterator{*this, 0}; }
+inline StringIterableIterator StringIterable::begin() const {
+    return StringIterableIterator{*this, 0};
+}
 
-inline StringIterableIterator StringIterable::end() const { return StringIterableIterator{*this, _size}; }
+inline StringIterableIterator StringIterable::end() const {
+    return StringIterableIterator{*this, _size};
+}
 
 }}
 

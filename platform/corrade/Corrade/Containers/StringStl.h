@@ -2,7 +2,8 @@
 #define Corrade_Containers_StringStl_h
 
 /** @file
- * @brief Conversion of @ref Corrade::Containers::String and @ref Corrade::Containers::StringView from and to @ref std::string
+ * @brief Conversion of @ref Corrade::Containers::String and @ref
+ *      Corrade::Containers::StringView from and to @ref std::string
  */
 
 #include <string>

@@ -2,7 +2,8 @@
 #define Corrade_Containers_StringStlView_h
 
 /** @file
- * @brief Conversion of @ref Corrade::Containers::String and @ref Corrade::Containers::StringView from and to @ref std::string_view
+ * @brief Conversion of @ref Corrade::Containers::String and @ref
+ *      Corrade::Containers::StringView from and to @ref std::string_view
  */
 
 #include <string_view>

@@ -2,7 +2,11 @@
 #define Corrade_Utility_Assert_h
 
 /** @file
- * @brief Macro @ref CORRADE_ASSERT(), @ref CORRADE_ASSERT_OUTPUT(), @ref CORRADE_ASSERT_UNREACHABLE(), @ref CORRADE_INTERNAL_ASSERT(), @ref CORRADE_INTERNAL_ASSERT_OUTPUT(), @ref CORRADE_INTERNAL_ASSERT_EXPRESSION(), @ref CORRADE_INTERNAL_ASSERT_UNREACHABLE()
+ * @brief Macro @ref CORRADE_ASSERT(), @ref CORRADE_ASSERT_OUTPUT(), @ref
+ *      CORRADE_ASSERT_UNREACHABLE(), @ref CORRADE_INTERNAL_ASSERT(), @ref
+ *      CORRADE_INTERNAL_ASSERT_OUTPUT(), @ref
+ *      CORRADE_INTERNAL_ASSERT_EXPRESSION(), @ref
+ *      CORRADE_INTERNAL_ASSERT_UNREACHABLE()
  *
  * All of these check for programming errors. A failed one prints a message to
  * the default error output, regardless of any redirection, and aborts.
@@ -15,8 +19,9 @@
 #include "Corrade/Utility/Macros.h"
 
 /** @brief Print a message and abort */
-#define CORRADE_ASSERT_MESSAGE_ABORT(...)                                   \
-    Corrade::Utility::Error{Corrade::Utility::Error::defaultOutput()} << __VA_ARGS__; \
+#define CORRADE_ASSERT_MESSAGE_ABORT(...)                                      \
+    Corrade::Utility::Error{Corrade::Utility::Error::defaultOutput()}          \
+        << __VA_ARGS__;                                                        \
     std::abort();
 
 /**
@@ -25,48 +30,56 @@
  * The message is a list of values to print, joined with @cpp << @ce. The
  * function returns with @p returnValue, which may be empty.
  */
-#define CORRADE_ASSERT(condition, message, returnValue)                     \
-    do {                                                                    \
-        if(!(condition)) {                                                  \
-            CORRADE_ASSERT_MESSAGE_ABORT(message)                           \
-            return returnValue;                                             \
-        }                                                                   \
+#define CORRADE_ASSERT(condition, message, returnValue)                        \
+    do {                                                                       \
+        if(!(condition)) {                                                     \
+            CORRADE_ASSERT_MESSAGE_ABORT(message)                              \
+            return returnValue;                                                \
+        }                                                                      \
     } while(false)
 
 /** @brief Assert the result of a call that's always made */
-#define CORRADE_ASSERT_OUTPUT(call, message, returnValue) CORRADE_ASSERT(call, message, returnValue)
+#define CORRADE_ASSERT_OUTPUT(call, message, returnValue)                      \
+    CORRADE_ASSERT(call, message, returnValue)
 
 /** @brief Assert that the code is never reached */
-#define CORRADE_ASSERT_UNREACHABLE(message, returnValue)                    \
-    do {                                                                    \
-        CORRADE_ASSERT_MESSAGE_ABORT(message)                               \
+#define CORRADE_ASSERT_UNREACHABLE(message, returnValue)                       \
+    do {                                                                       \
+        CORRADE_ASSERT_MESSAGE_ABORT(message)                                  \
     } while(false)
 
-#define _CORRADE_ASSERT_FAILED(what) "Assertion " what " failed at " __FILE__ ":" CORRADE_LINE_STRING
+#define _CORRADE_ASSERT_FAILED(what)                                           \
+    "Assertion " what " failed at " __FILE__ ":" CORRADE_LINE_STRING
 
 /** @brief Assert a condition, with the condition itself as the message */
-#define CORRADE_INTERNAL_ASSERT(condition)                                  \
-    do {                                                                    \
-        if(!(condition)) {                                                  \
-            CORRADE_ASSERT_MESSAGE_ABORT(_CORRADE_ASSERT_FAILED(#condition)) \
-        }                                                                   \
+#define CORRADE_INTERNAL_ASSERT(condition)                                     \
+    do {                                                                       \
+        if(!(condition)) {                                                     \
+            CORRADE_ASSERT_MESSAGE_ABORT(_CORRADE_ASSERT_FAILED(#condition))   \
+        }                                                                      \
     } while(false)
 
-/** @brief Assert the result of a call that's always made, with the call itself as the message */
-#define CORRADE_INTERNAL_ASSERT_OUTPUT(call)                                \
-    do {                                                                    \
-        if(!(call)) {                                                       \
-            CORRADE_ASSERT_MESSAGE_ABORT(_CORRADE_ASSERT_FAILED(#call))     \
-        }                                                                   \
+/**
+ * @brief Assert the result of a call that's always made, with the call itself
+ *      as the message
+ */
+#define CORRADE_INTERNAL_ASSERT_OUTPUT(call)                                   \
+    do {                                                                       \
+        if(!(call)) {                                                          \
+            CORRADE_ASSERT_MESSAGE_ABORT(_CORRADE_ASSERT_FAILED(#call))        \
+        }                                                                      \
     } while(false)
 
 /** @brief Assert that an expression is truthy and pass its value through */
-#define CORRADE_INTERNAL_ASSERT_EXPRESSION(...) Corrade::Utility::Implementation::assertExpression(__VA_ARGS__, _CORRADE_ASSERT_FAILED(#__VA_ARGS__))
+#define CORRADE_INTERNAL_ASSERT_EXPRESSION(...)                                \
+    Corrade::Utility::Implementation::assertExpression(                        \
+        __VA_ARGS__, _CORRADE_ASSERT_FAILED(#__VA_ARGS__))
 
 /** @brief Assert that the code is never reached */
-#define CORRADE_INTERNAL_ASSERT_UNREACHABLE()                               \
-    do {                                                                    \
-        CORRADE_ASSERT_MESSAGE_ABORT("Reached unreachable code at " __FILE__ ":" CORRADE_LINE_STRING) \
+#define CORRADE_INTERNAL_ASSERT_UNREACHABLE()                                  \
+    do {                                                                       \
+        CORRADE_ASSERT_MESSAGE_ABORT(                                          \
+            "Reached unreachable code at " __FILE__ ":" CORRADE_LINE_STRING)   \
     } while(false)
 
 namespace Corrade { namespace Utility { namespace Implementation {

@@ -14,19 +14,19 @@ namespace Corrade { namespace Utility {
 using namespace Containers::Literals;
 
 class JsonTokenData {
-    public:
-        /* Place in the text. For containers the size is known once they end. */
-        std::size_t offset, size;
+public:
+    /* Place in the text. For containers the size is known once they end. */
+    std::size_t offset, size;
 
-        /* For containers count of tokens inside, or the index of the parent
-           container until they end. For strings with escape sequences index
-           of the decoded string. */
-        std::size_t childCountOrString: 56;
+    /* For containers count of tokens inside, or the index of the parent
+       container until they end. For strings with escape sequences index
+       of the decoded string. */
+    std::uint64_t childCountOrString : 56;
 
-        std::size_t type: 3;
-        std::size_t key: 1;
-        std::size_t parsed: 1;
-        std::size_t escaped: 1;
+    std::uint64_t type : 3;
+    std::uint64_t key : 1;
+    std::uint64_t parsed : 1;
+    std::uint64_t escaped : 1;
 };
 
 namespace Implementation {
@@ -50,88 +50,102 @@ struct JsonData {
 
 namespace {
 
-enum: std::size_t { NoParent = (std::size_t{1} << 56) - 1 };
+constexpr std::uint64_t NoParent = (std::uint64_t{1} << 56) - 1;
 
 class Tokenizer {
-    public:
-        explicit Tokenizer(Implementation::JsonData& data, Json::Options options): _data(data), _begin{data.text.begin()}, _end{data.text.end()}, _at{_begin}, _options{options} {
-            /* Enough for usual texts, so there's no need to grow */
-            arrayReserve(_data.tokens, data.text.size()/32 + 1);
-        }
+public:
+    explicit Tokenizer(Implementation::JsonData& data, Json::Options options):
+        _data(data), _begin{data.text.begin()}, _end{data.text.end()},
+        _at{_begin}, _options{options} {
+        /* Enough for usual texts, so there's no need to grow */
+        arrayReserve(_data.tokens, data.text.size() / 32 + 1);
+    }
 
-        /* Null on success, what's wrong at offset() otherwise */
-        const char* run();
+    /* Null on success, what's wrong at offset() otherwise */
+    const char* run();
 
-        std::size_t offset() const { return _at - _begin; }
+    std::size_t offset() const { return _at - _begin; }
 
-    private:
-        enum class Expecting { Value, ValueOrArrayEnd, Key, KeyOrObjectEnd, CommaOrEnd, Nothing };
+private:
+    enum class Expecting {
+        Value,
+        ValueOrArrayEnd,
+        Key,
+        KeyOrObjectEnd,
+        CommaOrEnd,
+        Nothing
+    };
 
-        void skipWhitespace();
-        const char* value();
-        const char* key();
-        const char* commaOrEnd();
-        const char* string(bool key);
-        const char* escape();
-        const char* unicodeEscape();
-        bool hex(unsigned& out);
-        const char* number();
-        bool digits();
-        const char* literal(Containers::StringView literal, JsonToken::Type type);
+    void skipWhitespace();
+    const char* value();
+    const char* key();
+    const char* commaOrEnd();
+    const char* string(bool key);
+    const char* escape();
+    const char* unicodeEscape();
+    bool hex(unsigned& out);
+    const char* number();
+    bool digits();
+    const char* literal(Containers::StringView literal, JsonToken::Type type);
 
-        JsonTokenData& add(JsonToken::Type type, const char* begin, bool parsed);
-        void beginContainer(JsonToken::Type type);
-        const char* endContainer();
-        void endValue();
+    JsonTokenData& add(JsonToken::Type type, const char* begin, bool parsed);
+    void beginContainer(JsonToken::Type type);
+    const char* endContainer();
+    void endValue();
 
-        Implementation::JsonData& _data;
-        const char* const _begin;
-        const char* const _end;
-        const char* _at;
-        Json::Options _options;
-        std::size_t _parent = NoParent;
-        Expecting _expecting = Expecting::Value;
+    Implementation::JsonData& _data;
+    const char* const _begin;
+    const char* const _end;
+    const char* _at;
+    Json::Options _options;
+    std::uint64_t _parent = NoParent;
+    Expecting _expecting = Expecting::Value;
 };
 
 const char* Tokenizer::run() {
     for(;;) {
         skipWhitespace();
         if(_at == _end)
-            return _expecting == Expecting::Nothing ? nullptr : "unexpected end of the document";
+            return _expecting == Expecting::Nothing
+                ? nullptr
+                : "unexpected end of the document";
 
         const char* error = nullptr;
         switch(_expecting) {
-            case Expecting::ValueOrArrayEnd:
-                error = *_at == ']' ? endContainer() : value();
-                break;
-            case Expecting::Value:
-                error = value();
-                break;
-            case Expecting::KeyOrObjectEnd:
-                error = *_at == '}' ? endContainer() : key();
-                break;
-            case Expecting::Key:
-                error = key();
-                break;
-            case Expecting::CommaOrEnd:
-                error = commaOrEnd();
-                break;
-            case Expecting::Nothing:
-                error = "unexpected text after the root value";
-                break;
+        case Expecting::ValueOrArrayEnd:
+            error = *_at == ']' ? endContainer() : value();
+            break;
+        case Expecting::Value:
+            error = value();
+            break;
+        case Expecting::KeyOrObjectEnd:
+            error = *_at == '}' ? endContainer() : key();
+            break;
+        case Expecting::Key:
+            error = key();
+            break;
+        case Expecting::CommaOrEnd:
+            error = commaOrEnd();
+            break;
+        case Expecting::Nothing:
+            error = "unexpected text after the root value";
+            break;
         }
-        if(error) return error;
+        if(error)
+            return error;
     }
 }
 
 void Tokenizer::skipWhitespace() {
-    while(_at != _end && (*_at == ' ' || *_at == '\n' || *_at == '\t' || *_at == '\r'))
+    while(_at != _end &&
+        (*_at == ' ' || *_at == '\n' || *_at == '\t' || *_at == '\r'))
         ++_at;
 }
 
-JsonTokenData& Tokenizer::add(const JsonToken::Type type, const char* const begin, const bool parsed) {
+JsonTokenData& Tokenizer::add(
+    const JsonToken::Type type, const char* const begin, const bool parsed) {
     JsonTokenData& out = arrayAppend(_data.tokens, InPlaceInit);
-    out.type = std::size_t(type);
+    out.type = std::uint64_t(type);
     out.offset = begin - _begin;
     out.size = _at - begin;
     out.parsed = parsed;
@@ -139,15 +153,17 @@ JsonTokenData& Tokenizer::add(const JsonToken::Type type, const char* const begi
 }
 
 void Tokenizer::beginContainer(const JsonToken::Type type) {
-    add(type, _at++, _options >= Json::Option::ParseLiterals).childCountOrString = _parent;
+    add(type, _at++, _options >= Json::Option::ParseLiterals)
+        .childCountOrString = _parent;
     _parent = _data.tokens.size() - 1;
-    _expecting = type == JsonToken::Type::Object ? Expecting::KeyOrObjectEnd : Expecting::ValueOrArrayEnd;
+    _expecting = type == JsonToken::Type::Object ? Expecting::KeyOrObjectEnd
+                                                 : Expecting::ValueOrArrayEnd;
 }
 
 const char* Tokenizer::endContainer() {
     ++_at;
     JsonTokenData& token = _data.tokens[_parent];
-    const std::size_t parent = token.childCountOrString;
+    const std::uint64_t parent = token.childCountOrString;
     token.size = offset() - token.offset;
     token.childCountOrString = _data.tokens.size() - _parent - 1;
     _parent = parent;
@@ -156,48 +172,63 @@ const char* Tokenizer::endContainer() {
 }
 
 void Tokenizer::endValue() {
-    _expecting = _parent == NoParent ? Expecting::Nothing : Expecting::CommaOrEnd;
+    _expecting =
+        _parent == NoParent ? Expecting::Nothing : Expecting::CommaOrEnd;
 }
 
 const char* Tokenizer::value() {
     switch(*_at) {
-        case '{':
-            beginContainer(JsonToken::Type::Object);
-            return nullptr;
-        case '[':
-            beginContainer(JsonToken::Type::Array);
-            return nullptr;
-        case '"': return string(false);
-        case 'n': return literal("null"_s, JsonToken::Type::Null);
-        case 't': return literal("true"_s, JsonToken::Type::Bool);
-        case 'f': return literal("false"_s, JsonToken::Type::Bool);
-        default: return number();
+    case '{':
+        beginContainer(JsonToken::Type::Object);
+        return nullptr;
+    case '[':
+        beginContainer(JsonToken::Type::Array);
+        return nullptr;
+    case '"':
+        return string(false);
+    case 'n':
+        return literal("null"_s, JsonToken::Type::Null);
+    case 't':
+        return literal("true"_s, JsonToken::Type::Bool);
+    case 'f':
+        return literal("false"_s, JsonToken::Type::Bool);
+    default:
+        return number();
     }
 }
 
 const char* Tokenizer::key() {
-    if(*_at != '"') return "expected an object key";
-    if(const char* const error = string(true)) return error;
+    if(*_at != '"')
+        return "expected an object key";
+    if(const char* const error = string(true))
+        return error;
 
     skipWhitespace();
-    if(_at == _end || *_at != ':') return "expected a colon after an object key";
+    if(_at == _end || *_at != ':')
+        return "expected a colon after an object key";
     ++_at;
     _expecting = Expecting::Value;
     return nullptr;
 }
 
 const char* Tokenizer::commaOrEnd() {
-    const bool object = JsonToken::Type(_data.tokens[_parent].type) == JsonToken::Type::Object;
-    if(*_at == (object ? '}' : ']')) return endContainer();
-    if(*_at != ',') return object ? "expected a comma or an object end" : "expected a comma or an array end";
+    const bool object =
+        JsonToken::Type(_data.tokens[_parent].type) == JsonToken::Type::Object;
+    if(*_at == (object ? '}' : ']'))
+        return endContainer();
+    if(*_at != ',')
+        return object ? "expected a comma or an object end"
+                      : "expected a comma or an array end";
 
     ++_at;
     _expecting = object ? Expecting::Key : Expecting::Value;
     return nullptr;
 }
 
-const char* Tokenizer::literal(const Containers::StringView literal, const JsonToken::Type type) {
-    if(std::size_t(_end - _at) < literal.size() || Containers::StringView{_at, literal.size()} != literal)
+const char* Tokenizer::literal(
+    const Containers::StringView literal, const JsonToken::Type type) {
+    if(std::size_t(_end - _at) < literal.size() ||
+        Containers::StringView{_at, literal.size()} != literal)
         return "invalid literal";
 
     const char* const begin = _at;
@@ -209,23 +240,30 @@ const char* Tokenizer::literal(const Containers::StringView literal, const JsonT
 
 bool Tokenizer::digits() {
     const char* const begin = _at;
-    while(_at != _end && *_at >= '0' && *_at <= '9') ++_at;
+    while(_at != _end && *_at >= '0' && *_at <= '9')
+        ++_at;
     return _at != begin;
 }
 
 const char* Tokenizer::number() {
     const char* const begin = _at;
-    if(*_at == '-') ++_at;
-    if(_at != _end && *_at == '0') ++_at;
-    else if(!digits()) return _at == begin ? "expected a value" : "invalid number";
+    if(*_at == '-')
+        ++_at;
+    if(_at != _end && *_at == '0')
+        ++_at;
+    else if(!digits())
+        return _at == begin ? "expected a value" : "invalid number";
     if(_at != _end && *_at == '.') {
         ++_at;
-        if(!digits()) return "invalid number";
+        if(!digits())
+            return "invalid number";
     }
     if(_at != _end && (*_at == 'e' || *_at == 'E')) {
         ++_at;
-        if(_at != _end && (*_at == '+' || *_at == '-')) ++_at;
-        if(!digits()) return "invalid number";
+        if(_at != _end && (*_at == '+' || *_at == '-'))
+            ++_at;
+        if(!digits())
+            return "invalid number";
     }
 
     add(JsonToken::Type::Number, begin, false);
@@ -239,19 +277,26 @@ const char* Tokenizer::string(const bool key) {
     bool escaped = false;
     for(;;) {
         _at = Implementation::skipJsonText(_at, _end);
-        if(_at == _end) return "unexpected end of a string";
-        if(*_at == '"') break;
-        if(*_at != '\\') return static_cast<unsigned char>(*_at) < ' ' ?
-            "unescaped control character in a string" : "invalid UTF-8";
+        if(_at == _end)
+            return "unexpected end of a string";
+        if(*_at == '"')
+            break;
+        if(*_at != '\\')
+            return static_cast<unsigned char>(*_at) < ' '
+                ? "unescaped control character in a string"
+                : "invalid UTF-8";
 
         escaped = true;
         _data.strings.append(copied, _at - copied);
-        if(const char* const error = escape()) return error;
+        if(const char* const error = escape())
+            return error;
         copied = _at;
     }
     ++_at;
 
-    JsonTokenData& token = add(JsonToken::Type::String, begin, _options >= (key ? Json::Option::ParseStringKeys : Json::Option::ParseStrings));
+    JsonTokenData& token = add(JsonToken::Type::String, begin,
+        _options >=
+            (key ? Json::Option::ParseStringKeys : Json::Option::ParseStrings));
     token.key = key;
     token.escaped = escaped;
     /* A string with no escape sequences stays just in the text */
@@ -260,7 +305,8 @@ const char* Tokenizer::string(const bool key) {
         token.childCountOrString = _data.stringEnds.size();
         arrayAppend(_data.stringEnds, _data.strings.size());
     }
-    if(!key) endValue();
+    if(!key)
+        endValue();
     return nullptr;
 }
 
@@ -268,25 +314,31 @@ const char* Tokenizer::escape() {
     constexpr Containers::StringView escapes = "\"\\/bfnrt"_s;
     constexpr Containers::StringView characters = "\"\\/\b\f\n\r\t"_s;
 
-    if(_end - _at < 2) return "unexpected end of a string";
-    if(_at[1] == 'u') return unicodeEscape();
+    if(_end - _at < 2)
+        return "unexpected end of a string";
+    if(_at[1] == 'u')
+        return unicodeEscape();
     const Containers::StringView found = escapes.find(_at[1]);
-    if(!found) return "invalid escape sequence";
+    if(!found)
+        return "invalid escape sequence";
     _data.strings += characters[found.begin() - escapes.begin()];
     _at += 2;
     return nullptr;
 }
 
 bool Tokenizer::hex(unsigned& out) {
-    if(_end - _at < 6 || _at[0] != '\\' || _at[1] != 'u') return false;
+    if(_end - _at < 6 || _at[0] != '\\' || _at[1] != 'u')
+        return false;
     const char* const end = _at + 6;
     /* A sign would be accepted otherwise */
-    return std::isxdigit(static_cast<unsigned char>(_at[2])) && std::from_chars(_at + 2, end, out, 16).ptr == end;
+    return std::isxdigit(static_cast<unsigned char>(_at[2])) &&
+        std::from_chars(_at + 2, end, out, 16).ptr == end;
 }
 
 const char* Tokenizer::unicodeEscape() {
     unsigned code;
-    if(!hex(code)) return "invalid unicode escape sequence";
+    if(!hex(code))
+        return "invalid unicode escape sequence";
 
     if(code >= 0xd800 && code < 0xe000) {
         const char* const begin = _at;
@@ -300,31 +352,44 @@ const char* Tokenizer::unicodeEscape() {
     }
     _at += 6;
 
-    if(code < 0x80) _data.strings += char(code);
-    else if(code < 0x800) _data.strings += {char(0xc0|(code >> 6)), char(0x80|(code & 0x3f))};
-    else if(code < 0x10000) _data.strings += {char(0xe0|(code >> 12)), char(0x80|((code >> 6) & 0x3f)), char(0x80|(code & 0x3f))};
-    else _data.strings += {char(0xf0|(code >> 18)), char(0x80|((code >> 12) & 0x3f)), char(0x80|((code >> 6) & 0x3f)), char(0x80|(code & 0x3f))};
+    if(code < 0x80)
+        _data.strings += char(code);
+    else if(code < 0x800)
+        _data.strings += {char(0xc0 | (code >> 6)), char(0x80 | (code & 0x3f))};
+    else if(code < 0x10000)
+        _data.strings += {char(0xe0 | (code >> 12)),
+            char(0x80 | ((code >> 6) & 0x3f)), char(0x80 | (code & 0x3f))};
+    else
+        _data.strings +=
+            {char(0xf0 | (code >> 18)), char(0x80 | ((code >> 12) & 0x3f)),
+                char(0x80 | ((code >> 6) & 0x3f)), char(0x80 | (code & 0x3f))};
     return nullptr;
 }
 
 }
 
-Containers::Optional<Json> Json::fromString(const Containers::StringView string, const Options options, const Containers::StringView filename) {
+Containers::Optional<Json> Json::fromString(const Containers::StringView string,
+    const Options options, const Containers::StringView filename) {
     Containers::Pointer<Implementation::JsonData> data{InPlaceInit};
     data->text = Containers::String::nullTerminatedGlobalView(string);
 
     Tokenizer tokenizer{*data, options};
     if(const char* const error = tokenizer.run()) {
         const Containers::StringView before = string.prefix(tokenizer.offset());
-        const Containers::StringView line = before.suffix(before.findLastOr('\n', before.begin()).end());
-        Error{} << "Utility::Json:" << error << "at" << (filename ? filename : "<in>"_s) << Debug::nospace << ":" << Debug::nospace << before.count('\n') + 1 << Debug::nospace << ":" << Debug::nospace << line.size() + 1;
+        const Containers::StringView line =
+            before.suffix(before.findLastOr('\n', before.begin()).end());
+        Error{} << "Utility::Json:" << error << "at"
+                << (filename ? filename : "<in>"_s) << Debug::nospace << ":"
+                << Debug::nospace << before.count('\n') + 1 << Debug::nospace
+                << ":" << Debug::nospace << line.size() + 1;
         return {};
     }
 
     return Json{std::move(data)};
 }
 
-Json::Json(Containers::Pointer<Implementation::JsonData>&& data) noexcept: _data{std::move(data)} {}
+Json::Json(Containers::Pointer<Implementation::JsonData>&& data) noexcept:
+    _data{std::move(data)} {}
 
 Json::Json(Json&&) noexcept = default;
 
@@ -332,26 +397,39 @@ Json::~Json() = default;
 
 Json& Json::operator=(Json&&) noexcept = default;
 
-JsonToken Json::root() const { return JsonToken{_data.get(), 0}; }
+JsonToken Json::root() const {
+    return JsonToken{_data.get(), 0};
+}
 
-const JsonTokenData& JsonToken::token() const { return _data->tokens[_index]; }
+const JsonTokenData& JsonToken::token() const {
+    return _data->tokens[_index];
+}
 
 void JsonToken::expect(const Type type, const char* const function) const {
-    CORRADE_ASSERT(this->type() == type && token().parsed, "Utility::JsonToken::" << Debug::nospace << function << Debug::nospace << "(): token is" << (isParsed() ? "a parsed" : "an unparsed") << this->type(), );
+    CORRADE_ASSERT(this->type() == type && token().parsed,
+        "Utility::JsonToken::"
+            << Debug::nospace << function << Debug::nospace << "(): token is"
+            << (isParsed() ? "a parsed" : "an unparsed") << this->type(), );
 }
 
 Containers::StringView JsonToken::data() const {
-    return Containers::StringView{_data->text}.sliceSize(token().offset, token().size);
+    return Containers::StringView{_data->text}.sliceSize(
+        token().offset, token().size);
 }
 
-JsonToken::Type JsonToken::type() const { return Type(token().type); }
+JsonToken::Type JsonToken::type() const {
+    return Type(token().type);
+}
 
-bool JsonToken::isParsed() const { return token().parsed; }
+bool JsonToken::isParsed() const {
+    return token().parsed;
+}
 
 std::size_t JsonToken::childCount() const {
     if(type() == Type::Object || type() == Type::Array)
         return token().childCountOrString;
-    if(token().key) return 1 + JsonToken{_data, _index + 1}.childCount();
+    if(token().key)
+        return 1 + JsonToken{_data, _index + 1}.childCount();
     return 0;
 }
 
@@ -368,26 +446,31 @@ JsonArrayView JsonToken::asArray() const {
 JsonIterator JsonToken::find(const Containers::StringView key) const {
     expect(Type::Object, "find");
     for(const JsonObjectItem i: JsonObjectView{*this})
-        if(i.key() == key) return i.value();
+        if(i.key() == key)
+            return i.value();
     return {};
 }
 
 JsonIterator JsonToken::find(const std::size_t index) const {
     expect(Type::Array, "find");
     for(const JsonArrayItem i: JsonArrayView{*this})
-        if(i.index() == index) return i.value();
+        if(i.index() == index)
+            return i.value();
     return {};
 }
 
 JsonToken JsonToken::operator[](const Containers::StringView key) const {
     const JsonIterator found = find(key);
-    CORRADE_ASSERT(found, "Utility::JsonToken::operator[](): key" << key << "not found", *this);
+    CORRADE_ASSERT(found,
+        "Utility::JsonToken::operator[](): key" << key << "not found", *this);
     return *found;
 }
 
 JsonToken JsonToken::operator[](const std::size_t index) const {
     const JsonIterator found = find(index);
-    CORRADE_ASSERT(found, "Utility::JsonToken::operator[](): index" << index << "not found", *this);
+    CORRADE_ASSERT(found,
+        "Utility::JsonToken::operator[](): index" << index << "not found",
+        *this);
     return *found;
 }
 
@@ -403,21 +486,15 @@ bool JsonToken::asBool() const {
 
 Containers::StringView JsonToken::asString() const {
     expect(Type::String, "asString");
-    return token().escaped ? _data->string(token().childCountOrString) : data().slice(1, token().size - 1);
+    return token().escaped ? _data->string(token().childCountOrString)
+                           : data().slice(1, token().size - 1);
 }
 
 Debug& operator<<(Debug& debug, const JsonToken::Type value) {
-    switch(value) {
-        #define _c(value) case JsonToken::Type::value: return debug << "Utility::JsonToken::Type::" #value;
-        _c(Object)
-        _c(Array)
-        _c(Null)
-        _c(Bool)
-        _c(Number)
-        _c(String)
-        #undef _c
-    }
-    return debug << "Utility::JsonToken::Type(" << Debug::nospace << int(value) << Debug::nospace << ")";
+    constexpr const char* names[]{
+        "Object", "Array", "Null", "Bool", "Number", "String"};
+    return debug << "Utility::JsonToken::Type::" << Debug::nospace
+                 << names[int(value)];
 }
 
 }}

@@ -22,11 +22,16 @@ enum class Expecting { Value, ObjectKey, ObjectValue, ArrayValue, Nothing };
 
 Debug& operator<<(Debug& debug, const Expecting value) {
     switch(value) {
-        case Expecting::Value: return debug << "a value";
-        case Expecting::ObjectKey: return debug << "an object key or object end";
-        case Expecting::ObjectValue: return debug << "an object value";
-        case Expecting::ArrayValue: return debug << "an array value or array end";
-        case Expecting::Nothing: return debug << "document end";
+    case Expecting::Value:
+        return debug << "a value";
+    case Expecting::ObjectKey:
+        return debug << "an object key or object end";
+    case Expecting::ObjectValue:
+        return debug << "an object value";
+    case Expecting::ArrayValue:
+        return debug << "an array value or array end";
+    case Expecting::Nothing:
+        return debug << "document end";
     }
     CORRADE_INTERNAL_ASSERT_UNREACHABLE();
 }
@@ -35,15 +40,22 @@ bool isValueExpected(const Expecting expecting) {
     return expecting != Expecting::ObjectKey && expecting != Expecting::Nothing;
 }
 
-Containers::StringView escaped(const char c, char(&unicode)[6]) {
+Containers::StringView escaped(const char c, char (&unicode)[6]) {
     switch(c) {
-        case '"': return "\\\""_s;
-        case '\\': return "\\\\"_s;
-        case '\b': return "\\b"_s;
-        case '\t': return "\\t"_s;
-        case '\n': return "\\n"_s;
-        case '\f': return "\\f"_s;
-        case '\r': return "\\r"_s;
+    case '"':
+        return "\\\""_s;
+    case '\\':
+        return "\\\\"_s;
+    case '\b':
+        return "\\b"_s;
+    case '\t':
+        return "\\t"_s;
+    case '\n':
+        return "\\n"_s;
+    case '\f':
+        return "\\f"_s;
+    case '\r':
+        return "\\r"_s;
     }
 
     constexpr const char* digits = "0123456789abcdef";
@@ -72,19 +84,24 @@ struct JsonWriter::State {
 
     void append(Containers::StringView string) {
         if(out.size() - size < string.size())
-            arrayResize(out, NoInit, size + string.size() + size/2 + 256);
-        if(string) std::memcpy(out.data() + size, string.data(), string.size());
+            arrayResize(out, NoInit, size + string.size() + size / 2 + 256);
+        if(string)
+            std::memcpy(out.data() + size, string.data(), string.size());
         size += string.size();
     }
 
     void appendSeparator(bool withComma) {
-        const std::size_t spaces = initialIndentation + indentation*levels.size();
+        const std::size_t spaces =
+            initialIndentation + indentation * levels.size();
         const std::size_t needed = comma.size() + (wrap ? 1 + spaces : 0);
-        if(separator.size() < needed) separator.resize(needed, ' ');
-        append(Containers::StringView{separator.data(), needed}.exceptPrefix(withComma ? 0 : comma.size()));
+        if(separator.size() < needed)
+            separator.resize(needed, ' ');
+        append(Containers::StringView{separator.data(), needed}.exceptPrefix(
+            withComma ? 0 : comma.size()));
     }
 
-    void appendQuoted(Containers::StringView string, Containers::StringView after);
+    void appendQuoted(
+        Containers::StringView string, Containers::StringView after);
 
     void beforeItem() {
         if(!levels.empty() && expecting != Expecting::ObjectValue)
@@ -94,7 +111,8 @@ struct JsonWriter::State {
     void afterValue() {
         needsComma = true;
         if(!levels.empty())
-            expecting = levels.back() ? Expecting::ObjectKey : Expecting::ArrayValue;
+            expecting =
+                levels.back() ? Expecting::ObjectKey : Expecting::ArrayValue;
         else {
             /* Indented output is meant to be put into another. The null
                terminator isn't a part of the output. */
@@ -104,32 +122,43 @@ struct JsonWriter::State {
     }
 };
 
-void JsonWriter::State::appendQuoted(const Containers::StringView string, const Containers::StringView after) {
+void JsonWriter::State::appendQuoted(
+    const Containers::StringView string, const Containers::StringView after) {
     append("\""_s);
     for(const char* i = string.begin();;) {
         /* What needs no change is appended at once */
-        const char* const changed = Implementation::skipJsonText(i, string.end());
+        const char* const changed =
+            Implementation::skipJsonText(i, string.end());
         append({i, std::size_t(changed - i)});
-        if(changed == string.end()) break;
+        if(changed == string.end())
+            break;
 
         char unicode[6]{'\\', 'u', '0', '0'};
-        const Implementation::Utf8Sequence sequence = Implementation::utf8Sequence(changed, string.end());
+        const Implementation::Utf8Sequence sequence =
+            Implementation::utf8Sequence(changed, string.end());
         append(sequence.valid ? escaped(*changed, unicode) : "\xef\xbf\xbd"_s);
         i = changed + sequence.size;
     }
     append(after);
 }
 
-JsonWriter::JsonWriter(const Options options, const std::uint32_t indentation, const std::uint32_t initialIndentation): _state{InPlaceInit} {
-    CORRADE_ASSERT(indentation <= 8, "Utility::JsonWriter: indentation can be at most 8 characters, got" << indentation, );
+JsonWriter::JsonWriter(const Options options, const std::uint32_t indentation,
+    const std::uint32_t initialIndentation):
+    _state{InPlaceInit} {
+    CORRADE_ASSERT(indentation <= 8,
+        "Utility::JsonWriter: indentation can be at most 8 characters, got"
+            << indentation, );
 
     _state->wrap = options >= Option::Wrap;
     _state->indentation = indentation;
     _state->initialIndentation = initialIndentation;
-    _state->comma = options >= Option::TypographicalSpace && !_state->wrap ? ", "_s : ","_s;
-    _state->afterKey = options >= Option::TypographicalSpace ? "\": "_s : "\":"_s;
+    _state->comma =
+        options >= Option::TypographicalSpace && !_state->wrap ? ", "_s : ","_s;
+    _state->afterKey =
+        options >= Option::TypographicalSpace ? "\": "_s : "\":"_s;
     _state->separator = _state->comma;
-    if(_state->wrap) _state->separator += '\n';
+    if(_state->wrap)
+        _state->separator += '\n';
 }
 
 JsonWriter::JsonWriter(JsonWriter&&) noexcept = default;
@@ -138,14 +167,19 @@ JsonWriter::~JsonWriter() = default;
 
 JsonWriter& JsonWriter::operator=(JsonWriter&&) noexcept = default;
 
-bool JsonWriter::isEmpty() const { return !_state->size; }
+bool JsonWriter::isEmpty() const {
+    return !_state->size;
+}
 
 std::size_t JsonWriter::size() const {
     return _state->size - (_state->expecting == Expecting::Nothing ? 1 : 0);
 }
 
 JsonWriter& JsonWriter::begin(const char brace, const char* const function) {
-    CORRADE_ASSERT(isValueExpected(_state->expecting), "Utility::JsonWriter::" << Debug::nospace << function << Debug::nospace << "(): expected" << _state->expecting, *this);
+    CORRADE_ASSERT(isValueExpected(_state->expecting),
+        "Utility::JsonWriter::" << Debug::nospace << function << Debug::nospace
+                                << "(): expected" << _state->expecting,
+        *this);
 
     const bool object = brace == '{';
     _state->beforeItem();
@@ -157,22 +191,37 @@ JsonWriter& JsonWriter::begin(const char brace, const char* const function) {
 }
 
 JsonWriter& JsonWriter::end(const char brace, const char* const function) {
-    CORRADE_ASSERT(_state->expecting == (brace == '}' ? Expecting::ObjectKey : Expecting::ArrayValue), "Utility::JsonWriter::" << Debug::nospace << function << Debug::nospace << "(): expected" << _state->expecting, *this);
+    CORRADE_ASSERT(_state->expecting ==
+            (brace == '}' ? Expecting::ObjectKey : Expecting::ArrayValue),
+        "Utility::JsonWriter::" << Debug::nospace << function << Debug::nospace
+                                << "(): expected" << _state->expecting,
+        *this);
 
     _state->levels.pop_back();
-    if(_state->needsComma) _state->appendSeparator(false);
+    if(_state->needsComma)
+        _state->appendSeparator(false);
     _state->append({&brace, 1});
     _state->afterValue();
     return *this;
 }
 
-JsonWriter& JsonWriter::beginObject() { return begin('{', "beginObject"); }
-JsonWriter& JsonWriter::endObject() { return end('}', "endObject"); }
-JsonWriter& JsonWriter::beginArray() { return begin('[', "beginArray"); }
-JsonWriter& JsonWriter::endArray() { return end(']', "endArray"); }
+JsonWriter& JsonWriter::beginObject() {
+    return begin('{', "beginObject");
+}
+JsonWriter& JsonWriter::endObject() {
+    return end('}', "endObject");
+}
+JsonWriter& JsonWriter::beginArray() {
+    return begin('[', "beginArray");
+}
+JsonWriter& JsonWriter::endArray() {
+    return end(']', "endArray");
+}
 
 JsonWriter& JsonWriter::writeKey(const Containers::StringView key) {
-    CORRADE_ASSERT(_state->expecting == Expecting::ObjectKey, "Utility::JsonWriter::writeKey(): expected" << _state->expecting, *this);
+    CORRADE_ASSERT(_state->expecting == Expecting::ObjectKey,
+        "Utility::JsonWriter::writeKey(): expected" << _state->expecting,
+        *this);
 
     _state->beforeItem();
     _state->appendQuoted(key, _state->afterKey);
@@ -181,7 +230,8 @@ JsonWriter& JsonWriter::writeKey(const Containers::StringView key) {
 }
 
 JsonWriter& JsonWriter::writeLiteral(const Containers::StringView literal) {
-    CORRADE_ASSERT(isValueExpected(_state->expecting), "Utility::JsonWriter::write(): expected" << _state->expecting, *this);
+    CORRADE_ASSERT(isValueExpected(_state->expecting),
+        "Utility::JsonWriter::write(): expected" << _state->expecting, *this);
 
     _state->beforeItem();
     _state->append(literal);
@@ -190,7 +240,8 @@ JsonWriter& JsonWriter::writeLiteral(const Containers::StringView literal) {
 }
 
 JsonWriter& JsonWriter::write(const Containers::StringView value) {
-    CORRADE_ASSERT(isValueExpected(_state->expecting), "Utility::JsonWriter::write(): expected" << _state->expecting, *this);
+    CORRADE_ASSERT(isValueExpected(_state->expecting),
+        "Utility::JsonWriter::write(): expected" << _state->expecting, *this);
 
     _state->beforeItem();
     _state->appendQuoted(value, "\""_s);
@@ -198,35 +249,54 @@ JsonWriter& JsonWriter::write(const Containers::StringView value) {
     return *this;
 }
 
-JsonWriter& JsonWriter::write(std::nullptr_t) { return writeLiteral("null"_s); }
+JsonWriter& JsonWriter::write(std::nullptr_t) {
+    return writeLiteral("null"_s);
+}
 
-JsonWriter& JsonWriter::writeBool(const bool value) { return writeLiteral(value ? "true"_s : "false"_s); }
+JsonWriter& JsonWriter::writeBool(const bool value) {
+    return writeLiteral(value ? "true"_s : "false"_s);
+}
 
 JsonWriter& JsonWriter::write(const float value) {
-    CORRADE_ASSERT(std::isfinite(value), "Utility::JsonWriter::write(): invalid floating-point value" << value, *this);
+    CORRADE_ASSERT(std::isfinite(value),
+        "Utility::JsonWriter::write(): invalid floating-point value" << value,
+        *this);
     return writeLiteral(Implementation::FloatText{value}.view());
 }
 
 JsonWriter& JsonWriter::write(const double value) {
-    CORRADE_ASSERT(std::isfinite(value), "Utility::JsonWriter::write(): invalid floating-point value" << value, *this);
+    CORRADE_ASSERT(std::isfinite(value),
+        "Utility::JsonWriter::write(): invalid floating-point value" << value,
+        *this);
     return writeLiteral(Implementation::FloatText{value}.view());
 }
 
 JsonWriter& JsonWriter::write(const long long value) {
-    CORRADE_ASSERT(value >= -(1ll << 52) && value < 1ll << 52, "Utility::JsonWriter::write(): too small or large integer value" << value, *this);
+    CORRADE_ASSERT(value >= -(1ll << 52) && value < 1ll << 52,
+        "Utility::JsonWriter::write(): too small or large integer value"
+            << value,
+        *this);
 
     char text[24];
-    return writeLiteral({text, std::size_t(std::to_chars(text, text + sizeof(text), value).ptr - text)});
+    return writeLiteral({text,
+        std::size_t(
+            std::to_chars(text, text + sizeof(text), value).ptr - text)});
 }
 
 JsonWriter& JsonWriter::write(const unsigned long long value) {
-    CORRADE_ASSERT(value < 1ull << 52, "Utility::JsonWriter::write(): too large integer value" << value, *this);
+    CORRADE_ASSERT(value < 1ull << 52,
+        "Utility::JsonWriter::write(): too large integer value" << value,
+        *this);
     return write(static_cast<long long>(value));
 }
 
 Containers::StringView JsonWriter::toString() const {
-    CORRADE_ASSERT(_state->expecting == Expecting::Nothing, "Utility::JsonWriter::toString(): incomplete JSON, expected" << _state->expecting, {});
-    return {_state->out.data(), size(), Containers::StringViewFlag::NullTerminated};
+    CORRADE_ASSERT(_state->expecting == Expecting::Nothing,
+        "Utility::JsonWriter::toString(): incomplete JSON, expected"
+            << _state->expecting,
+        {});
+    return {
+        _state->out.data(), size(), Containers::StringViewFlag::NullTerminated};
 }
 
 bool JsonWriter::toFile(const Containers::StringView filename) const {

@@ -22,109 +22,141 @@ The output is always valid JSON: control characters are escaped and each
 sequence that isn't valid UTF-8 gets replaced with U+FFFD.
 */
 class JsonWriter {
-    public:
-        /** @brief Option */
-        enum class Option {
-            Wrap = 1 << 0,              /**< Each value on its own line */
-            TypographicalSpace = 1 << 1 /**< A space after a colon, and after a comma that's not at the line end */
-        };
+public:
+    /** @brief Option */
+    enum class Option {
+        /** Each value on its own line */
+        Wrap = 1 << 0,
 
-        /** @brief Options */
-        typedef Containers::EnumSet<Option> Options;
+        /** A space after a colon, and after a comma inside of a line */
+        TypographicalSpace = 1 << 1
+    };
 
-        CORRADE_ENUMSET_FRIEND_OPERATORS(Options)
+    /** @brief Options */
+    typedef Containers::EnumSet<Option> Options;
 
-        /**
-         * @brief Constructor
-         * @param options               Options
-         * @param indentation           Spaces for each nesting level if
-         *      wrapping. Expects at most 8.
-         * @param initialIndentation    Spaces at the begin of each line but
-         *      the first
-         *
-         * There's a newline at the end if wrapping with no initial
-         * indentation.
-         */
-        explicit JsonWriter(Options options, std::uint32_t indentation, std::uint32_t initialIndentation = 0);
+    CORRADE_ENUMSET_FRIEND_OPERATORS(Options)
 
-        /** @brief Compact output */
-        explicit JsonWriter(): JsonWriter{{}, 0, 0} {}
+    /**
+     * @brief Constructor
+     * @param options               Options
+     * @param indentation           Spaces for each nesting level if
+     *      wrapping. Expects at most 8.
+     * @param initialIndentation    Spaces at the begin of each line but
+     *      the first
+     *
+     * There's a newline at the end if wrapping with no initial
+     * indentation.
+     */
+    explicit JsonWriter(Options options, std::uint32_t indentation,
+        std::uint32_t initialIndentation = 0);
 
-        JsonWriter(const JsonWriter&) = delete;
+    /** @brief Compact output */
+    explicit JsonWriter(): JsonWriter{{}, 0, 0} {}
 
-        /** @brief Move constructor */
-        JsonWriter(JsonWriter&&) noexcept;
+    JsonWriter(const JsonWriter&) = delete;
 
-        ~JsonWriter();
+    /** @brief Move constructor */
+    JsonWriter(JsonWriter&&) noexcept;
 
-        JsonWriter& operator=(const JsonWriter&) = delete;
+    ~JsonWriter();
 
-        /** @brief Move assignment */
-        JsonWriter& operator=(JsonWriter&&) noexcept;
+    JsonWriter& operator=(const JsonWriter&) = delete;
 
-        /** @brief Whether nothing was written yet */
-        bool isEmpty() const;
+    /** @brief Move assignment */
+    JsonWriter& operator=(JsonWriter&&) noexcept;
 
-        /** @brief Size of what was written so far */
-        std::size_t size() const;
+    /** @brief Whether nothing was written yet */
+    bool isEmpty() const;
 
-        /** @brief Begin an object. Expects that a value can be here. */
-        JsonWriter& beginObject();
+    /** @brief Size of what was written so far */
+    std::size_t size() const;
 
-        /** @brief End an object. Expects that an object key can be here. */
-        JsonWriter& endObject();
+    /** @brief Begin an object. Expects that a value can be here. */
+    JsonWriter& beginObject();
 
-        /** @brief Begin an array. Expects that a value can be here. */
-        JsonWriter& beginArray();
+    /** @brief End an object. Expects that an object key can be here. */
+    JsonWriter& endObject();
 
-        /** @brief End an array. Expects that an array value can be here. */
-        JsonWriter& endArray();
+    /** @brief Begin an array. Expects that a value can be here. */
+    JsonWriter& beginArray();
 
-        /** @brief Write an object key. Expects that it can be here. */
-        JsonWriter& writeKey(Containers::StringView key);
+    /** @brief End an array. Expects that an array value can be here. */
+    JsonWriter& endArray();
 
-        /** @brief Write a value. Expects that it can be here. */
-        JsonWriter& write(std::nullptr_t);
-        template<class T, typename std::enable_if<std::is_same<T, bool>::value, int>::type = 0> JsonWriter& write(T value) { return writeBool(value); } /**< @overload */
-        JsonWriter& write(Containers::StringView value);    /**< @overload */
+    /** @brief Write an object key. Expects that it can be here. */
+    JsonWriter& writeKey(Containers::StringView key);
 
-        /** @brief Write a number. Expects that it can be here and that it's finite. */
-        JsonWriter& write(float value);
-        JsonWriter& write(double value);                    /**< @overload */
+    /** @brief Write a value. Expects that it can be here. */
+    JsonWriter& write(std::nullptr_t);
 
-        /** @brief Write an integer. Expects that it can be here and that it's within 52 bits, so it doesn't lose precision in other software. */
-        JsonWriter& write(int value) { return write(static_cast<long long>(value)); }
-        JsonWriter& write(unsigned value) { return write(static_cast<unsigned long long>(value)); } /**< @overload */
-        JsonWriter& write(long value) { return write(static_cast<long long>(value)); } /**< @overload */
-        JsonWriter& write(unsigned long value) { return write(static_cast<unsigned long long>(value)); } /**< @overload */
-        JsonWriter& write(long long value);                 /**< @overload */
-        JsonWriter& write(unsigned long long value);        /**< @overload */
+    /** @overload */
+    template<class T, std::enable_if_t<std::is_same_v<T, bool>, int> = 0>
+    JsonWriter& write(T value) {
+        return writeBool(value);
+    }
+    JsonWriter& write(Containers::StringView value); /**< @overload */
 
-        /**
-         * @brief The output
-         *
-         * Null-terminated, valid until the writer is moved from or destroyed.
-         * Expects that the root value is complete.
-         */
-        Containers::StringView toString() const;
+    /**
+     * @brief Write a number
+     *
+     * Expects that it can be here and that it's finite.
+     */
+    JsonWriter& write(float value);
+    JsonWriter& write(double value); /**< @overload */
 
-        /**
-         * @brief Write the output to a file
-         *
-         * Prints a message to @ref Error and returns @cpp false @ce if that
-         * fails. Expects that the root value is complete.
-         */
-        bool toFile(Containers::StringView filename) const;
+    /**
+     * @brief Write an integer
+     *
+     * Expects that it can be here and that it's within 52 bits, so it doesn't
+     * lose precision in other software.
+     */
+    JsonWriter& write(int value) {
+        return write(static_cast<long long>(value));
+    }
 
-    private:
-        struct State;
+    /** @overload */
+    JsonWriter& write(unsigned value) {
+        return write(static_cast<unsigned long long>(value));
+    }
 
-        JsonWriter& writeBool(bool value);
-        JsonWriter& writeLiteral(Containers::StringView literal);
-        JsonWriter& begin(char brace, const char* function);
-        JsonWriter& end(char brace, const char* function);
+    /** @overload */
+    JsonWriter& write(long value) {
+        return write(static_cast<long long>(value));
+    }
 
-        Containers::Pointer<State> _state;
+    /** @overload */
+    JsonWriter& write(unsigned long value) {
+        return write(static_cast<unsigned long long>(value));
+    }
+    JsonWriter& write(long long value); /**< @overload */
+    JsonWriter& write(unsigned long long value); /**< @overload */
+
+    /**
+     * @brief The output
+     *
+     * Null-terminated, valid until the writer is moved from or destroyed.
+     * Expects that the root value is complete.
+     */
+    Containers::StringView toString() const;
+
+    /**
+     * @brief Write the output to a file
+     *
+     * Prints a message to @ref Error and returns @cpp false @ce if that
+     * fails. Expects that the root value is complete.
+     */
+    bool toFile(Containers::StringView filename) const;
+
+private:
+    struct State;
+
+    JsonWriter& writeBool(bool value);
+    JsonWriter& writeLiteral(Containers::StringView literal);
+    JsonWriter& begin(char brace, const char* function);
+    JsonWriter& end(char brace, const char* function);
+
+    Containers::Pointer<State> _state;
 };
 
 }}

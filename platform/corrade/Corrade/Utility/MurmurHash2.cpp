@@ -19,16 +19,18 @@ std::uint64_t load(const char* const data, const std::size_t size) {
 
 }
 
-MurmurHash2::Digest MurmurHash2::operator()(const char* const data, const std::size_t size) const {
-    std::uint64_t hash = _seed ^ (size*Multiplier);
+MurmurHash2::Digest MurmurHash2::operator()(
+    const char* const data, const std::size_t size) const {
+    std::uint64_t hash = _seed ^ (size * Multiplier);
 
-    const std::size_t whole = size/8*8;
+    const std::size_t whole = size / 8 * 8;
     for(std::size_t i = 0; i != whole; i += 8)
-        hash = (hash ^ (mixed(load(data + i, 8)*Multiplier)*Multiplier))*Multiplier;
+        hash = (hash ^ (mixed(load(data + i, 8) * Multiplier) * Multiplier)) *
+            Multiplier;
     if(whole != size)
-        hash = (hash ^ load(data + whole, size - whole))*Multiplier;
+        hash = (hash ^ load(data + whole, size - whole)) * Multiplier;
 
-    hash = mixed(mixed(hash)*Multiplier);
+    hash = mixed(mixed(hash) * Multiplier);
     return Digest::fromByteArray(reinterpret_cast<const char*>(&hash));
 }
 

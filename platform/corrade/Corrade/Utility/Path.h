@@ -17,8 +17,13 @@ Functions that fail print a message with the reason to @ref Error.
 */
 namespace Path {
 
-/** @brief Directory and file name. The slash between belongs to the former only if it's the root. */
-Containers::Pair<Containers::StringView, Containers::StringView> split(Containers::StringView path);
+/**
+ * @brief Directory and file name
+ *
+ * The slash between belongs to the former only if it's the root.
+ */
+Containers::Pair<Containers::StringView, Containers::StringView> split(
+    Containers::StringView path);
 
 /** @brief Directory part of @ref split() */
 Containers::StringView path(Containers::StringView filename);
@@ -26,11 +31,22 @@ Containers::StringView path(Containers::StringView filename);
 /** @brief File name part of @ref split() */
 Containers::StringView filename(Containers::StringView path);
 
-/** @brief Everything before the last dot of the file name, and the dot with what's after. Dots at the file name begin don't count. */
-Containers::Pair<Containers::StringView, Containers::StringView> splitExtension(Containers::StringView path);
+/**
+ * @brief Everything before the last dot of the file name, and the dot with
+ *      what's after
+ *
+ * Dots at the file name begin don't count.
+ */
+Containers::Pair<Containers::StringView, Containers::StringView> splitExtension(
+    Containers::StringView path);
 
-/** @brief Join two paths. An absolute @p filename or an empty @p path gives @p filename alone. */
-Containers::String join(Containers::StringView path, Containers::StringView filename);
+/**
+ * @brief Join two paths
+ *
+ * An absolute @p filename or an empty @p path gives @p filename alone.
+ */
+Containers::String join(
+    Containers::StringView path, Containers::StringView filename);
 
 /** @brief Join several paths, from the first to the last */
 Containers::String join(const Containers::StringIterable& paths);
@@ -54,11 +70,11 @@ bool move(Containers::StringView from, Containers::StringView to);
 Containers::Optional<Containers::String> currentDirectory();
 
 /** @brief Flag of a directory listing */
-enum class ListFlag: unsigned char {
-    SkipDotAndDotDot = 1 << 0,              /**< Skip `.` and `..` */
-    SkipFiles = 1 << 1,                     /**< Skip regular files and links to them */
-    SkipDirectories = 1 << 2,               /**< Skip directories and links to them */
-    SortAscending = (1 << 4)|(1 << 5)       /**< Sort by unsigned bytes */
+enum class ListFlag : unsigned char {
+    SkipDotAndDotDot = 1 << 0, /**< Skip `.` and `..` */
+    SkipFiles = 1 << 1, /**< Skip regular files and links to them */
+    SkipDirectories = 1 << 2, /**< Skip directories and links to them */
+    SortAscending = (1 << 4) | (1 << 5) /**< Sort by unsigned bytes */
 };
 
 /** @brief Flags of a directory listing */
@@ -67,7 +83,8 @@ typedef Containers::EnumSet<ListFlag> ListFlags;
 CORRADE_ENUMSET_OPERATORS(ListFlags)
 
 /** @brief Names in a directory, in no particular order by default */
-Containers::Optional<Containers::Array<Containers::String>> list(Containers::StringView path, ListFlags flags = {});
+Containers::Optional<Containers::Array<Containers::String>> list(
+    Containers::StringView path, ListFlags flags = {});
 
 /** @brief File size */
 Containers::Optional<std::size_t> size(Containers::StringView filename);
@@ -77,10 +94,12 @@ Containers::Optional<std::size_t> size(Containers::StringView filename);
  *
  * Reads until the end, whatever size the file is said to have.
  */
-Containers::Optional<Containers::Array<char>> read(Containers::StringView filename);
+Containers::Optional<Containers::Array<char>> read(
+    Containers::StringView filename);
 
 /** @overload */
-Containers::Optional<Containers::String> readString(Containers::StringView filename);
+Containers::Optional<Containers::String> readString(
+    Containers::StringView filename);
 
 /**
  * @brief Write a whole file
@@ -88,10 +107,15 @@ Containers::Optional<Containers::String> readString(Containers::StringView filen
  * Replaces previous contents of the file in place; if it fails, what's there
  * can be incomplete.
  */
-bool write(Containers::StringView filename, Containers::ArrayView<const void> data);
+bool write(
+    Containers::StringView filename, Containers::ArrayView<const void> data);
 
 /* It's not clear if the null terminator should be a part of the data */
-template<class T, typename std::enable_if<std::is_same<typename std::decay<T>::type, const char*>::value || std::is_same<typename std::decay<T>::type, char*>::value, int>::type = 0> bool write(const Containers::StringView& filename, T&& string) = delete;
+template<class T,
+    std::enable_if_t<std::is_same_v<std::decay_t<T>, const char*> ||
+            std::is_same_v<std::decay_t<T>, char*>,
+        int> = 0>
+bool write(const Containers::StringView& filename, T&& string) = delete;
 
 }
 

@@ -11,40 +11,52 @@ namespace Magnum { namespace Math {
 
 /** @brief Three-component vector */
 template<class T> class Vector3: public Vector<3, T> {
-    public:
-        /** @brief Unit vectors of the axes, scaled */
-        constexpr static Vector3<T> xAxis(T length = T(1)) { return {length, T(0), T(0)}; }
-        constexpr static Vector3<T> yAxis(T length = T(1)) { return {T(0), length, T(0)}; } /**< @overload */
-        constexpr static Vector3<T> zAxis(T length = T(1)) { return {T(0), T(0), length}; } /**< @overload */
+public:
+    /** @brief Unit vectors of the axes, scaled */
+    constexpr static Vector3<T> xAxis(T length = T(1)) {
+        return {length, T(0), T(0)};
+    }
 
-        /** @brief Zero vector */
-        constexpr /*implicit*/ Vector3() noexcept = default;
+    /** @overload */
+    constexpr static Vector3<T> yAxis(T length = T(1)) {
+        return {T(0), length, T(0)};
+    }
 
-        /** @brief Vector with all components the same */
-        constexpr explicit Vector3(T value) noexcept: Vector<3, T>{value, value, value} {}
+    /** @overload */
+    constexpr static Vector3<T> zAxis(T length = T(1)) {
+        return {T(0), T(0), length};
+    }
 
-        /** @brief Vector of given components */
-        constexpr /*implicit*/ Vector3(T x, T y, T z) noexcept: Vector<3, T>{x, y, z} {}
+    /** @brief Zero vector */
+    constexpr /*implicit*/ Vector3() noexcept = default;
 
-        /** @brief Copy of a generic vector */
-        constexpr /*implicit*/ Vector3(const Vector<3, T>& other) noexcept: Vector<3, T>(other) {}
+    /** @brief Vector with all components the same */
+    constexpr explicit Vector3(T value) noexcept:
+        Vector<3, T>{value, value, value} {}
 
-        /** @brief Components */
-        constexpr T& x() { return (*this)[0]; }
-        constexpr T x() const { return (*this)[0]; }    /**< @overload */
-        constexpr T& y() { return (*this)[1]; }         /**< @overload */
-        constexpr T y() const { return (*this)[1]; }    /**< @overload */
-        constexpr T& z() { return (*this)[2]; }         /**< @overload */
-        constexpr T z() const { return (*this)[2]; }    /**< @overload */
+    /** @brief Vector of given components */
+    constexpr /*implicit*/ Vector3(T x, T y, T z) noexcept:
+        Vector<3, T>{x, y, z} {}
 
-        MAGNUM_VECTOR_SUBCLASS_IMPLEMENTATION(3, Vector3)
+    /** @brief Copy of a generic vector */
+    constexpr /*implicit*/ Vector3(const Vector<3, T>& other) noexcept:
+        Vector<3, T>(other) {}
+
+    /** @brief Components */
+    constexpr T& x() { return (*this)[0]; }
+    constexpr T x() const { return (*this)[0]; } /**< @overload */
+    constexpr T& y() { return (*this)[1]; } /**< @overload */
+    constexpr T y() const { return (*this)[1]; } /**< @overload */
+    constexpr T& z() { return (*this)[2]; } /**< @overload */
+    constexpr T z() const { return (*this)[2]; } /**< @overload */
+
+    MAGNUM_VECTOR_SUBCLASS_IMPLEMENTATION(3, Vector3)
 };
 
 /** @brief Cross product */
 template<class T> Vector3<T> cross(const Vector3<T>& a, const Vector3<T>& b) {
-    return {a.y()*b.z() - a.z()*b.y(),
-            a.z()*b.x() - a.x()*b.z(),
-            a.x()*b.y() - a.y()*b.x()};
+    return {a.y() * b.z() - a.z() * b.y(), a.z() * b.x() - a.x() * b.z(),
+        a.x() * b.y() - a.y() * b.x()};
 }
 
 }}

@@ -1,0 +1,185 @@
+#include <string>
+
+#include <Corrade/Containers/Optional.h>
+#include <Corrade/Containers/String.h>
+#include <Corrade/Containers/StringStl.h>
+#include <Corrade/Utility/Json.h>
+
+#include "vectors.h"
+
+namespace {
+
+using namespace Corrade;
+using namespace Corrade::Containers::Literals;
+using namespace Orrelin;
+using Utility::Json;
+using Utility::JsonToken;
+
+constexpr const char* TypeNames[]{
+    "object", "array", "null", "bool", "number", "string"};
+
+Containers::Optional<Json> parse(
+    const Containers::StringView text, Containers::String& error) {
+    Utility::Error redirectError{&error};
+    return Json::fromString(
+        text, Json::Option::ParseLiterals | Json::Option::ParseStrings);
+}
+
+TEST(Json, vectors) {
+    for(const rapidjson::Value& i: vectors("jsonRead").GetArray()) {
+        const bool nested = i.HasMember("nestedArrays");
+        const std::size_t depth = nested ? i["nestedArrays"].GetUint() : 0;
+        const std::string text = nested
+            ? std::string(depth, '[') + std::string(depth, ']')
+            : std::string{stringView(i["text"])};
+        SCOPED_TRACE(text.substr(0, 100));
+
+        Containers::String error;
+        const Containers::Optional<Json> json = parse(text, error);
+        ASSERT_EQ(bool(json), i["accepted"].GetBool()) << error.data();
+        EXPECT_EQ(error.isEmpty(), bool(json));
+        EXPECT_EQ(error.count('\n'), json ? 0 : 1);
+        if(nested) {
+            EXPECT_EQ(json->root().childCount(), depth - 1);
+        }
+        if(!i.HasMember("members"))
+            continue;
+
+        std::size_t count = 0;
+        for(const Utility::JsonObjectItem item: json->root().asObject()) {
+            ASSERT_LT(count, i["members"].Size());
+            const rapidjson::Value& expected = i["members"][count++];
+            EXPECT_EQ(item.key(), stringView(expected[0]));
+            EXPECT_STREQ(
+                TypeNames[int(item.value().type())], expected[1].GetString());
+            if(expected.Size() == 3) {
+                EXPECT_EQ(item.value().asString(), stringView(expected[2]));
+            }
+        }
+        EXPECT_EQ(count, i["members"].Size());
+    }
+}
+
+TEST(Json, access) {
+    Containers::String error;
+    Containers::Optional<Json> json = parse(
+        R"({"a": {"b\n": [true, null, -1.5e3]}, "c\\": "x\"y", "": "\u00fc"})"_s,
+        error);
+    ASSERT_TRUE(json);
+
+    /* Tokens don't depend on the place of the instance */
+    const JsonToken root = json->root();
+    const Json moved = *std::move(json);
+
+    EXPECT_EQ(root.childCount(), 11);
+    EXPECT_EQ(root["a"].data(), R"({"b\n": [true, null, -1.5e3]})"_s);
+    EXPECT_TRUE(root["a"]["b\n"][0].asBool());
+    EXPECT_EQ(root["a"]["b\n"][1].asNull(), nullptr);
+    EXPECT_EQ(root["a"]["b\n"][2].data(), "-1.5e3"_s);
+    EXPECT_FALSE(root["a"]["b\n"][2].isParsed());
+    EXPECT_EQ(root["c\\"].asString(), "x\"y"_s);
+    EXPECT_EQ(root["c\\"].data(), "\"x\\\"y\""_s);
+    EXPECT_EQ(root.find("")->asString(), "ü"_s);
+    EXPECT_FALSE(root.find("b"));
+    EXPECT_FALSE(root["a"]["b\n"].find(3));
+
+    std::size_t index = 0;
+    for(const Utility::JsonArrayItem i: root["a"]["b\n"].asArray())
+        EXPECT_EQ(i.index(), index++);
+    EXPECT_EQ(index, 3);
+
+    EXPECT_DEATH(root["d"], "JsonToken::operator\\[\\]\\(\\): key d not found");
+    EXPECT_DEATH(root["a"].asString(),
+        "JsonToken::asString\\(\\): token is a parsed "
+        "Utility::JsonToken::Type::Object");
+}
+
+TEST(Json, options) {
+    const Containers::Optional<Json> json =
+        Json::fromString(R"({"a": "b"})"_s, Json::Option::ParseStringKeys);
+    ASSERT_TRUE(json);
+    EXPECT_FALSE(json->root().isParsed());
+    EXPECT_DEATH(json->root().asObject(), "an unparsed");
+
+    const Containers::Optional<Json> literals =
+        Json::fromString(R"({"a": "b"})"_s, Json::Option::ParseLiterals);
+    EXPECT_DEATH((*literals->root().asObject().begin()).key(),
+        "isn't parsed|an unparsed");
+}
+
+TEST(Json, errorPosition) {
+    Containers::String error;
+    {
+        Utility::Error redirectError{&error};
+        EXPECT_FALSE(Json::fromString("{\n  \"a\": ,\n}"_s, {}, "de.json"_s));
+    }
+    EXPECT_TRUE(error.hasPrefix("Utility::Json: "_s));
+    EXPECT_TRUE(error.contains("at de.json:2:8"_s)) << error.data();
+}
+
+#ifdef ORRELIN_STANDINS
+TEST(Json, surrogates) {
+    const struct {
+        const char* text;
+        const char* expected;
+    } data[]{
+        {"\"\\ud83d\\ude00\"", "\xf0\x9f\x98\x80"},
+        {"\"\\uD7FF\\uE000\"", "\xed\x9f\xbf\xee\x80\x80"},
+        {"\"\\ud83d\"", nullptr},
+        {"\"\\ud83dx\"", nullptr},
+        {"\"\\ud83d\\n\"", nullptr},
+        {"\"\\ud83d\\ud83d\"", nullptr},
+        {"\"\\ude00\\ud83d\"", nullptr},
+        {"\"\\ud83d\\ude0\"", nullptr},
+        {"\"\\u+12f\"", nullptr},
+        {"\"\\u12", nullptr},
+    };
+    for(const auto& i: data) {
+        SCOPED_TRACE(i.text);
+        Containers::String error;
+        const Containers::Optional<Json> json = parse(i.text, error);
+        ASSERT_EQ(bool(json), bool(i.expected));
+        if(json) {
+            EXPECT_EQ(json->root().asString(), i.expected);
+        }
+    }
+}
+
+TEST(Json, bytes) {
+    /* Control characters, null bytes, everything that's not UTF-8 */
+    for(const Containers::StringView i:
+        {"\"a\nb\""_s, "\"a\x1f\""_s, "\"a\0b\""_s, "{}\0"_s, "{}\0x"_s,
+            "\0{}"_s, "\"\x80\""_s, "\"\xc0\x80\""_s, "\"\xc3\""_s,
+            "\"\xe0\x80\x80\""_s, "\"\xed\xa0\x80\""_s,
+            "\"\xf4\x90\x80\x80\""_s, "\"\xff\""_s, "\"\xf0\x9f\x98"_s}) {
+        SCOPED_TRACE(std::string{i});
+        Containers::String error;
+        EXPECT_FALSE(parse(i, error));
+        EXPECT_FALSE(error.isEmpty());
+    }
+
+    for(const Containers::StringView i:
+        {"\"\x7f\""_s, "\"\xc2\x80\""_s, "\"\xe0\xa0\x80\""_s,
+            "\"\xed\x9f\xbf\""_s, "\"\xf4\x8f\xbf\xbf\""_s}) {
+        SCOPED_TRACE(std::string{i});
+        Containers::String error;
+        const Containers::Optional<Json> json = parse(i, error);
+        ASSERT_TRUE(json);
+        EXPECT_EQ(json->root().asString(), i.slice(1, i.size() - 1));
+    }
+}
+
+TEST(Json, numbers) {
+    for(const char* i: {"0", "-0", "10", "0.5", "1e5", "1E+05", "-1.0e-999"}) {
+        Containers::String error;
+        EXPECT_TRUE(parse(i, error)) << error.data();
+    }
+    for(const char* i:
+        {"-", "+1", "01", ".5", "1.", "1.e5", "1e", "1e+", "0x1", "--1"}) {
+        Containers::String error;
+        EXPECT_FALSE(parse(i, error)) << i;
+    }
+}
+#endif
+
+}

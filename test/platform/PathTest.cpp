@@ -1,0 +1,167 @@
+#include <filesystem>
+
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/Optional.h>
+#include <Corrade/Containers/Pair.h>
+#include <Corrade/Containers/StringIterable.h>
+#include <Corrade/Containers/StringStl.h>
+#include <Corrade/Utility/Debug.h>
+#include <Corrade/Utility/Path.h>
+#include <unistd.h>
+
+#include "vectors.h"
+
+namespace {
+
+using namespace Corrade;
+using namespace Corrade::Containers::Literals;
+using namespace Orrelin;
+namespace Path = Utility::Path;
+
+TEST(Path, splitExtension) {
+    for(const rapidjson::Value& i: vectors("splitExtension").GetArray()) {
+        SCOPED_TRACE(i[0].GetString());
+        const auto actual = Path::splitExtension(stringView(i[0]));
+        EXPECT_EQ(actual.first(), stringView(i[1]));
+        EXPECT_EQ(actual.second(), stringView(i[2]));
+    }
+}
+
+TEST(Path, join) {
+    for(const rapidjson::Value& i: vectors("join").GetArray()) {
+        Containers::Array<Containers::StringView> parts{
+            ValueInit, i["parts"].Size()};
+        for(std::size_t j = 0; j != parts.size(); ++j)
+            parts[j] = stringView(i["parts"][j]);
+        EXPECT_EQ(Path::join(parts), stringView(i["result"]));
+        if(parts.size() == 2) {
+            EXPECT_EQ(Path::join(parts[0], parts[1]), stringView(i["result"]));
+        }
+    }
+}
+
+TEST(Path, split) {
+    const struct {
+        const char *path, *directory, *filename;
+    } data[]{
+        {"", "", ""},
+        {"file", "", "file"},
+        {"/file", "/", "file"},
+        {"/a/b/file", "/a/b", "file"},
+        {"a/b/", "a/b", ""},
+    };
+    for(const auto& i: data) {
+        EXPECT_EQ(Path::path(i.path), i.directory);
+        EXPECT_EQ(Path::filename(i.path), i.filename);
+    }
+}
+
+class PathFiles: public testing::Test {
+protected:
+    PathFiles():
+        _root{(std::filesystem::temp_directory_path() /
+            ("orrelin-path-" + std::to_string(::getpid())))
+                  .string()} {
+        std::filesystem::remove_all(std::string{_root});
+    }
+
+    ~PathFiles() { std::filesystem::remove_all(std::string{_root}); }
+
+    Containers::String file(Containers::StringView name) const {
+        return Path::join(_root, name);
+    }
+
+    Containers::String _root;
+};
+
+TEST_F(PathFiles, writeReadRemove) {
+    const Containers::String directory = file("a/b/"_s);
+    EXPECT_FALSE(Path::exists(directory));
+    ASSERT_TRUE(Path::make(directory));
+    EXPECT_TRUE(Path::make(directory));
+    EXPECT_TRUE(Path::isDirectory(directory));
+
+    const Containers::String first = file("a/b/first"_s);
+    const Containers::String second = file("a/second"_s);
+    for(const std::size_t size: {0, 1, 4095, 100000}) {
+        const Containers::String text{DirectInit, size, 'x'};
+        ASSERT_TRUE(Path::write(first, Containers::StringView{text}));
+        EXPECT_EQ(*Path::size(first), size);
+        const Containers::Optional<Containers::Array<char>> data =
+            Path::read(first);
+        ASSERT_TRUE(data);
+        EXPECT_EQ(Containers::StringView{*data}, text);
+        EXPECT_EQ(*Path::readString(first), text);
+    }
+    EXPECT_FALSE(Path::isDirectory(first));
+
+    EXPECT_TRUE(Path::move(first, second));
+    EXPECT_FALSE(Path::exists(first));
+    EXPECT_TRUE(Path::remove(second));
+    EXPECT_FALSE(Path::exists(second));
+    EXPECT_TRUE(Path::remove(file("a/b")));
+}
+
+TEST_F(PathFiles, list) {
+    ASSERT_TRUE(Path::make(file("z")));
+    ASSERT_TRUE(Path::write(file("b"), Containers::ArrayView<const void>{}));
+    ASSERT_TRUE(Path::write(file("a"), Containers::ArrayView<const void>{}));
+    std::filesystem::create_symlink("z", std::string{file("link")});
+
+    const struct {
+        Path::ListFlags flags;
+        const char* expected;
+    } data[]{
+        {{}, ". .. a b link z"},
+        {Path::ListFlag::SkipDotAndDotDot, "a b link z"},
+        {Path::ListFlag::SkipDirectories, "a b"},
+        {Path::ListFlag::SkipFiles | Path::ListFlag::SkipDotAndDotDot,
+            "link z"},
+    };
+    for(const auto& i: data) {
+        const Containers::Optional<Containers::Array<Containers::String>>
+            names = Path::list(_root, i.flags | Path::ListFlag::SortAscending);
+        ASSERT_TRUE(names);
+        EXPECT_EQ(" "_s.join(*names), i.expected);
+    }
+    EXPECT_EQ(Path::list(_root)->size(), 6);
+}
+
+TEST_F(PathFiles, specialFile) {
+    /* Has a size of zero according to the system */
+    const Containers::Optional<Containers::Array<char>> data =
+        Path::read("/proc/self/status"_s);
+    ASSERT_TRUE(data);
+    EXPECT_TRUE(Containers::StringView{*data}.contains("VmSize"_s));
+}
+
+TEST_F(PathFiles, errors) {
+    ASSERT_TRUE(Path::make(_root));
+    const Containers::String missing = file("missing");
+    const Containers::String present = file("present");
+    ASSERT_TRUE(Path::write(present, "x"_s));
+
+    Containers::String out;
+    const auto fails = [&](bool result, Containers::StringView function) {
+        EXPECT_FALSE(result) << function.data();
+        EXPECT_TRUE(out.hasPrefix("Utility::Path::" + function + "(): "))
+            << out.data();
+        EXPECT_EQ(out.count('\n'), 1) << out.data();
+        out = {};
+    };
+    Utility::Error redirectError{&out};
+    fails(bool(Path::read(missing)), "read");
+    fails(bool(Path::read(_root)), "read");
+    fails(bool(Path::list(missing)), "list");
+    fails(Path::write(Path::join(missing, "x"), "x"_s), "write");
+    fails(Path::remove(missing), "remove");
+    fails(Path::move(missing, present), "move");
+    fails(Path::make(Path::join(present, "x/y")), "make");
+    fails(Path::make(present), "make");
+#ifdef ORRELIN_STANDINS
+    fails(bool(Path::size(missing)), "size");
+    fails(Path::write("/dev/full"_s, "x"_s), "write");
+#endif
+}
+
+}
