@@ -46,9 +46,13 @@ bool EditorSession::open(Containers::StringView file) {
         return Utility::Path::read(file);
     }();
     if(!content) {
+        /* A folder is opened without an error before reading it fails */
+        const int error = errno;
         Utility::Error{} << "EditorSession::open(): can't read" << file
                          << Utility::Debug::nospace << ":"
-                         << std::strerror(errno);
+                         << std::strerror(
+                                Utility::Path::isDirectory(file) ? EISDIR
+                                                                 : error);
         return false;
     }
     if(!load({content->data(), content->size()}, file))
@@ -93,9 +97,9 @@ bool EditorSession::save(Containers::StringView file) {
     rapidjson::StringBuffer out;
     const std::size_t lost = writeProject(_state->projectFile.document, out);
     if(lost)
-        Utility::Warning{} << "EditorSession::save():" << lost
-                           << "numbers in" << file
-                           << "aren't finite and were written as null";
+        Utility::Warning{} << "EditorSession::save(): numbers in" << file
+                           << "that aren't finite were written as null:"
+                           << lost;
     const Containers::String fault =
         replaceFile(file, {out.GetString(), out.GetSize()});
     if(!fault.isEmpty()) {

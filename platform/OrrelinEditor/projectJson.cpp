@@ -11,6 +11,10 @@ namespace OrrelinEngine {
 
 namespace {
 
+using namespace Containers::Literals;
+
+constexpr Containers::StringView ByteOrderMark = "\xef\xbb\xbf"_s;
+
 /* A stream that knows its length. RapidJSON takes a NUL as the end of input,
    so one that is in it is passed on as a character that is never valid. */
 class Input {
@@ -18,10 +22,7 @@ public:
     typedef char Ch;
 
     explicit Input(Containers::StringView json):
-        _begin{json.begin()}, _at{json.begin()}, _end{json.end()} {
-        if(json.hasPrefix("\xef\xbb\xbf"))
-            _at += 3;
-    }
+        _begin{json.begin()}, _at{json.begin()}, _end{json.end()} {}
 
     char Peek() const { return _at == _end ? '\0' : *_at ? *_at : '\x01'; }
     char Take() {
@@ -81,8 +82,8 @@ struct DepthLimit {
     unsigned int depth = 0;
 };
 
-Containers::String at(Containers::StringView json, std::size_t offset,
-    Containers::StringView what) {
+Containers::String fault(Containers::StringView what,
+    Containers::StringView json, std::size_t offset) {
     std::size_t line = 1;
     std::size_t column = 1;
     for(std::size_t i = 0; i != offset && i != json.size(); ++i) {
@@ -113,7 +114,10 @@ public:
 }
 
 Containers::String parseProject(JsonDocument& document,
-    Containers::StringView json, unsigned int maxDepth) {
+    Containers::StringView content, unsigned int maxDepth) {
+    const Containers::StringView json = content.hasPrefix(ByteOrderMark)
+        ? content.exceptPrefix(ByteOrderMark)
+        : content;
     Input input{json};
     rapidjson::ParseResult result;
     unsigned int depth = 0;
@@ -128,13 +132,15 @@ Containers::String parseProject(JsonDocument& document,
     document.Populate(read);
 
     if(result.Code() == rapidjson::kParseErrorTermination && depth > maxDepth)
-        return at(json, result.Offset(),
-            Utility::format("more than {} nested levels", maxDepth));
-    if(result.IsError())
-        return at(json, result.Offset(),
-            rapidjson::GetParseError_En(result.Code()));
+        return fault(Utility::format("More than {} nested levels", maxDepth),
+            json, result.Offset());
+    if(result.IsError()) {
+        const Containers::StringView sentence =
+            rapidjson::GetParseError_En(result.Code());
+        return fault(sentence.exceptSuffix("."), json, result.Offset());
+    }
     if(!document.IsObject())
-        return at(json, 0, "The root is no object");
+        return fault("The root is no object", json, 0);
     return {};
 }
 

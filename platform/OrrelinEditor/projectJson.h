@@ -10,7 +10,7 @@ namespace OrrelinEngine {
 
 /* Reads a project document. On failure returns what is wrong and where. */
 Containers::String parseProject(JsonDocument& document,
-    Containers::StringView json, unsigned int maxDepth);
+    Containers::StringView content, unsigned int maxDepth);
 
 /* Writes a project document as indented JSON. Returns how many numbers had to
    become null as they aren't finite. */

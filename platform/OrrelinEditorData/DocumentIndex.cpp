@@ -1,5 +1,6 @@
 #include "DocumentIndex.h"
 
+#include <algorithm>
 #include <cstring>
 #include <functional>
 #include <string_view>
@@ -15,6 +16,8 @@ namespace {
 constexpr std::uint32_t LargeObject = 48;
 /* After that many searches of an object, building its index anew is cheaper */
 constexpr std::uint32_t MaxSearches = 16;
+/* Members of all indexed objects that are never too many */
+constexpr std::size_t MinSweep = 65536;
 constexpr std::uint32_t Free = ~std::uint32_t{};
 
 std::uint32_t hashOf(const char* data, std::size_t size) {
@@ -91,7 +94,8 @@ std::uint32_t ObjectIndex::findHinted(const JsonValue& object,
     Containers::StringView name, std::uint32_t hash) const {
     const std::uint32_t count = object.MemberCount();
     /* If members were erased directly, what followed them moved up */
-    const std::uint32_t moved = count < _count ? _count - count : 0;
+    const std::uint32_t moved =
+        count < _count ? std::min(_count - count, MaxSearches) : 0;
 
     std::uint32_t found = count;
     const std::size_t mask = _slots.size() - 1;
@@ -102,8 +106,10 @@ std::uint32_t ObjectIndex::findHinted(const JsonValue& object,
         const std::uint32_t hint = _slots[i].position;
         for(std::uint32_t by = 0; by <= moved && by <= hint; ++by)
             /* Of members with the same name the first one is meant */
-            if(hint - by < found && isNamed(object, hint - by, name))
+            if(hint - by < found && isNamed(object, hint - by, name)) {
                 found = hint - by;
+                break;
+            }
     }
     return found;
 }
@@ -111,14 +117,15 @@ std::uint32_t ObjectIndex::findHinted(const JsonValue& object,
 std::uint32_t ObjectIndex::find(const JsonValue& object,
     Containers::StringView name, std::uint64_t epoch) {
     const std::uint32_t count = object.MemberCount();
-    if(_slots.empty() || _surprises > MaxSearches ||
-        count + MaxSearches < _count)
+    if(_slots.empty() || _surprises > MaxSearches)
         rebuild(object);
-    if(!epoch || epoch != _epoch || count != _count) {
+    if(!epoch || epoch != _epoch) {
         _epoch = epoch;
         _vainSearches = 0;
         _complete = false;
     }
+    if(count != _count)
+        _complete = false;
     if(count > _count)
         extend(object);
 
@@ -196,15 +203,17 @@ void DocumentIndex::beginScope(int series) {
 }
 
 void DocumentIndex::sweep() {
+    _members = 0;
     for(auto i = _objects.begin(); i != _objects.end();) {
-        if(!i->second.usedSinceSweep)
+        if(!i->second.usedSinceSweep) {
             i = _objects.erase(i);
-        else {
-            i->second.usedSinceSweep = false;
-            ++i;
+            continue;
         }
+        i->second.usedSinceSweep = false;
+        _members += i->second.size();
+        ++i;
     }
-    _sweepAt = _objects.size() * 2 < 64 ? 64 : _objects.size() * 2;
+    _sweepAt = std::max(_members * 2, MinSweep);
 }
 
 ObjectIndex* DocumentIndex::indexOf(const JsonValue& object) {
@@ -216,8 +225,9 @@ ObjectIndex* DocumentIndex::indexOf(const JsonValue& object) {
         found->second.usedSinceSweep = true;
         return &found->second;
     }
-    if(_objects.size() >= _sweepAt)
+    if(_members + object.MemberCount() > _sweepAt)
         sweep();
+    _members += object.MemberCount();
     return &_objects[members];
 }
 

@@ -31,6 +31,9 @@ public:
     void erased(const JsonValue& object, std::uint32_t hash,
         std::uint32_t position);
 
+    /* How many members it indexes */
+    std::size_t size() const { return _count; }
+
     bool usedSinceSweep = true;
 
 private:
@@ -77,6 +80,9 @@ public:
     void beginScope(int series);
     void endScope() { --_scopes; }
 
+    /* What was made sure of in the current scopes doesn't hold anymore */
+    void distrust() { ++_epoch; }
+
 private:
     JsonValue* findMember(JsonValue& object, Containers::StringView name);
     JsonValue& addMember(JsonValue& object, Containers::StringView name,
@@ -89,7 +95,9 @@ private:
     void sweep();
 
     std::unordered_map<const void*, ObjectIndex> _objects;
-    std::size_t _sweepAt = 64;
+    /* Of all that is indexed, about */
+    std::size_t _members = 0;
+    std::size_t _sweepAt = 0;
     int _scopes = 0;
     int _series = -1;
     std::uint64_t _epoch = 1;

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <limits>
 
+#include "DocumentIndex.h"
 #include "editor/ProjectFile.h"
 #include "editor/RapidJsonUtils.h"
 
@@ -84,7 +85,11 @@ const JsonValue& RecordAccess::readValue() const {
 }
 
 JsonValue& RecordAccess::writeValue() {
-    return _file->create(path);
+    JsonValue& value = _file->create(path);
+    /* Members may be added, removed and renamed through the reference */
+    if(value.IsObject() || value.IsArray())
+        _file->_index->distrust();
+    return value;
 }
 
 ValueAccess RecordAccess::subValue(Containers::StringView key) const {

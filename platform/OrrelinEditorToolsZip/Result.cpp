@@ -5,8 +5,8 @@
 namespace OrrelinEngine {
 
 Containers::StringView Result::error() const {
-    CORRADE_ASSERT(!_success,
-        "Result::error(): Accessed error of valid result", {});
+    CORRADE_ASSERT(
+        !_success, "Result::error(): Accessed error of valid result", {});
     return _error;
 }
 

@@ -25,14 +25,8 @@ typedef std::unique_ptr<zip_file_t, decltype(&zip_fclose)> File;
 /* Of all that is read from an archive */
 constexpr std::uint64_t MaxSize = std::uint64_t{2} << 30;
 
-struct Entries {
-    Containers::Array<Containers::String> names;
-    Containers::Array<Containers::Array<char>> contents;
-    std::uint64_t size = 0;
-};
-
-bool isWanted(Containers::StringView name,
-    const Containers::StringIterable& extensions) {
+bool isWanted(
+    Containers::StringView name, const Containers::StringIterable& extensions) {
     /* A folder */
     if(name.hasSuffix('/'))
         return false;
@@ -44,7 +38,7 @@ bool isWanted(Containers::StringView name,
     return false;
 }
 
-/* Nothing if all is well, like those below */
+/* These and those below return what is wrong, nothing if all is well */
 Containers::StringView fault(const zip_stat_t& entry, std::uint64_t room) {
     if(entry.encryption_method != ZIP_EM_NONE)
         return "it is encrypted";
@@ -56,15 +50,35 @@ Containers::StringView fault(const zip_stat_t& entry, std::uint64_t room) {
     return {};
 }
 
-/* Grows with what really comes out. What an entry claims is believed only as
-   the end of it. */
-Containers::String unpack(zip_t* archive, const zip_stat_t& entry,
-    Containers::Array<char>& content) {
+/* Before anything is unpacked, so that it costs little to refuse an archive */
+Containers::String choose(zip_t* archive,
+    const Containers::StringIterable& extensions,
+    Containers::Array<zip_stat_t>& chosen) {
+    const zip_uint64_t count = zip_uint64_t(zip_get_num_entries(archive, 0));
+    std::uint64_t room = MaxSize;
+    for(zip_uint64_t i = 0; i != count; ++i) {
+        zip_stat_t entry;
+        if(zip_stat_index(archive, i, 0, &entry) < 0)
+            return zip_strerror(archive);
+        if(!isWanted(entry.name, extensions))
+            continue;
+        if(const Containers::StringView reason = fault(entry, room))
+            return Utility::format("entry {}: {}", entry.name, reason);
+        room -= entry.size;
+        arrayAppend(chosen, entry);
+    }
+    return {};
+}
+
+/* Grows with what really comes out. The size that an entry claims is believed
+   only as its end. */
+Containers::String unpack(
+    zip_t* archive, const zip_stat_t& entry, Containers::Array<char>& content) {
     const File file{zip_fopen_index(archive, entry.index, 0), zip_fclose};
     if(!file)
         return zip_strerror(archive);
 
-    char chunk[16*1024];
+    char chunk[16384];
     /* The last read, of nothing, compares the checksum */
     zip_int64_t read;
     while((read = zip_fread(file.get(), chunk, sizeof(chunk))) > 0) {
@@ -75,39 +89,20 @@ Containers::String unpack(zip_t* archive, const zip_stat_t& entry,
     }
     if(read < 0)
         return zip_file_strerror(file.get());
-    return content.size() == entry.size ? "" : "it is smaller than it claims to be";
+    if(content.size() != entry.size)
+        return "it is smaller than it claims to be";
+    return {};
 }
 
-Containers::String readEntry(zip_t* archive, std::uint64_t index,
-    const char* name, Entries& entries) {
-    zip_stat_t entry;
-    if(zip_stat_index(archive, index, 0, &entry) < 0)
-        return zip_strerror(archive);
-    if(const Containers::StringView reason =
-            fault(entry, MaxSize - entries.size))
-        return reason;
-
-    Containers::Array<char> content;
-    Containers::String reason = unpack(archive, entry, content);
-    entries.size += content.size();
-    arrayAppend(entries.names, Corrade::InPlaceInit, name);
-    arrayAppend(entries.contents, std::move(content));
-    return reason;
-}
-
-Containers::String readEntries(zip_t* archive,
-    const Containers::StringIterable& extensions, Entries& entries) {
-    const zip_int64_t count = zip_get_num_entries(archive, 0);
-    for(zip_int64_t i = 0; i < count; ++i) {
-        const char* const name = zip_get_name(archive, zip_uint64_t(i), 0);
-        if(!name)
-            return zip_strerror(archive);
-        if(!isWanted(name, extensions))
-            continue;
-        const Containers::String reason =
-            readEntry(archive, zip_uint64_t(i), name, entries);
+Containers::String unpackAll(zip_t* archive,
+    Containers::ArrayView<const zip_stat_t> entries,
+    Containers::Array<Containers::Array<char>>& contents) {
+    for(const zip_stat_t& entry: entries) {
+        Containers::Array<char> content;
+        const Containers::String reason = unpack(archive, entry, content);
         if(!reason.isEmpty())
-            return Utility::format("entry {}: {}", name, reason);
+            return Utility::format("entry {}: {}", entry.name, reason);
+        arrayAppend(contents, std::move(content));
     }
     return {};
 }
@@ -127,16 +122,14 @@ Containers::StringView fileFault(const char* file) {
     return {};
 }
 
-Containers::String readFile(const char* file,
-    const Containers::StringIterable& extensions, Entries& entries) {
+Containers::String open(const char* file, Archive& archive) {
     if(const Containers::StringView reason = fileFault(file))
         return reason;
 
     int code;
-    const Archive archive{zip_open(file, ZIP_RDONLY, &code), zip_discard};
+    archive.reset(zip_open(file, ZIP_RDONLY, &code));
     if(archive)
-        return readEntries(archive.get(), extensions, entries);
-
+        return {};
     zip_error_t error;
     zip_error_init_with_code(&error, code);
     Containers::String reason = zip_error_strerror(&error);
@@ -150,16 +143,23 @@ Result readZip(MutableStringArrayView& names,
     const Containers::StringIterable& extensions,
     Containers::Array<Containers::Array<char>>& contents,
     Containers::StringView zipPath) {
-    Entries entries;
-    const Containers::String reason =
-        readFile(Containers::String::nullTerminatedView(zipPath).data(),
-            extensions, entries);
+    /* The names of the entries are the archive's */
+    Archive archive{nullptr, zip_discard};
+    Containers::Array<zip_stat_t> entries;
+    Containers::Array<Containers::Array<char>> unpacked;
+
+    Containers::String reason =
+        open(Containers::String::nullTerminatedView(zipPath).data(), archive);
+    if(reason.isEmpty())
+        reason = choose(archive.get(), extensions, entries);
+    if(reason.isEmpty())
+        reason = unpackAll(archive.get(), entries, unpacked);
     if(!reason.isEmpty())
         return Result{Utility::format("can't read {}: {}", zipPath, reason)};
 
-    for(const Containers::String& name: entries.names)
-        names.add(name);
-    for(Containers::Array<char>& content: entries.contents)
+    for(const zip_stat_t& entry: entries)
+        names.add(entry.name);
+    for(Containers::Array<char>& content: unpacked)
         arrayAppend(contents, std::move(content));
     return Result{};
 }

@@ -46,8 +46,8 @@ Containers::String addNew(zip_t* archive, const char* name, Content content) {
             : zip_strerror(archive);
 
     source.release();
-    if(zip_set_file_compression(archive, zip_uint64_t(index), ZIP_CM_DEFLATE,
-           Level) < 0 ||
+    if(zip_set_file_compression(
+           archive, zip_uint64_t(index), ZIP_CM_DEFLATE, Level) < 0 ||
         zip_file_set_dostime(archive, zip_uint64_t(index), Time, Date, 0) < 0)
         return zip_strerror(archive);
     return {};
@@ -87,8 +87,8 @@ Containers::String addAll(zip_t* archive,
     return {};
 }
 
-Containers::String readAll(zip_source_t* source,
-    Containers::Array<char>& content) {
+Containers::String readAll(
+    zip_source_t* source, Containers::Array<char>& content) {
     zip_stat_t status;
     if(zip_source_stat(source, &status) < 0 || zip_source_open(source) < 0)
         return zip_error_strerror(zip_source_error(source));
@@ -109,8 +109,8 @@ Containers::String pack(const Containers::StringIterable& names,
     if(names.isEmpty())
         return "there are no entries";
 
-    const Source memory{zip_source_buffer_create(nullptr, 0, 0, nullptr),
-        zip_source_free};
+    const Source memory{
+        zip_source_buffer_create(nullptr, 0, 0, nullptr), zip_source_free};
     Archive archive{!memory ? nullptr
                             : zip_open_from_source(memory.get(),
                                   ZIP_CREATE | ZIP_TRUNCATE, nullptr),
@@ -136,7 +136,8 @@ Result writeZip(const Containers::StringIterable& names,
     Containers::StringView zipPath) {
     CORRADE_ASSERT(names.size() == contents.size(),
         "writeZip(): got" << names.size() << "names for" << contents.size()
-                          << "contents", Result{});
+                          << "contents",
+        Result{});
 
     Containers::Array<char> packed;
     Containers::String fault = pack(names, contents, packed);

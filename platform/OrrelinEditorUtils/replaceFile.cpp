@@ -1,6 +1,7 @@
 #include "editor/replaceFile.h"
 
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -32,21 +33,32 @@ bool writeAll(int descriptor, Containers::StringView content) {
 
 /* Through links to what they point to, so that they stay links */
 Containers::String resolved(Containers::StringView file) {
-    char* const real =
-        ::realpath(Containers::String::nullTerminatedView(file).data(), nullptr);
-    Containers::String out{real ? Containers::StringView{real} : file};
-    std::free(real);
-    return out;
+    const Containers::String path = Containers::String::nullTerminatedView(file);
+    if(char* const real = ::realpath(path.data(), nullptr)) {
+        const Containers::String out{real};
+        std::free(real);
+        return out;
+    }
+
+    /* Nothing is there yet, but there may be a link to it. The error is
+       another if links form a circle. */
+    char target[PATH_MAX];
+    const ssize_t size = errno == ENOENT
+        ? ::readlink(path.data(), target, sizeof(target))
+        : -1;
+    return size < 0 ? Containers::String{file}
+                    : resolved(Utility::Path::join(
+                          Utility::Path::split(file).first(),
+                          {target, std::size_t(size)}));
 }
 
 /* The renaming survives a power loss only once the folder is on the disk.
    What is saved by then is saved, so failing here is none. */
 void syncFolder(Containers::StringView file) {
-    const Containers::StringView folder =
-        Utility::Path::split(file).first();
-    const int descriptor = ::open(
-        folder.isEmpty() ? "." : Containers::String{folder}.data(),
-        O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const Containers::StringView folder = Utility::Path::split(file).first();
+    const int descriptor =
+        ::open(folder.isEmpty() ? "." : Containers::String{folder}.data(),
+            O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if(descriptor < 0)
         return;
     ::fsync(descriptor);
@@ -72,8 +84,8 @@ bool isReplaceable(const char* file) {
     return false;
 }
 
-bool writeTemporary(int descriptor, mode_t mode,
-    Containers::StringView content) {
+bool writeTemporary(
+    int descriptor, mode_t mode, Containers::StringView content) {
     /* Refused where there are no permissions, which then are no loss */
     ::fchmod(descriptor, mode);
     const bool written =
@@ -87,8 +99,8 @@ bool writeTemporary(int descriptor, mode_t mode,
 
 }
 
-Containers::String replaceFile(Containers::StringView file,
-    Containers::StringView content) {
+Containers::String replaceFile(
+    Containers::StringView file, Containers::StringView content) {
     const Containers::String target = resolved(file);
     Containers::String temporary = target + ".XXXXXX";
 

@@ -88,41 +88,81 @@ bool provideLanguage(OrrelinEditor& editor, Containers::StringView code,
     return false;
 }
 
-/* The project's text where it differs */
-void replaceSource(OrrelinEditor& editor, Containers::StringView path,
-    Containers::StringView text) {
-    if(!path.hasPrefix('/'))
-        return;
-    const ValueAccess source = editor.project[path];
-    const JsonValue* const stored = source.readValueNoDefault();
-    if(stored && stored->IsString() && source.asString() != text)
-        editor.changeManager->pushChange(path, text, false);
-}
+/* Takes over the terms of one file. Files list them in the order of the tables,
+   so what follows the last one is mostly the one that's looked for. */
+class TermImport {
+public:
+    explicit TermImport(OrrelinEditor& editor, Containers::StringView fileName,
+        TranslationMap& translations, bool isDefault):
+        _editor(editor), _fileName{fileName}, _terms(editor.localization->terms),
+        _translations(translations), _isDefault{isDefault},
+        _nextTerm{_terms.begin()}, _nextTranslation{_translations.begin()} {}
 
-void importTerm(OrrelinEditor& editor, Containers::StringView fileName,
-    Containers::StringView key, const Utility::JsonToken& value,
-    TranslationMap& translations, bool isDefault) {
-    const bool isText = value.type() == Utility::JsonToken::Type::String;
-    if(!isText && value.type() != Utility::JsonToken::Type::Null) {
-        Utility::Warning{} << "Invalid type for term" << key
-                           << "in imported file" << fileName;
-        return;
+    void importTerm(Containers::StringView key,
+        const Utility::JsonToken& value) {
+        const bool isText = value.type() == Utility::JsonToken::Type::String;
+        if(!isText && value.type() != Utility::JsonToken::Type::Null) {
+            Utility::Warning{} << "Invalid type for term" << key
+                               << "in imported file" << _fileName;
+            return;
+        }
+
+        const auto term = find(key);
+        if(term == _terms.end() || !isTranslated(_editor, term->second))
+            return;
+        Containers::Optional<Containers::String>& out = translation(key);
+        if(!isText) {
+            out = Containers::NullOpt;
+            return;
+        }
+        out = Containers::String{value.asString()};
+        if(_isDefault)
+            replaceSource(term->second, value.asString());
     }
 
-    const TermPathMap& terms = editor.localization->terms;
-    const auto term = terms.find(key);
-    if(term == terms.end() || !isTranslated(editor, term->second))
-        return;
-    Containers::Optional<Containers::String>& translation =
-        translations[Containers::String{key}];
-    if(!isText) {
-        translation = Containers::NullOpt;
-        return;
+private:
+    TermPathMap::const_iterator find(Containers::StringView key) {
+        const auto found =
+            _nextTerm != _terms.end() && _nextTerm->first == key
+            ? _nextTerm
+            : _terms.find(key);
+        if(found != _terms.end())
+            _nextTerm = std::next(found);
+        return found;
     }
-    translation = Containers::String{value.asString()};
-    if(isDefault)
-        replaceSource(editor, term->second, value.asString());
-}
+
+    Containers::Optional<Containers::String>& translation(
+        Containers::StringView key) {
+        const auto found = _nextTranslation != _translations.end() &&
+                _nextTranslation->first == key
+            ? _nextTranslation
+            : _translations.emplace_hint(_nextTranslation, key,
+                  Containers::NullOpt);
+        _nextTranslation = std::next(found);
+        return found->second;
+    }
+
+    /* The project's text where it differs */
+    void replaceSource(Containers::StringView path,
+        Containers::StringView text) {
+        if(!path.hasPrefix('/'))
+            return;
+        const JsonValue* const stored =
+            _editor.project[path].readValueNoDefault();
+        if(stored && stored->IsString() &&
+            text != Containers::StringView{stored->GetString(),
+                        stored->GetStringLength()})
+            _editor.changeManager->pushChange(path, text, false);
+    }
+
+    OrrelinEditor& _editor;
+    Containers::StringView _fileName;
+    const TermPathMap& _terms;
+    TranslationMap& _translations;
+    bool _isDefault;
+    TermPathMap::const_iterator _nextTerm;
+    TranslationMap::iterator _nextTranslation;
+};
 
 void importFile(OrrelinEditor& editor, Containers::StringView name,
     Containers::StringView content, const ValueAccess& defaultLanguage) {
@@ -151,11 +191,10 @@ void importFile(OrrelinEditor& editor, Containers::StringView name,
         return;
     }
 
-    TranslationMap& translations =
-        editor.localization->translations[Containers::String{code}];
+    TermImport terms{editor, name,
+        editor.localization->translations[Containers::String{code}], isDefault};
     for(const Utility::JsonObjectItem term: translation->asObject())
-        importTerm(editor, name, term.key(), term.value(), translations,
-            isDefault);
+        terms.importTerm(term.key(), term.value());
 }
 
 }

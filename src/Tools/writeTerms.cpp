@@ -1,8 +1,10 @@
+#include <cstring>
 #include <vector>
 #include <Corrade/Containers/GrowableArray.h>
 #include <Corrade/Containers/StringIterable.h>
 #include <Corrade/Utility/Format.h>
 #include <Corrade/Utility/JsonWriter.h>
+#include <rapidjson/document.h>
 
 #include "Tools/LocalizationTools.h"
 #include "Tools/isTranslated.h"
@@ -19,19 +21,39 @@ struct Term {
     Containers::StringView source;
 };
 
+struct Stored { const JsonValue* value; bool translated; };
+Stored lookUp(const OrrelinEditor& editor, Containers::StringView path) {
+    const Containers::StringView slash = path.findLast('/');
+    if(slash && slash.begin() != path.begin() && !path.contains('~')) {
+        const Containers::StringView name = path.suffix(slash.end());
+        const JsonValue* const record = editor.project[path.prefix(slash.begin())].readValueNoDefault();
+        if(!record) return {nullptr, true};
+        if(record->IsObject() && record->MemberCount() < 48) {
+            Stored out{nullptr, true};
+            for(auto& m: record->GetObject()) {
+                Containers::StringView n{m.name.GetString(), m.name.GetStringLength()};
+                if(n == name) { if(!out.value) out.value = &m.value; }
+                else if(n.size() == name.size() + 10 && n.hasPrefix(name) && n.hasSuffix("_translate"))
+                    out.translated = m.value.IsTrue();
+            }
+            return out;
+        }
+    }
+    return {editor.project[path].readValueNoDefault(), isTranslated(editor, path)};
+}
+
 std::vector<Term> translatedTerms(const OrrelinEditor& editor,
     bool withSources) {
     std::vector<Term> out;
     out.reserve(editor.localization->terms.size());
     for(const auto& term: editor.localization->terms) {
-        if(!isTranslated(editor, term.second))
+        const Stored stored = lookUp(editor, term.second);
+        if(!stored.translated)
             continue;
         out.push_back({term.first, {}});
-        if(!withSources)
-            continue;
-        const ValueAccess value = editor.project[term.second];
-        if(value.hasValue())
-            out.back().source = value.asString();
+        const JsonValue* const value = stored.value;
+        if(value && value->IsString())
+            out.back().source = {value->GetString(), value->GetStringLength()};
     }
     return out;
 }
@@ -44,18 +66,50 @@ void writeSources(Utility::JsonWriter& writer, const std::vector<Term>& terms) {
 void writeTranslations(Utility::JsonWriter& writer,
     const std::vector<Term>& terms, const TranslationMap& translations) {
     /* Both are in the same order, so no term has to be searched for */
-    auto translation = translations.begin();
+    auto next = translations.begin();
     for(const Term& term: terms) {
-        while(translation != translations.end() &&
-            StrLess{}(translation->first, term.key))
-            ++translation;
+        while(next != translations.end() &&
+            StrLess{}(next->first, term.key))
+            ++next;
         writer.writeKey(term.key);
-        if(translation != translations.end() &&
-            translation->first == term.key && translation->second)
-            writer.write(*translation->second);
+        if(next == translations.end() || next->first != term.key) {
+            writer.write(nullptr);
+            continue;
+        }
+        if(next->second)
+            writer.write(*next->second);
         else
             writer.write(nullptr);
+        ++next;
     }
+}
+
+/* Corrade's own writer leaves most control characters as they are, which isn't
+   JSON. Outside of texts there are none but line breaks. */
+Containers::Array<char> withEscapedControls(Containers::StringView json) {
+    const auto isControl = [](char c) {
+        return static_cast<unsigned char>(c) < 0x20 && c != '\n';
+    };
+    std::size_t controls = 0;
+    for(const char c: json)
+        controls += isControl(c);
+
+    Containers::Array<char> out{Corrade::NoInit, json.size() + controls * 5};
+    if(!controls) {
+        std::memcpy(out.data(), json.data(), json.size());
+        return out;
+    }
+    char* o = out.data();
+    for(const char c: json) {
+        if(isControl(c)) {
+            const char* const digits = "0123456789abcdef";
+            for(const char e: {'\\', 'u', '0', '0', digits[c >> 4],
+                    digits[c & 0xf]})
+                *o++ = e;
+        } else
+            *o++ = c;
+    }
+    return out;
 }
 
 }
@@ -91,10 +145,7 @@ void writeTerms(OrrelinEditor& editor,
                 found == all.end() ? none : found->second);
         writer.endObject().endObject();
 
-        const Containers::StringView text = writer.toString();
-        arrayAppend(fileContents,
-            Containers::Array<char>{Corrade::InPlaceInit,
-                Containers::ArrayView<const char>{text.data(), text.size()}});
+        arrayAppend(fileContents, withEscapedControls(writer.toString()));
         arrayAppend(fileNames, Utility::format("{}.json", code));
     }
 }

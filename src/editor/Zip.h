@@ -66,10 +66,11 @@ Result writeZip(const Containers::StringIterable& names,
 @param contents     Where to append the contents of the entries
 @param zipPath      The archive
 
-Entries with one of the extensions, as @ref Corrade::Utility::Path::splitExtension()
-tells and compared byte by byte, are read in the order of the archive; folders
-and all other entries are passed over, whatever they contain. Names that the
-archive doesn't have in UTF-8 are converted. Two entries can have the same name.
+Entries with one of the extensions, compared byte by byte with what
+@ref Corrade::Utility::Path::splitExtension() tells, are read in the order of
+the archive; folders and all other entries are passed over, whatever they
+contain. Names that the archive doesn't have in UTF-8 are converted. Two entries
+can have the same name.
 
 The archive can come from anybody. It fails if the file is not a regular one or
 not an archive, and if one of the entries
@@ -80,7 +81,8 @@ not an archive, and if one of the entries
 -   brings what is read altogether over 2 GiB.
 
 A failure adds nothing. Memory grows with what has been unpacked, never with
-what the archive claims, and nothing is unpacked to the disk.
+what the archive claims, and nothing is unpacked to the disk. An archive that
+admits to be too large is refused before anything is unpacked.
 */
 Result readZip(MutableStringArrayView& names,
     const Containers::StringIterable& extensions,

@@ -42,7 +42,9 @@ public:
                 Args...>::value>::type>
     /*implicit*/ Function(F&& callable): Function{} {
         typedef typename std::decay<F>::type Callable;
-        if constexpr(std::is_pointer<Callable>::value)
+        /* A reference to a function is never null */
+        if constexpr(
+            std::is_pointer<typename std::remove_reference<F>::type>::value)
             if(!callable)
                 return;
 
