@@ -1,0 +1,75 @@
+#include "ComponentTypes.h"
+
+#include <vector>
+#include <Corrade/Containers/ArrayView.h>
+#include <Corrade/Containers/Optional.h>
+#include <Corrade/Utility/Format.h>
+#include <rapidjson/document.h>
+
+#include "Messages.h"
+#include "editor/EditorSession.h"
+#include "editor/JavaScriptManager.h"
+#include "editor/ProjectFile.h"
+
+namespace OrrelinEngine { namespace Host {
+
+namespace {
+
+typedef Containers::Pair<Containers::StringView, unsigned short> Parameter;
+
+/* Only strings are told from the others */
+const Parameter TypeCodes[]{
+    {"string", Data::StringParamType},
+    {"bool", 1},
+    {"int", 2},
+    {"float", 3},
+    {"color", 4},
+    {"object", 5},
+    {"asset", 6}};
+
+Containers::StringView text(const JsonValue& value) {
+    return {value.GetString(), value.GetStringLength()};
+}
+
+Containers::Optional<unsigned short> typeCode(const JsonValue& name) {
+    if(name.IsString())
+        for(const Parameter& type: TypeCodes)
+            if(type.first() == text(name))
+                return type.second();
+    return {};
+}
+
+}
+
+bool addComponentTypes(EditorSession& session, Containers::StringView file) {
+    /* Read as the project is, with the place of a fault if there is one */
+    EditorSession reader;
+    if(!succeedsOrFails([&] { return reader.open(file); }))
+        return false;
+
+    for(const auto& type: reader.projectFile().document.GetObject()) {
+        if(!type.value.IsObject()) {
+            fail(Utility::format("{}: '{}' is no object of parameters", file,
+                text(type.name)));
+            return false;
+        }
+        std::vector<Parameter> parameters;
+        for(const auto& parameter: type.value.GetObject()) {
+            const auto code = typeCode(parameter.value);
+            if(!code) {
+                fail(Utility::format(
+                    "{}: parameter '{}' of '{}' has the unknown type '{}'",
+                    file, text(parameter.name), text(type.name),
+                    parameter.value.IsString() ? text(parameter.value)
+                                               : "(no text)"));
+                return false;
+            }
+            parameters.emplace_back(text(parameter.name), *code);
+        }
+        session.addScriptType(text(type.name),
+            {parameters.data(), parameters.size()});
+    }
+    return true;
+}
+
+}}

@@ -1,0 +1,29 @@
+#ifndef Orrelin_host_LanguageTable_h
+#define Orrelin_host_LanguageTable_h
+
+#include <Corrade/Containers/ArrayView.h>
+#include <Corrade/Containers/String.h>
+
+#include "editor/AllLanguages.h"
+#include "OrrelinEngine.h"
+
+namespace OrrelinEngine { namespace Host {
+
+/* All languages that there are */
+Containers::ArrayView<const Language> allLanguages();
+
+/* Row of a code, AllLanguageCount if there is none */
+unsigned short languageRow(Containers::StringView code);
+
+/* Whether the code or the name holds the text, whatever the letter case and
+   the accents */
+bool matches(const Language& language, Containers::StringView text);
+
+/* "; did you mean ...?" with those that are nearest to what was typed. Nothing
+   if none is near. */
+Containers::String suggestion(Containers::StringView typed,
+    Containers::ArrayView<const Language> languages);
+
+}}
+
+#endif

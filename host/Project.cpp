@@ -1,0 +1,208 @@
+#include "Project.h"
+
+#include <algorithm>
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/Optional.h>
+#include <Corrade/Utility/Format.h>
+#include <Corrade/Utility/Path.h>
+#include <rapidjson/document.h>
+
+#include "ComponentTypes.h"
+#include "LanguageTable.h"
+#include "Messages.h"
+#include "Tools/LocalizationTools.h"
+#include "editor/Path.h"
+#include "editor/ProjectFile.h"
+#include "shared/RecordPath.h"
+
+namespace OrrelinEngine { namespace Host {
+
+namespace {
+
+Containers::StringView text(const JsonValue& value) {
+    return {value.GetString(), value.GetStringLength()};
+}
+
+/* As the project has it, otherwise as it's known */
+Containers::StringView languageName(const JsonValue& record,
+    Containers::StringView code) {
+    if(record.IsObject()) {
+        const auto name = record.FindMember("name");
+        if(name != record.MemberEnd() && name->value.IsString())
+            return text(name->value);
+    }
+    const unsigned short row = languageRow(code);
+    return row == AllLanguageCount ? code : AllLanguages[row].name;
+}
+
+bool hasLanguageFiles(Containers::StringView folder) {
+    if(!Utility::Path::isDirectory(folder))
+        return false;
+    const auto names = Utility::Path::list(folder);
+    return names && std::any_of(names->begin(), names->end(),
+        [](const Containers::String& name) { return name.hasSuffix(".json"); });
+}
+
+}
+
+bool Project::open(const ProjectOptions& options) {
+    if(!Utility::Path::exists(options.path)) {
+        fail(Utility::format("there is no {}", options.path));
+        return false;
+    }
+    _file = options.path;
+    if(Utility::Path::isDirectory(_file)) {
+        _file = Utility::Path::join(_file, "project.json");
+        if(!Utility::Path::exists(_file)) {
+            fail(Utility::format("the folder {} has no project.json",
+                options.path));
+            return false;
+        }
+    }
+
+    Containers::String components = options.components;
+    if(components.isEmpty()) {
+        components = Utility::Path::join(
+            Utility::Path::split(_file).first(), "components.json");
+        if(!Utility::Path::exists(components))
+            components = {};
+    }
+    if(!components.isEmpty() && !addComponentTypes(_session, components))
+        return false;
+    if(!openDocument())
+        return false;
+    LocalizationTools::gatherStrings(editor(), _strings);
+    return true;
+}
+
+bool Project::openDocument() {
+    return succeedsOrFails([&] { return _session.open(_file); });
+}
+
+bool Project::save() {
+    return succeedsOrFails([&] { return _session.save(_file); });
+}
+
+void Project::import(Containers::StringView path) {
+    _filesAreFine = succeeds([&] {
+        LocalizationTools::importTerms(editor(), path,
+            LocalizationTools::LocalizationFormat::I18next);
+    });
+}
+
+void Project::importFiles() {
+    import(isZip() ? archivePath() : languagesFolder());
+}
+
+bool Project::readTranslations() {
+    const Containers::String path = sourcePath();
+    if(path.isEmpty())
+        return true;
+    import(path);
+    /* The import may have added languages and replaced texts of the project */
+    LocalizationData tables = std::move(localization());
+    if(!openDocument())
+        return false;
+    localization() = std::move(tables);
+    return true;
+}
+
+Containers::StringView Project::defaultLanguage() {
+    return editor().project["settings/localization/defaultLanguage"]
+        .asString();
+}
+
+std::vector<ProjectLanguage> Project::languages() {
+    std::vector<ProjectLanguage> out;
+    const JsonValue* const records = _session.projectFile().find("/languages");
+    if(!records || !records->IsObject())
+        return out;
+    const Containers::StringView defaultCode = defaultLanguage();
+    for(const auto& record: records->GetObject()) {
+        const Containers::StringView code = text(record.name);
+        out.push_back({code, languageName(record.value, code),
+            code == defaultCode});
+    }
+    return out;
+}
+
+bool Project::hasLanguage(Containers::StringView code) {
+    return editor().languagesSection[RecordPath::segment(code)].hasValue();
+}
+
+bool Project::checkLanguage(Containers::StringView code) {
+    if(hasLanguage(code))
+        return true;
+    const std::vector<ProjectLanguage> all = languages();
+    std::vector<Language> candidates;
+    for(const ProjectLanguage& language: all)
+        candidates.push_back({language.name, language.code});
+    fail(Utility::format("the project doesn't have the language '{}'{}", code,
+        suggestion(code, {candidates.data(), candidates.size()})));
+    return false;
+}
+
+bool Project::isZip() {
+    return editor().project["settings/localization/enableZipCompression"]
+        .asBool();
+}
+
+Containers::String Project::languagesFolder() {
+    const Containers::String folder{
+        editor().project["settings/localization/languagesFolder"].asString()};
+    return Path::isRelative(folder)
+        ? Utility::Path::join(*editor().projectRoot, folder)
+        : folder;
+}
+
+Containers::String Project::exportFolder() {
+    return Utility::Path::splitExtension(languagesFolder()).first();
+}
+
+Containers::String Project::archivePath() {
+    const Containers::String archive = Utility::Path::join(languagesFolder(),
+        editor().project["settings/project/name"].asString());
+    return Utility::Path::splitExtension(archive).first() + ".zip";
+}
+
+Containers::String Project::filesPath() {
+    return isZip() ? archivePath() : exportFolder();
+}
+
+Containers::String Project::sourcePath() {
+    const Containers::String archive = archivePath();
+    const bool hasArchive = Utility::Path::exists(archive);
+    const bool hasFiles = hasLanguageFiles(exportFolder());
+    if(hasArchive && (isZip() || !hasFiles))
+        return archive;
+    return hasFiles ? languagesFolder() : Containers::String{};
+}
+
+Containers::StringView Project::source(Containers::StringView recordPath) {
+    const JsonValue* const value = _session.projectFile().find(recordPath);
+    return value && value->IsString() ? text(*value)
+                                      : Containers::StringView{};
+}
+
+std::vector<Term> Project::translatedTerms() {
+    std::vector<Term> out;
+    for(const auto& term: localization().terms)
+        if(LocalizationTools::termExists(editor(), term.first))
+            out.push_back({term.first, term.second});
+    return out;
+}
+
+std::size_t Project::translationCount(const std::vector<Term>& terms,
+    Containers::StringView code) {
+    const LanguageTranslations& all = localization().translations;
+    const auto translations = all.find(code);
+    if(translations == all.end())
+        return 0;
+    return std::size_t(std::count_if(terms.begin(), terms.end(),
+        [&](const Term& term) {
+            const auto found = translations->second.find(term.key);
+            return found != translations->second.end() && found->second;
+        }));
+}
+
+}}

@@ -1,0 +1,55 @@
+#ifndef Orrelin_host_Table_h
+#define Orrelin_host_Table_h
+
+#include <initializer_list>
+#include <vector>
+#include <Corrade/Containers/String.h>
+
+#include "Terminal.h"
+
+namespace OrrelinEngine { namespace Host {
+
+/* How a column shows its cells */
+enum class ColumnKind: std::uint8_t {
+    Text,
+    /* Aligned to the right */
+    Number,
+    /* A bar in the width that the other columns leave */
+    Bar
+};
+
+struct Column {
+    Containers::StringView title;
+    ColumnKind kind = ColumnKind::Text;
+};
+
+struct Cell {
+    Containers::String text;
+    Style style = Style::Plain;
+    /* How much of the bar is full, from 0 to 1 */
+    double share = 0.0;
+};
+
+/* Aligned columns, cut to the width of the terminal if there is one */
+class Table {
+public:
+    explicit Table(std::initializer_list<Column> columns);
+
+    /* Add a row of as many cells as there are columns */
+    void add(std::vector<Cell>&& row);
+
+    void print() const;
+
+private:
+    std::vector<std::size_t> widths() const;
+    void printRow(const std::vector<Cell>& row,
+        const std::vector<std::size_t>& widths) const;
+
+    std::vector<Column> _columns;
+    /* The titles are the first */
+    std::vector<std::vector<Cell>> _rows;
+};
+
+}}
+
+#endif

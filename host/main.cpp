@@ -1,0 +1,219 @@
+#include <algorithm>
+#include <cstdio>
+#include <string>
+#include <vector>
+#include <CLI/CLI.hpp>
+#include <Corrade/Containers/StringStl.h>
+
+#include "Commands.h"
+#include "Messages.h"
+
+namespace {
+
+using namespace OrrelinEngine;
+using namespace OrrelinEngine::Host;
+
+/* Values of the command line */
+struct Arguments {
+    std::string project;
+    std::string components;
+    std::string oldKey, newKey;
+    std::string filter;
+    std::vector<std::string> codes;
+    bool json = false;
+    bool merge = false;
+    bool dryRun = false;
+    bool prune = false;
+    double failUnder = 0.0;
+    int result = Success;
+
+    ProjectOptions options() const { return {project, components}; }
+    /* Each once */
+    Codes codeList() const {
+        Codes out;
+        for(const std::string& code: codes)
+            if(std::find(out.begin(), out.end(), code) == out.end())
+                out.emplace_back(code);
+        return out;
+    }
+};
+
+/* Name, description and, for its own help, what else there is to know and an
+   example */
+struct Description {
+    const char* name;
+    const char* brief;
+    const char* details;
+    const char* example;
+};
+
+/* The function is called once the whole command line is known to be right */
+template<class F> CLI::App& addCommand(CLI::App& app, Arguments& arguments,
+    const Description& description, F&& function) {
+    CLI::App& out = *app.add_subcommand(description.name, description.brief);
+    out.group("Commands");
+    out.footer(std::string{description.details} +
+        "\n\nExample:\n  orrelin-localize " + description.example);
+    out.final_callback([&arguments, function] {
+        arguments.result = function(arguments);
+    });
+    return out;
+}
+
+template<class F> CLI::App& addProjectCommand(CLI::App& app,
+    Arguments& arguments, const Description& description, F&& function) {
+    CLI::App& out = addCommand(app, arguments, description, function);
+    out.add_option("PROJECT", arguments.project,
+        "Project file, or the folder with its project.json")->required();
+    out.add_option("--components", arguments.components,
+        "Types of script components, in place of the file\n"
+        "components.json beside the project")->option_text("FILE");
+    return out;
+}
+
+void addJson(CLI::App& command, Arguments& arguments) {
+    command.add_flag("--json", arguments.json, "Print JSON, for scripts");
+}
+
+void addTermCommands(CLI::App& app, Arguments& arguments) {
+    CLI::App& terms = addProjectCommand(app, arguments,
+        {"terms", "List the texts of a project that can be translated",
+            "A term is one text, known by its key in all language files. The\n"
+            "path tells where in the project it is.",
+            "terms museum"},
+        [](const Arguments& a) { return listTerms(a.options(), a.json); });
+    addJson(terms, arguments);
+
+    CLI::App& status = addProjectCommand(app, arguments,
+        {"status", "Show how much is translated into each language",
+            "Counts what is in the language files now.",
+            "status museum --fail-under 90"},
+        [](const Arguments& a) {
+            return showStatus(a.options(), a.json, a.failUnder);
+        });
+    addJson(status, arguments);
+    status.add_option("--fail-under", arguments.failUnder,
+        "Fail if any language is translated to less than N %")
+        ->option_text("N")->check(CLI::Range(0.0, 100.0));
+
+    CLI::App& rename = addProjectCommand(app, arguments,
+        {"rename", "Give a term another key, in the language files too",
+            "The key is stored in the project beside the text. Translations\n"
+            "are kept.",
+            "rename museum floor-plan-text-0 floor-plan.title"},
+        [](const Arguments& a) {
+            return renameTerm(a.options(), a.oldKey, a.newKey, a.merge);
+        });
+    rename.add_option("OLD", arguments.oldKey, "Key of the term")->required();
+    rename.add_option("NEW", arguments.newKey, "Key that it gets")->required();
+    rename.add_flag("--merge", arguments.merge,
+        "Allow the key of another term, whose translations\n"
+        "both have then");
+}
+
+void addLanguageCommands(CLI::App& app, Arguments& arguments) {
+    CLI::App& languages = addCommand(app, arguments,
+        {"languages", "List the languages that there are, or search for some",
+            "Their codes are what other commands take.",
+            "languages portuguese"},
+        [](const Arguments& a) { return listLanguages(a.filter, a.json); });
+    languages.add_option("FILTER", arguments.filter,
+        "Part of a code or of an English name");
+    addJson(languages, arguments);
+
+    CLI::App& add = addProjectCommand(app, arguments,
+        {"add", "Add languages to a project",
+            "The first language of a project is that of its own texts.",
+            "add museum fr pt-BR"},
+        [](const Arguments& a) {
+            return addLanguages(a.options(), a.codeList());
+        });
+    add.add_option("CODE", arguments.codes,
+        "Language code, such as fr; 'languages' lists them")
+        ->required()->option_text("...");
+
+    CLI::App& remove = addProjectCommand(app, arguments,
+        {"remove", "Remove languages and delete their files",
+            "The translations are gone then, unless you have a copy of the\n"
+            "file. An archive of language files stays as it is.",
+            "remove museum fr"},
+        [](const Arguments& a) {
+            return removeLanguages(a.options(), a.codeList());
+        });
+    remove.add_option("CODE", arguments.codes, "Language code")
+        ->required()->option_text("...");
+}
+
+void addTransferCommands(CLI::App& app, Arguments& arguments) {
+    CLI::App& exporting = addProjectCommand(app, arguments,
+        {"export", "Write the files for the translators",
+            "A file has all terms, with what is translated already; null\n"
+            "stands for what isn't. Nothing that was translated is lost: if a\n"
+            "file has texts that wouldn't be in it again, none is written.",
+            "export museum de fr"},
+        [](const Arguments& a) {
+            return exportFiles(a.options(), a.codeList(), a.prune);
+        });
+    exporting.add_option("CODE", arguments.codes,
+        "Language code; all of the project's if there is none")
+        ->option_text("...");
+    exporting.add_flag("--prune", arguments.prune,
+        "Drop texts that the project has no place for");
+
+    CLI::App& importing = addProjectCommand(app, arguments,
+        {"import", "Read the translators' files back into the project",
+            "Checks the files, adds languages that the project lacks and takes\n"
+            "over texts that were changed in the file of its own language.",
+            "import museum --dry-run"},
+        [](const Arguments& a) { return importFiles(a.options(), a.dryRun); });
+    importing.add_flag("--dry-run", arguments.dryRun,
+        "Only show what would change");
+}
+
+int report(CLI::App& app, const CLI::ParseError& error) {
+    /* Help and version are no errors */
+    if(error.get_exit_code() == 0)
+        return app.exit(error);
+    std::string message = error.what();
+    if(app.get_subcommands().empty())
+        message = app.remaining().empty()
+            ? "a command is required"
+            : "there is no command '" + app.remaining().front() + "'";
+    fail(message + "; try --help");
+    return UsageError;
+}
+
+}
+
+int main(int argc, char** argv) {
+    CLI::App app{"Translates the texts of a project.", "orrelin-localize"};
+    app.get_formatter()->column_width(22);
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    app.get_formatter()->label("Positionals", "Arguments");
+    for(const char* label: {"TEXT", "REQUIRED"})
+        app.get_formatter()->label(label, "");
+    app.set_version_flag("--version", "orrelin-localize " HOST_VERSION,
+        "Print the version and exit");
+    app.set_help_flag("-h,--help", "Print this help and exit");
+    app.require_subcommand(1);
+    app.footer("Add a language, write its file, have it translated, read it:\n"
+        "  orrelin-localize add museum fr\n"
+        "  orrelin-localize export museum fr\n"
+        "  orrelin-localize import museum\n"
+        "  orrelin-localize status museum\n\n"
+        "Each command has more help, such as orrelin-localize export --help.");
+
+    Arguments arguments;
+    addTermCommands(app, arguments);
+    addLanguageCommands(app, arguments);
+    addTransferCommands(app, arguments);
+    try {
+        app.parse(argc, argv);
+    } catch(const CLI::ParseError& error) {
+        return report(app, error);
+    }
+
+    if(std::fflush(stdout) != 0 || std::ferror(stdout))
+        return fail("can't write to the standard output");
+    return arguments.result;
+}

@@ -1,0 +1,118 @@
+#include <algorithm>
+#include <string>
+#include <Corrade/Containers/StringStl.h>
+#include <Corrade/Utility/Format.h>
+
+#include "Commands.h"
+#include "Json.h"
+#include "Messages.h"
+#include "Table.h"
+
+namespace OrrelinEngine { namespace Host {
+
+namespace {
+
+struct LanguageStatus {
+    ProjectLanguage language;
+    std::size_t translated;
+    std::size_t total;
+
+    std::size_t missing() const { return total - translated; }
+    double share() const {
+        return total ? double(translated)/double(total) : 1.0;
+    }
+    /* Rounded down to tenths, so that 100 means that all is there */
+    double percent() const {
+        return total ? double(translated*1000/total)/10.0 : 100.0;
+    }
+};
+
+/* Of the default language, what the project has */
+std::size_t sourceCount(Project& project, const std::vector<Term>& terms) {
+    return std::size_t(std::count_if(terms.begin(), terms.end(),
+        [&](const Term& term) {
+            return project.source(term.path).data() != nullptr;
+        }));
+}
+
+std::vector<LanguageStatus> statusOf(Project& project) {
+    const std::vector<Term> terms = project.translatedTerms();
+    std::vector<LanguageStatus> out;
+    for(const ProjectLanguage& language: project.languages())
+        out.push_back({language,
+            language.isDefault
+                ? sourceCount(project, terms)
+                : project.translationCount(terms, language.code),
+            terms.size()});
+    return out;
+}
+
+void printJson(const std::vector<LanguageStatus>& languages) {
+    JsonList out;
+    for(const LanguageStatus& status: languages) {
+        out.beginObject();
+        out.add("code", status.language.code);
+        out.add("name", status.language.name);
+        out.add("default", status.language.isDefault);
+        out.add("translated", status.translated);
+        out.add("missing", status.missing());
+        out.add("total", status.total);
+        out.add("percent", status.percent());
+        out.endObject();
+    }
+    out.print();
+}
+
+void printTable(const std::vector<LanguageStatus>& languages) {
+    Table table{{{"code"}, {"language"},
+        {"translated", ColumnKind::Number}, {"missing", ColumnKind::Number},
+        {"total", ColumnKind::Number}, {"", ColumnKind::Number},
+        {"", ColumnKind::Bar}}};
+    for(const LanguageStatus& status: languages) {
+        const Style style = status.missing() ? Style::Bad : Style::Good;
+        table.add({{status.language.code},
+            {status.language.isDefault ? status.language.name + " (default)"
+                                       : status.language.name},
+            {Utility::format("{}", status.translated)},
+            {Utility::format("{}", status.missing())},
+            {Utility::format("{}", status.total)},
+            {Utility::format("{:.1f} %", status.percent()), style},
+            {{}, style, status.share()}});
+    }
+    table.print();
+}
+
+int checkLimit(const std::vector<LanguageStatus>& languages, double limit) {
+    std::string below;
+    for(const LanguageStatus& status: languages) {
+        if(status.language.isDefault ||
+            double(status.translated)*100.0 >= limit*double(status.total))
+            continue;
+        below += std::string{Utility::format("{}{} ({:.1f} %)",
+            below.empty() ? "" : ", ", status.language.code,
+            status.percent())};
+    }
+    if(below.empty())
+        return Success;
+    return fail(Utility::format("translated to less than {} %: {}", limit,
+        Containers::StringView{below}));
+}
+
+}
+
+int showStatus(const ProjectOptions& options, bool json, double failUnder) {
+    Project project;
+    if(!project.open(options) || !project.readTranslations())
+        return Failure;
+    const std::vector<LanguageStatus> languages = statusOf(project);
+    if(json)
+        printJson(languages);
+    else if(languages.empty())
+        printLine("The project has no languages yet; 'add' gives it one.");
+    else
+        printTable(languages);
+    const int limit = checkLimit(languages, failUnder);
+    return project.filesAreFine() ? limit : Failure;
+}
+
+}}
