@@ -1,0 +1,450 @@
+/* Random operations, performed by the change manager and by a reference that
+   is too simple to be wrong, compared after each of them.
+
+   The number of operations and the first seed are taken from the environment
+   variables MODEL_OPERATIONS and MODEL_SEED. */
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <random>
+#include <gtest/gtest.h>
+#include <rapidjson/pointer.h>
+
+#include "ChangeManagerReference.h"
+#include "ChangeOperation.h"
+#include "editor/ProjectFile.h"
+
+namespace OrrelinEngine { namespace Test { namespace {
+
+struct Scenario {
+    std::string document;
+    std::vector<ChangeOperation> operations;
+    /* Undoing everything has to give the document back as it was */
+    bool restores;
+};
+
+/* Performs operations on both, says what differs */
+class Comparison {
+public:
+    explicit Comparison(const std::string& document): _manager{_project} {
+        _project.document.Parse(document.data(), document.size());
+        reference.document = Tree{_project.document};
+    }
+
+    std::string perform(const ChangeOperation& operation) {
+        reference.notifications.clear();
+        _notifications.clear();
+        performReference(operation);
+        if(reference.violated)
+            return {};
+        performManager(operation);
+        return difference();
+    }
+
+    std::string undoAndRedoAll(const std::string& first) {
+        std::string out;
+        if(reference.group != -1)
+            out = perform(ChangeOperation{"commit"});
+        if(out.empty())
+            out = redoAll();
+        const std::string end = jsonText(_project.document);
+        while(out.empty() && reference.last != -1)
+            out = perform(ChangeOperation{"undo"});
+        if(out.empty() && _project.document != jsonDocument(first))
+            out = "undoing everything gave " + jsonText(_project.document);
+        if(out.empty())
+            out = redoAll();
+        if(out.empty() && _project.document != jsonDocument(end))
+            out = "redoing everything gave " + jsonText(_project.document) +
+                ", not " + end;
+        return out;
+    }
+
+    ChangeManagerReference reference;
+
+private:
+    std::string redoAll() {
+        std::string out;
+        while(out.empty() && reference.last + 1 != int(reference.history.size()))
+            out = perform(ChangeOperation{"redo"});
+        return out;
+    }
+
+    void performReference(const ChangeOperation& operation) {
+        const std::string& name = operation.name;
+        const std::string& path = operation.path;
+        const Tree value{jsonDocument(operation.value)};
+        if(name == "push" || name == "drag")
+            reference.push(path, value, name == "drag");
+        else if(name == "remove" || name == "dragRemove")
+            reference.push(path, {}, name == "dragRemove");
+        else if(name == "append")
+            reference.append(path, value);
+        else if(name == "beginGroup")
+            reference.beginGroup();
+        else if(name == "commit")
+            reference.commit();
+        else if(name == "undo")
+            reference.undo();
+        else if(name == "redo")
+            reference.redo();
+        else if(name == "markSave")
+            reference.markSave();
+        else if(name == "forceNew")
+            reference.forceNew();
+        else if(name == "reset")
+            reference.reset();
+        else if(name == "handle")
+            reference.handlers.emplace_back(path, operation.value);
+        else if(name == "editDirectly")
+            create(reference.document, path) = value;
+    }
+
+    void performManager(const ChangeOperation& operation) {
+        const Containers::StringView path = view(operation.path);
+        if(operation.name == "reset")
+            _manager.reset(_project);
+        else if(operation.name == "handle")
+            addHandler(path, operation.value);
+        else if(operation.name == "editDirectly")
+            rapidjson::GenericPointer<JsonValue>{path.data(), path.size()}
+                .Create(_project.document)
+                .CopyFrom(jsonDocument(operation.value),
+                    _project.document.GetAllocator());
+        else
+            operation.perform(_manager);
+    }
+
+    void addHandler(Containers::StringView segment, const std::string& name) {
+        _manager.addChangeHandler(segment,
+            [this, name](const Change& change,
+                Containers::ArrayView<Containers::StringView>, void*) {
+                _notifications.push_back(name + ' ' + printed(change));
+            },
+            nullptr);
+    }
+
+    std::string difference() {
+        const auto differing = [](const std::string& what,
+            const std::string& expected, const std::string& actual) {
+            return expected == actual ? std::string{}
+                : what + "\n  expected " + expected + "\n  actual   " + actual;
+        };
+        const auto joined = [](const std::vector<std::string>& lines) {
+            std::string out;
+            for(const std::string& line: lines)
+                out += line + "; ";
+            return out;
+        };
+
+        std::string out = differing("document", reference.document.text(),
+            jsonText(_project.document));
+        if(out.empty())
+            out = differing("notifications", joined(reference.notifications),
+                joined(_notifications));
+        if(out.empty())
+            out = differing("unsaved",
+                std::to_string(reference.hasUnsavedChanges()),
+                std::to_string(_manager.hasUnsavedChanges()));
+        if(out.empty() && reference.last != -1) {
+            const auto& expected =
+                reference.history[std::size_t(reference.last)];
+            const Change& actual = _manager.lastChange();
+            out = differing("last change",
+                expected.text() + ' ' + std::to_string(expected.group),
+                printed(actual) + ' ' + std::to_string(actual.group));
+        }
+        return out;
+    }
+
+    ProjectFile _project;
+    ChangeManager _manager;
+    std::vector<std::string> _notifications;
+};
+
+/* What differs first, nothing if nothing does */
+std::string difference(const Scenario& scenario) {
+    Comparison comparison{scenario.document};
+    for(const ChangeOperation& operation: scenario.operations) {
+        const std::string out = comparison.perform(operation);
+        if(!out.empty() || comparison.reference.violated)
+            return out;
+    }
+    return scenario.restores ? comparison.undoAndRedoAll(scenario.document)
+                             : std::string{};
+}
+
+/* The shortest beginning that fails, without what isn't needed for that */
+Scenario shrunk(Scenario scenario) {
+    std::vector<ChangeOperation>& operations = scenario.operations;
+    while(!operations.empty()) {
+        Scenario shorter = scenario;
+        shorter.operations.pop_back();
+        if(difference(shorter).empty())
+            break;
+        scenario = std::move(shorter);
+    }
+    /* Without some of them, undoing needn't restore anything */
+    if(scenario.restores)
+        return scenario;
+    for(std::size_t i = operations.size(); i--;) {
+        Scenario shorter = scenario;
+        shorter.operations.erase(
+            shorter.operations.begin() + std::ptrdiff_t(i));
+        if(!difference(shorter).empty())
+            scenario = std::move(shorter);
+    }
+    return scenario;
+}
+
+class Random {
+public:
+    explicit Random(std::uint64_t seed): _engine{seed} {}
+
+    std::size_t below(std::size_t n) { return std::size_t(_engine() % n); }
+    bool oneIn(std::size_t n) { return !below(n); }
+    template<class T, std::size_t n> const T& oneOf(const T (&values)[n]) {
+        return values[below(n)];
+    }
+
+private:
+    std::mt19937_64 _engine;
+};
+
+constexpr const char* Documents[]{
+    R"({})",
+    R"({"a":{"b":{"list":[1,2,3],"c":"x"}},"list":["x","y","z"]})",
+    R"({"objects":{"0":{"list":[{"a":1},{"a":2}],"c":[0.5,1.5]},)"
+    R"("1":{"a":[]}},"a":5,"list":[[1,[2]],{}]})",
+};
+constexpr const char* Segments[]{"a", "b", "c", "list", "objects", "~0", "~1",
+    "", "0", "1", "2", "3", "5", "-", "-1", "-0", "01", "00", "4294967296",
+    "99999999999999999999"};
+constexpr const char* Values[]{"1", "2.5", "null", "true", "\"x\"", "\"y\"",
+    "[]", "{}", "[1,2,3]", "[0.5,2,7]", "[\"x\",[1]]", R"({"a":1})",
+    R"({"0":"x"})", R"({"a":{"list":[1,2]},"b":[]})"};
+
+/* An object that is large enough to be indexed */
+std::string largeDocument() {
+    std::string out = R"({"objects":{)";
+    for(int i = 0; i != 60; ++i)
+        out += (i ? ",\"" : "\"") + std::to_string(i) + R"(":{"a":1})";
+    return out + R"(},"list":[1]})";
+}
+
+/* Anything at any path: missing parents, absent removals, scalars in the way,
+   indices out of range */
+class AnyOperations {
+public:
+    explicit AnyOperations(Random& random): _random(random) {}
+
+    ChangeOperation next(ChangeManagerReference& reference) {
+        constexpr const char* names[]{"push", "push", "push", "drag", "drag",
+            "drag", "drag", "remove", "remove", "dragRemove", "append",
+            "beginGroup", "commit", "undo", "undo", "redo", "redo",
+            "markSave", "forceNew", "handle"};
+        ChangeOperation out{_random.oneOf(names), {}, _random.oneOf(Values)};
+        if(_random.oneIn(200))
+            out.name = "reset";
+        if(_random.oneIn(30) && reference.group == -1)
+            out.name = "editDirectly";
+        if(reference.group != -1 && (out.name == "undo" || out.name == "redo"))
+            out.name = "commit";
+
+        if(out.name == "handle") {
+            out.path = _random.oneOf(Segments);
+            if(out.path.empty())
+                out.path = "a";
+            out.value = std::to_string(_handlers++);
+        } else
+            out.path = path(reference, out.name == "editDirectly");
+        if(out.name == "append")
+            out.value = R"("s")";
+        return out;
+    }
+
+private:
+    std::string path(ChangeManagerReference& reference, bool inObject) {
+        std::string out;
+        do {
+            out = !_recent.empty() && _random.below(3)
+                ? _recent[_random.below(_recent.size())]
+                : walk(reference.document);
+        } while(!isAllowed(reference, out, inObject));
+        _recent.push_back(out);
+        if(_recent.size() > 6)
+            _recent.erase(_recent.begin());
+        return out;
+    }
+
+    std::string walk(const Tree& document) {
+        std::string out;
+        const Tree* at = &document;
+        while(at && (out.empty() || _random.below(6))) {
+            const std::size_t size = at->children.size();
+            if(!size || _random.oneIn(6)) {
+                out += std::string{"/"} + _random.oneOf(Segments);
+                if(_random.below(3))
+                    return out;
+                at = size ? &at->children[_random.below(size)] : nullptr;
+                continue;
+            }
+            const std::size_t i = _random.below(size);
+            const bool isObject = at->type == Tree::Type::Object;
+            out += '/' + (isObject ? escaped(at->names[i]) : std::to_string(i));
+            at = &at->children[i];
+        }
+        return out;
+    }
+
+    static std::string escaped(const std::string& name) {
+        std::string out;
+        for(const char c: name)
+            out += c == '~' ? "~0" : c == '/' ? "~1" : std::string{c};
+        return out;
+    }
+
+    static bool isAllowed(ChangeManagerReference& reference,
+        const std::string& path, bool inObject) {
+        /* An element of what is no array is a programming error, which would
+           only end the sequence. The root stays an object. */
+        const Tree* const parent =
+            find(reference.document, splitLast(path).first);
+        if(parent && parent->type == Tree::Type::Scalar)
+            return false;
+        return !inObject || !parent || parent->type == Tree::Type::Object;
+    }
+
+    Random& _random;
+    std::vector<std::string> _recent;
+    int _handlers = 0;
+};
+
+/* What undoes exactly: no parents that are missing, emptied or replaced and no
+   gaps in arrays. A drag changes the order of changes, so where there are
+   drags, all changes are drags, of members that don't contain each other. */
+class ReversibleOperations {
+public:
+    static constexpr const char* Document =
+        R"({"objects":{"o1":{"id":1,"a":1,"b":"x"},"o2":{"id":2}},)"
+        R"("lists":{"l1":["x","y","z"],"l2":[[1,2],3]}})";
+
+    explicit ReversibleOperations(Random& random):
+        _random(random), _drags{random.oneIn(2)} {}
+
+    ChangeOperation next(ChangeManagerReference& reference) {
+        constexpr const char* others[]{"beginGroup", "commit", "undo", "undo",
+            "redo", "markSave", "forceNew"};
+        if(_random.oneIn(3)) {
+            ChangeOperation out{_random.oneOf(others)};
+            if(_drags && out.name == "forceNew")
+                out.name = "undo";
+            if(reference.group != -1 &&
+                (out.name == "undo" || out.name == "redo"))
+                out.name = "commit";
+            return out;
+        }
+        if(_drags || _random.oneIn(2))
+            return member(reference.document);
+        if(_random.oneIn(5))
+            return ChangeOperation{"push",
+                "/objects/new" + std::to_string(_records++), R"({"id":0})"};
+        return element(reference.document);
+    }
+
+private:
+    ChangeOperation member(Tree& document) {
+        constexpr const char* members[]{"a", "b", "c", "0"};
+        const std::vector<std::string>& records =
+            find(document, "/objects")->names;
+        const bool removes = _random.oneIn(2);
+        return ChangeOperation{_drags ? removes ? "dragRemove" : "drag"
+                                      : removes ? "remove" : "push",
+            "/objects/" + records[_random.below(records.size())] + '/' +
+                _random.oneOf(members),
+            _random.oneOf(Values)};
+    }
+
+    ChangeOperation element(Tree& document) {
+        const std::string list = _random.oneIn(2) ? "/lists/l1" : "/lists/l2";
+        const std::size_t size = find(document, list)->children.size();
+        const std::string some =
+            list + '/' + std::to_string(_random.below(size));
+        const std::string value = _random.oneOf(Values);
+        switch(_random.below(5)) {
+            case 0: return ChangeOperation{"push", some, value};
+            case 1: return ChangeOperation{"push", list + "/-", value};
+            case 2: return ChangeOperation{"push",
+                list + '/' + std::to_string(size), value};
+            case 3: return ChangeOperation{"append", list, R"("s")"};
+        }
+        return ChangeOperation{size == 1 ? "markSave" : "remove", some};
+    }
+
+    Random& _random;
+    bool _drags;
+    int _records = 0;
+};
+
+std::uint64_t environment(const char* name, std::uint64_t otherwise) {
+    const char* const value = std::getenv(name);
+    return value ? std::strtoull(value, nullptr, 10) : otherwise;
+}
+
+std::uint64_t currentSeed;
+
+/* Adds random operations until it is long enough, differs, or can't go on */
+template<class Operations> std::string extend(Scenario& scenario,
+    Random& random) {
+    Operations operations{random};
+    Comparison comparison{scenario.document};
+    for(std::size_t left = 10 + random.below(60); left; --left) {
+        scenario.operations.push_back(operations.next(comparison.reference));
+        const std::string out = comparison.perform(scenario.operations.back());
+        if(!out.empty() || comparison.reference.violated)
+            return out;
+    }
+    return scenario.restores ? comparison.undoAndRedoAll(scenario.document)
+                             : std::string{};
+}
+
+template<class Operations> void compare(const std::vector<std::string>&
+    documents, bool restores) {
+    std::signal(SIGABRT, [](int) {
+        std::fprintf(stderr, "Aborted with MODEL_SEED=%llu\n",
+            static_cast<unsigned long long>(currentSeed));
+    });
+    const std::uint64_t count = environment("MODEL_OPERATIONS", 100000);
+    currentSeed = environment("MODEL_SEED", 1);
+    for(std::uint64_t done = 0; done < count; ++currentSeed) {
+        Random random{currentSeed};
+        Scenario scenario{documents[random.below(documents.size())], {},
+            restores};
+        const std::string difference = extend<Operations>(scenario, random);
+        done += scenario.operations.size();
+        if(difference.empty())
+            continue;
+
+        const Scenario shortest = shrunk(scenario);
+        std::string operations;
+        for(const ChangeOperation& operation: shortest.operations)
+            operations += operation.text() + '\n';
+        FAIL() << "MODEL_SEED=" << currentSeed << '\n' << shortest.document
+               << '\n' << operations << Test::difference(shortest);
+    }
+    std::signal(SIGABRT, SIG_DFL);
+}
+
+TEST(ChangeManagerModelTest, anyOperations) {
+    std::vector<std::string> documents{std::begin(Documents),
+        std::end(Documents)};
+    documents.push_back(largeDocument());
+    compare<AnyOperations>(documents, false);
+}
+
+TEST(ChangeManagerModelTest, undoRestores) {
+    compare<ReversibleOperations>({ReversibleOperations::Document}, true);
+}
+
+}}}

@@ -1,0 +1,200 @@
+#include <algorithm>
+
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/StringIterable.h>
+
+#include "Museum.h"
+#include "Project.h"
+#include "TemporaryFolder.h"
+#include "editor/StringArray.h"
+#include "editor/Zip.h"
+
+namespace OrrelinEngine { namespace {
+
+using namespace LocalizationTools;
+
+/* All files and, with a slash at the end, folders */
+std::string listed(const TemporaryFolder& folder) {
+    std::vector<std::string> names;
+    for(const auto& i:
+        std::filesystem::recursive_directory_iterator{folder.path()})
+        names.push_back(
+            i.path().string().substr(folder.path().size() + 1) +
+            (i.is_directory() ? "/ " : " "));
+    std::sort(names.begin(), names.end());
+    std::string out;
+    for(const std::string& name: names)
+        out += name;
+    return out;
+}
+
+std::string project(const char* name, const std::string& localization) {
+    return std::string{R"({"settings": {"project": {"name": ")"} + name +
+        R"("}, "localization": {)" + localization +
+        R"(}}, "texts": {"a": "A"}})";
+}
+
+TEST(ExportTerms, places) {
+    const struct {
+        const char* name;
+        const char* projectName;
+        /* # is a folder outside of the project */
+        std::string settings;
+        const char* expected;
+    } data[]{
+        {"no settings", "Demo", "",
+            "project/ project/languages/ project/languages/de.json "
+            "project/languages/en.json "},
+        {"relative folder", "Demo", R"("languagesFolder": "lang/texts")",
+            "project/ project/lang/ project/lang/texts/ "
+            "project/lang/texts/de.json project/lang/texts/en.json "},
+        {"absolute folder", "Demo",
+            R"("languagesFolder": "#", "format": "other")",
+            "outside/ outside/de.json outside/en.json "},
+        {"folder with an extension", "Demo",
+            R"("languagesFolder": "lang.d/texts.old")",
+            "project/ project/lang.d/ project/lang.d/texts.old/ "
+            "project/lang.d/texts/ project/lang.d/texts/de.json "
+            "project/lang.d/texts/en.json "},
+        {"empty folder", "Demo", R"("languagesFolder": "")",
+            "project/ project/de.json project/en.json "},
+        {"zip", "Demo",
+            R"("languagesFolder": "lang", "enableZipCompression": true)",
+            "project/ project/lang/ project/lang/Demo.zip "},
+        {"zip of a name with a dot", "Demo.final",
+            R"("languagesFolder": "#", "enableZipCompression": true)",
+            "outside/ outside/Demo.zip "},
+        {"zip in a folder with an extension", "Demo",
+            R"("languagesFolder": "texts.old", "enableZipCompression": true)",
+            "project/ project/texts.old/ project/texts.old/Demo.zip "},
+    };
+    for(const auto& i: data) {
+        SCOPED_TRACE(i.name);
+        const TemporaryFolder folder;
+        std::string settings = i.settings;
+        const std::size_t outside = settings.find('#');
+        if(outside != std::string::npos)
+            settings.replace(outside, 1, folder.path("outside"));
+        Project demo{project(i.projectName, settings), folder.path("project")};
+        const std::string before = demo.stored("");
+
+        const Printed printed;
+        exportTerms(demo.editor(), {"en", "de"});
+        EXPECT_EQ(listed(folder), i.expected);
+        EXPECT_EQ(printed.text(), "");
+        EXPECT_EQ(demo.stored(""), before);
+        EXPECT_FALSE(demo.changes().hasUnsavedChanges());
+    }
+}
+
+TEST(ExportTerms, explicitPaths) {
+    const TemporaryFolder folder;
+    Project demo{project("Demo", "")};
+    const LocalizationFormat format = LocalizationFormat::I18next;
+    OrrelinEditor& editor = demo.editor();
+
+    exportTerms(editor, {"de"}, folder.path("a/texts"), format);
+    exportTerms(editor, {"de"}, folder.path("a/texts.old"), format);
+    exportTerms(editor, {"fr"}, folder.path("a/texts"), format);
+    exportTerms(editor, {}, folder.path("empty"), format);
+    exportTerms(editor, {"de"}, folder.path("unknown"), LocalizationFormat(1));
+    exportTermsCompressed(editor, {"de"}, folder.path("a/x.tar.gz"), format);
+    exportTermsCompressed(editor, {"de"}, folder.path("a/plain"), format);
+    /* Those of other languages stay */
+    EXPECT_EQ(listed(folder),
+        "a/ a/plain.zip a/texts/ a/texts/de.json a/texts/fr.json a/x.tar.zip "
+        "empty/ unknown/ ");
+}
+
+TEST(ExportTerms, archiveHoldsTheLooseFiles) {
+    const TemporaryFolder folder;
+    Project demo{R"({
+        "settings": {"localization": {"defaultLanguage": "en"}},
+        "texts": {"a": "A \" 😀", "b": "", "\u0001": "\u0000"}
+    })"};
+    demo.setTranslations(R"({"de": {"a": "Ä", "b": null}})");
+    const Containers::StringView languages[]{"pt-BR", "en", "de"};
+    const LocalizationFormat format = LocalizationFormat::I18next;
+    exportTerms(demo.editor(), languages, folder.path("loose"), format);
+    exportTermsCompressed(demo.editor(), languages, folder.path("demo"), format);
+
+    StringArray names;
+    Containers::Array<Containers::Array<char>> contents;
+    ASSERT_TRUE(readZip(names, {".json"}, contents, folder.path("demo.zip")));
+    ASSERT_EQ(contents.size(), std::size(languages));
+    for(std::size_t i = 0; i != std::size(languages); ++i) {
+        EXPECT_EQ(text(names.get(i)), text(languages[i]) + ".json");
+        EXPECT_EQ(std::string(contents[i].begin(), contents[i].end()),
+            folder.read("loose/" + text(names.get(i))));
+    }
+}
+
+TEST(ExportTerms, failures) {
+    const TemporaryFolder folder;
+    folder.write("texts/fr.json/file", "");
+    folder.write("file", "kept");
+    folder.write("archive.zip/file", "kept");
+    folder.write("old.zip", "no archive");
+    Project demo{project("Demo", "")};
+    OrrelinEditor& editor = demo.editor();
+    const LocalizationFormat format = LocalizationFormat::I18next;
+
+    /* One file that can't be written doesn't stop the others */
+    {
+        const Printed printed;
+        exportTerms(editor, {"de", "fr", "it"}, folder.path("texts"), format);
+    }
+    EXPECT_NE(folder.read("texts/de.json"), "");
+    EXPECT_EQ(folder.read("texts/it.json"), folder.read("texts/de.json"));
+
+    /* A file stands where the folder should be */
+    {
+        const Printed printed;
+        exportTerms(editor, {"de"}, folder.path("file"), format);
+    }
+    EXPECT_EQ(folder.read("file"), "kept");
+
+    const struct {
+        const char* path;
+        std::vector<Containers::StringView> languages;
+    } data[]{
+        {"archive", {"de"}},
+        {"missing/archive", {"de"}},
+        {"file/archive", {"de"}},
+        {"old", {}},
+    };
+    for(const auto& i: data) {
+        SCOPED_TRACE(i.path);
+        const Printed printed;
+        exportTermsCompressed(editor,
+            Containers::arrayView(i.languages.data(), i.languages.size()),
+            folder.path(i.path), format);
+        const std::string expected =
+            "LocalizationTools::exportTermsCompressed(): can't write " +
+            folder.path(i.path) + ".zip: ";
+        EXPECT_EQ(printed.text().substr(0, expected.size()), expected);
+        EXPECT_EQ(printed.text().find('\n'), printed.text().size() - 1);
+    }
+    EXPECT_EQ(folder.read("archive.zip/file"), "kept");
+    EXPECT_EQ(folder.read("old.zip"), "no archive");
+    EXPECT_EQ(listed(folder),
+        "archive.zip/ archive.zip/file file old.zip texts/ texts/de.json "
+        "texts/fr.json/ texts/fr.json/file texts/it.json ");
+}
+
+TEST(ExportTerms, museum) {
+    const TemporaryFolder folder;
+    Museum museum;
+    const Printed printed;
+    importTerms(museum.session.editor());
+    EXPECT_FALSE(museum.session.changeManager().hasUnsavedChanges());
+
+    *museum.session.editor().projectRoot = folder.path();
+    exportTerms(museum.session.editor(), {"en", "de"});
+    EXPECT_EQ(printed.text(), "");
+    for(const char* const file: {"languages/en.json", "languages/de.json"})
+        EXPECT_EQ(folder.read(file),
+            TemporaryFolder::readFile(std::string{EXAMPLES "/museum/"} + file));
+}
+
+}}

@@ -1,0 +1,263 @@
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+#include <gtest/gtest.h>
+
+#include "Museum.h"
+#include "Project.h"
+#include "editor/EditorSceneData.h"
+
+namespace OrrelinEngine { namespace {
+
+using Containers::StringView;
+using namespace Containers::Literals;
+
+typedef std::vector<std::pair<std::string, std::string>> Pairs;
+
+template<class Table> Pairs pairs(const Table& table) {
+    Pairs out;
+    for(const auto& i: table)
+        out.emplace_back(text(i.first), text(i.second));
+    return out;
+}
+
+/* What the caller gets, by path */
+Pairs sorted(const TermMap& strings) {
+    Pairs out = pairs(strings);
+    std::sort(out.begin(), out.end());
+    return out;
+}
+
+Pairs reversed(const Pairs& terms) {
+    Pairs out;
+    for(const auto& i: terms)
+        out.emplace_back(i.second, i.first);
+    std::sort(out.begin(), out.end());
+    return out;
+}
+
+struct GatherStringsTest: testing::Test {
+    GatherStringsTest() {
+        const Containers::Pair<StringView, unsigned short> button[]{
+            {"label", 16}, {"count", 3}, {"tool/tip", 16}};
+        const Containers::Pair<StringView, unsigned short> label[]{
+            {"title", 16}};
+        session.addScriptType("silent", {});
+        session.addScriptType("button", button);
+        session.addScriptType("button", label);
+        session.addScriptType("text", label);
+        session.addScriptType("a/b", label);
+    }
+
+    void gather(const std::string& json) {
+        ASSERT_TRUE(session.parse(json)) << json;
+        LocalizationTools::gatherStrings(session.editor(), strings);
+    }
+
+    const TermPathMap& terms() { return session.localization().terms; }
+
+    EditorSession session;
+    TermMap strings;
+};
+
+/* The terms, and what the caller gets beyond the same pairs */
+const struct {
+    const char* name;
+    const char* json;
+    Pairs terms;
+    Pairs shared;
+} Documents[]{
+    {"empty", "{}", {}, {}},
+    {"nothing in it",
+        R"({"settings": {"project": {}}, "objects": {"a": {}}})", {}, {}},
+    {"project name", R"({"settings": {"project": {"name": "My Game"}}})",
+        {{"projectName", "/settings/project/name"}}, {}},
+    {"project name with a key",
+        R"({"settings": {"project": {"name": "", "name_term": "title"}}})",
+        {{"title", "/settings/project/name"}}, {}},
+    {"any value is a name",
+        R"({"settings": {"project": {"name": null}}})",
+        {{"projectName", "/settings/project/name"}}, {}},
+    {"key without a project name",
+        R"({"settings": {"project": {"name_term": "title"}}})", {}, {}},
+    {"project and objects",
+        R"({"settings": {"project": {"name": "Demo"}}, "objects": {"a1":
+            {"components": [
+                {"type": "text", "text": {"text": "Hello"}},
+                {"type": "button", "button": {"label": "OK",
+                    "label_term": "ok-label", "count": 2}}]}}})",
+        {{"a1-js-1-tool/tip", "/objects/a1/components/1/button/tool~1tip"},
+            {"a1-text-0", "/objects/a1/components/0/text/text"},
+            {"ok-label", "/objects/a1/components/1/button/label"},
+            {"projectName", "/settings/project/name"}}, {}},
+    {"no value is needed",
+        R"({"objects": {"k3": {"components": [{"type": "text"},
+            {"type": "button", "button": 1}, {"type": "text", "text": []}]}}})",
+        {{"k3-js-1-label", "/objects/k3/components/1/button/label"},
+            {"k3-js-1-tool/tip", "/objects/k3/components/1/button/tool~1tip"},
+            {"k3-text-0", "/objects/k3/components/0/text/text"},
+            {"k3-text-2", "/objects/k3/components/2/text/text"}}, {}},
+    {"other components",
+        R"({"objects": {"a": {"components": [{"type": "mesh"},
+            {"type": "Text"}, {"type": "text "}, {"type": 1}, {}, null,
+            "text", {"type": "silent"}]}}})", {}, {}},
+    {"components that are none",
+        R"({"objects": {"a": {"components": {"0": {"type": "text"}}},
+            "b": {"components": 2}, "c": {"components": []}, "d": {}, "e": 1,
+            "f": {"components": null}}})", {}, {}},
+    {"objects that are none", R"({"objects": [{"components": []}]})", {}, {}},
+    {"first claim of a key",
+        R"({"objects": {
+            "z": {"components": [
+                {"type": "text", "text": {"text_term": "greeting"}},
+                {"type": "text", "text": {"text_term": "greeting"}}]},
+            "a": {"components": [
+                {"type": "text", "text": {"text_term": "greeting"}},
+                {"type": "text", "text": {"text_term": "z-text-7"}}]}}})",
+        {{"greeting", "/objects/z/components/0/text/text"},
+            {"z-text-7", "/objects/a/components/1/text/text"}},
+        {{"/objects/a/components/0/text/text", "greeting"},
+            {"/objects/z/components/1/text/text", "greeting"}}},
+    {"keys are taken as they are",
+        R"({"objects": {"a": {"components": [
+            {"type": "text", "text": {"text_term": ""}},
+            {"type": "text", "text": {"text_term": " \n/é"}},
+            {"type": "text", "text": {"text_term": 5}},
+            {"type": "button", "button": {"tool/tip_term": "tip"}}]}}})",
+        {{"", "/objects/a/components/0/text/text"},
+            {" \n/é", "/objects/a/components/1/text/text"},
+            {"a-js-3-label", "/objects/a/components/3/button/label"},
+            {"tip", "/objects/a/components/3/button/tool~1tip"}},
+        {{"/objects/a/components/2/text/text", ""}}},
+    {"names that are escaped in paths",
+        R"({"objects": {
+            "a/b~": {"components": [
+                {"type": "text", "text": {"text_term": "found"}},
+                {"type": "text"},
+                {"type": "a/b", "a/b": {"title_term": "title"}},
+                {"type": "a/b"}]},
+            "": {"components": [{"type": "text"}]}}})",
+        {{"-text-0", "/objects//components/0/text/text"},
+            {"a~1b~0-js-3-title", "/objects/a~1b~0/components/3/a~1b/title"},
+            {"a~1b~0-text-1", "/objects/a~1b~0/components/1/text/text"},
+            {"found", "/objects/a~1b~0/components/0/text/text"},
+            {"title", "/objects/a~1b~0/components/2/a~1b/title"}}, {}},
+    {"flags don't count",
+        R"({"objects": {"a": {"components": [{"type": "text",
+            "text": {"text": "x", "text_translate": false}}]}}})",
+        {{"a-text-0", "/objects/a/components/0/text/text"}}, {}},
+};
+
+TEST_F(GatherStringsTest, documents) {
+    for(const auto& data: Documents) {
+        SCOPED_TRACE(data.name);
+        gather(data.json);
+        EXPECT_EQ(pairs(terms()), data.terms);
+        Pairs expected = reversed(data.terms);
+        expected.insert(expected.end(), data.shared.begin(), data.shared.end());
+        std::sort(expected.begin(), expected.end());
+        EXPECT_EQ(sorted(strings), expected);
+    }
+}
+
+TEST_F(GatherStringsTest, elementsInOrder) {
+    std::string json = R"({"objects": {"a": {"components": [{"type": "text"})";
+    for(int i = 0; i != 11; ++i)
+        json += R"(, {"type": "text", "text": {"text_term": "same"}})";
+    gather(json + "]}}}");
+    EXPECT_EQ(terms().size(), 2u);
+    EXPECT_EQ(text(terms().at("same")), "/objects/a/components/1/text/text");
+    EXPECT_EQ(strings.size(), 12u);
+    EXPECT_EQ(text(strings.at("/objects/a/components/11/text/text")), "same");
+}
+
+TEST_F(GatherStringsTest, gatheringAgain) {
+    gather(R"({"settings": {"project": {"name": "Demo"}}, "objects": {
+        "a": {"components": [{"type": "text"}, {"type": "button"}]}}})");
+    const Pairs before = pairs(terms());
+    const Pairs stringsBefore = sorted(strings);
+    const std::string document = jsonText(session.projectFile().document);
+    session.localization().translations["de"]["gone"] = "weg";
+
+    /* Nothing of what is there is left, and all is found again */
+    session.localization().terms.clear();
+    session.localization().terms.emplace("gone", "/objects/gone");
+    strings.emplace("/objects/gone", "gone");
+    LocalizationTools::gatherStrings(session.editor(), strings);
+    EXPECT_EQ(pairs(terms()), before);
+    EXPECT_EQ(sorted(strings), stringsBefore);
+    EXPECT_EQ(session.localization().translations.at("de").size(), 1u);
+    EXPECT_EQ(jsonText(session.projectFile().document), document);
+
+    session.projectFile().erase("/objects/a/components/0");
+    LocalizationTools::gatherStrings(session.editor(), strings);
+    EXPECT_EQ(pairs(terms()),
+        (Pairs{{"a-js-0-label", "/objects/a/components/0/button/label"},
+            {"a-js-0-tool/tip", "/objects/a/components/0/button/tool~1tip"},
+            {"projectName", "/settings/project/name"}}));
+    EXPECT_EQ(strings.size(), 3u);
+}
+
+TEST_F(GatherStringsTest, innerOperationsAdd) {
+    ASSERT_TRUE(session.parse(R"({"objects": {
+        "a": {"components": [{"type": "text"}, {"type": "button"}]},
+        "b": {"components": [{"type": "text"}]}}})"));
+    strings.emplace("/objects/a/components/0/text/text", "kept");
+    session.localization().terms.emplace("a-js-1-label", "/kept");
+
+    for(int i = 0; i != 2; ++i) {
+        LocalizationTools::gatherObjectStrings(session.editor(), "a", strings);
+        EXPECT_EQ(pairs(terms()),
+            (Pairs{{"a-js-1-label", "/kept"},
+                {"a-js-1-tool/tip",
+                    "/objects/a/components/1/button/tool~1tip"},
+                {"a-text-0", "/objects/a/components/0/text/text"}}));
+        EXPECT_EQ(sorted(strings),
+            (Pairs{{"/objects/a/components/0/text/text", "kept"},
+                {"/objects/a/components/1/button/label", "a-js-1-label"},
+                {"/objects/a/components/1/button/tool~1tip",
+                    "a-js-1-tool/tip"}}));
+    }
+    LocalizationTools::gatherObjectStrings(session.editor(), "absent", strings);
+    EXPECT_EQ(terms().size(), 3u);
+
+    const StringView parts[]{""_s, "objects"_s, "b"_s, "components"_s, "0"_s};
+    LocalizationTools::gatherComponentStrings(session.editor(), parts, strings);
+    EXPECT_EQ(text(terms().at("b-text-0")),
+        "/objects/b/components/0/text/text");
+}
+
+TEST_F(GatherStringsTest, tooFewParts) {
+    ASSERT_TRUE(session.parse(R"({"objects": {"a": {"components":
+        [{"type": "text"}], "type": "text", "text": {"text_term": "x"}}}})"));
+    const StringView parts[]{""_s, "objects"_s, "a"_s, "components"_s};
+    for(std::size_t count = 0; count <= 4; ++count)
+        LocalizationTools::gatherComponentStrings(session.editor(),
+            Containers::arrayView(parts).prefix(count), strings);
+    EXPECT_TRUE(terms().empty());
+    EXPECT_TRUE(strings.empty());
+}
+
+TEST(GatherStringsMuseumTest, museum) {
+    Museum museum;
+    const TermPathMap& terms = museum.session.localization().terms;
+    EXPECT_EQ(terms.size(), 89u);
+    EXPECT_EQ(museum.strings.size(), 90u);
+    EXPECT_EQ(text(terms.at("museum.name")), "/settings/project/name");
+    EXPECT_EQ(text(terms.at("welcome.title")),
+        "/objects/entrance-hall/components/0/text/text");
+    EXPECT_EQ(text(terms.at("entrance-hall-text-1")),
+        "/objects/entrance-hall/components/1/text/text");
+    EXPECT_EQ(text(terms.at("entrance-hall-js-2-tooltip")),
+        "/objects/entrance-hall/components/2/button/tooltip");
+
+    for(const auto& term: terms)
+        EXPECT_EQ(museum.strings.at(term.second), term.first);
+    for(const auto& string: museum.strings)
+        EXPECT_TRUE(
+            museum.session.editor().project[string.first].hasValue())
+            << text(string.first);
+}
+
+}}

@@ -1,0 +1,172 @@
+#include "Project.h"
+
+#include "TemporaryFolder.h"
+#include "editor/AllLanguages.h"
+
+namespace OrrelinEngine { namespace {
+
+using namespace LocalizationTools;
+
+unsigned short indexOf(Containers::StringView code) {
+    unsigned short i = 0;
+    while(i != AllLanguageCount && AllLanguages[i].code != code)
+        ++i;
+    return i;
+}
+
+TEST(AddLanguage, project) {
+    const struct {
+        const char* name;
+        const char* project;
+        const char* translations;
+        const char* code;
+        const char* expectedLanguages;
+        const char* expectedDefault;
+        const char* expectedTranslations;
+    } data[]{
+        {"the first one starts with the project's texts",
+            R"({"texts": {"a": "A", "b": "", "c": 3}})", "{}", "en",
+            R"({"en":{"name":"English"}})", R"("en")",
+            R"({"en":{"a":"A","b":"","c":""}})"},
+        {"the first one in a section that's there",
+            R"({"languages": {}, "texts": {"a": "A"},
+                "settings": {"localization": {"defaultLanguage": "fr"}}})",
+            R"({"de": {"0": "stays", "a": "replaced", "b": null}})", "de",
+            R"({"de":{"name":"German"}})", R"("de")",
+            R"({"de":{"0":"stays","a":"A","b":null}})"},
+        {"a further one starts empty",
+            R"({"languages": {"en": {}}, "texts": {"a": "A", "b": "B"},
+                "settings": {"localization": {"defaultLanguage": "en"}}})",
+            R"({"de": {"A": "stays", "b": "taken away"}, "en": {"a": "E"}})",
+            "de", R"({"en":{},"de":{"name":"German"}})", R"("en")",
+            R"({"de":{"A":"stays","a":null,"b":null},"en":{"a":"E"}})"},
+        {"once more",
+            R"({"languages": {"de": {"name": "", "hidden": true}},
+                "texts": {"a": "A"}})",
+            R"({"de": {"a": "taken away", "b": "stays"}})", "de",
+            R"({"de":{"name":"German","hidden":true}})", "",
+            R"({"de":{"a":null,"b":"stays"}})"},
+        {"no terms", "{}", "{}", "pt-BR",
+            R"({"pt-BR":{"name":"Brazilian Portuguese"}})", R"("pt-BR")",
+            R"({"pt-BR":{}})"},
+    };
+    for(const auto& i: data) {
+        SCOPED_TRACE(i.name);
+        Project project{i.project};
+        project.setTranslations(i.translations);
+        const std::string texts = project.stored("/texts");
+
+        addLanguage(project.editor(), indexOf(i.code));
+        /* It can't be undone */
+        project.changes().undoLast();
+        EXPECT_FALSE(project.changes().hasUnsavedChanges());
+        EXPECT_EQ(project.stored("/languages"), i.expectedLanguages);
+        EXPECT_EQ(project.stored("/settings/localization/defaultLanguage"),
+            i.expectedDefault);
+        EXPECT_EQ(project.translationsText(), i.expectedTranslations);
+        EXPECT_EQ(project.stored("/texts"), texts);
+    }
+}
+
+TEST(AddLanguage, lastRow) {
+    Project project{"{}"};
+    addLanguage(project.editor(), AllLanguageCount - 1);
+    EXPECT_EQ(project.translations().count(
+        AllLanguages[AllLanguageCount - 1].code), 1u);
+    for(const unsigned short index: {AllLanguageCount,
+            static_cast<unsigned short>(0xffff)})
+        EXPECT_DEATH(addLanguage(project.editor(), index),
+            "languageIndex < AllLanguageCount");
+}
+
+TEST(RemoveLanguage, project) {
+    const char* const languages = R"({"en":{},"de":{"name":"German"}})";
+    const struct {
+        const char* name;
+        /* Settings of localization; # is a folder outside of the project */
+        const char* settings;
+        const char* code;
+        /* Where files named by the code and ".json" are, and the one of them
+           that is deleted */
+        std::vector<const char*> folders;
+        const char* deletedFrom;
+        const char* expectedLanguages;
+    } data[]{
+        {"unknown code", "{}", "fr", {"project/languages"}, nullptr, languages},
+        {"other letter case", "{}", "DE", {"project/languages"}, nullptr,
+            languages},
+        {"no file", "{}", "de", {}, nullptr, R"({"en":{}})"},
+        {"usual folder", "{}", "de", {"project/languages", "project"},
+            "project/languages", R"({"en":{}})"},
+        {"zip compression", R"({"enableZipCompression": true})", "de",
+            {"project/languages"}, nullptr, R"({"en":{}})"},
+        {"relative folder", R"({"languagesFolder": "lang/texts"})", "de",
+            {"project/lang/texts", "project/languages"}, "project/lang/texts",
+            R"({"en":{}})"},
+        {"absolute folder", R"({"languagesFolder": "#"})", "de",
+            {"outside", "project/languages"}, "outside", R"({"en":{}})"},
+        {"folder with an extension", R"({"languagesFolder": "texts.old"})",
+            "de", {"project/texts.old", "project/texts"}, "project/texts.old",
+            R"({"en":{}})"},
+        {"empty folder", R"({"languagesFolder": ""})", "de",
+            {"project", "project/languages"}, "project", R"({"en":{}})"},
+        {"the default language", R"({"defaultLanguage": "en"})", "en",
+            {"project/languages"}, "project/languages",
+            R"({"de":{"name":"German"}})"},
+    };
+    for(const auto& i: data) {
+        SCOPED_TRACE(i.name);
+        const TemporaryFolder folder;
+        std::string settings = i.settings;
+        const std::size_t outside = settings.find('#');
+        if(outside != std::string::npos)
+            settings.replace(outside, 1, folder.path("outside"));
+        Project project{R"({"languages": )" + std::string{languages} +
+                R"(, "settings": {"localization": )" + settings + "}}",
+            folder.path("project")};
+        project.setTranslations(R"({"de": {"a": "A"}})");
+        const std::string storedSettings = project.stored("/settings");
+        const std::string file = std::string{"/"} + i.code + ".json";
+        for(const char* const f: i.folders)
+            folder.write(f + file, "{}");
+
+        removeLanguage(project.editor(), i.code);
+        EXPECT_EQ(project.stored("/languages"), i.expectedLanguages);
+        EXPECT_EQ(project.stored("/settings"), storedSettings);
+        EXPECT_EQ(project.translationsText(), R"({"de":{"a":"A"}})");
+        for(const char* const f: i.folders)
+            EXPECT_EQ(std::filesystem::exists(folder.path(f + file)),
+                !i.deletedFrom || f != std::string{i.deletedFrom}) << f;
+        EXPECT_EQ(project.changes().hasUnsavedChanges(),
+            languages != std::string{i.expectedLanguages});
+
+        project.changes().undoLast();
+        JsonDocument expected;
+        expected.Parse(languages);
+        JsonDocument actual;
+        actual.Parse(project.stored("/languages").data());
+        EXPECT_EQ(actual, expected);
+    }
+}
+
+/* The last language leaves the section behind, the view given is one of what
+   is removed, and a name with a slash is none of a file in the folder */
+TEST(RemoveLanguage, keysOfTheProject) {
+    const TemporaryFolder folder;
+    folder.write("precious.json", "{}");
+    Project project{R"({"languages": {"../precious": {}, "~": {}}})",
+        folder.path("project")};
+    std::filesystem::create_directories(folder.path("project/languages"));
+
+    for(const char* const code: {"../precious", "~"}) {
+        const JsonValue& languages =
+            *project.editor().languagesSection.readValueNoDefault();
+        ASSERT_STREQ(languages.MemberBegin()->name.GetString(), code);
+        removeLanguage(project.editor(),
+            languages.MemberBegin()->name.GetString());
+    }
+    EXPECT_EQ(project.stored("/languages"), "{}");
+    EXPECT_EQ(folder.read("precious.json"), "{}");
+}
+
+}}

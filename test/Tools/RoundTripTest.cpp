@@ -1,0 +1,248 @@
+#include <cstdint>
+#include <cstdlib>
+#include <random>
+#include <set>
+#include <vector>
+
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/Pair.h>
+#include <Corrade/Containers/StringIterable.h>
+
+#include "Project.h"
+#include "TemporaryFolder.h"
+#include "editor/AllLanguages.h"
+#include "editor/JavaScriptManager.h"
+
+namespace OrrelinEngine { namespace {
+
+using namespace LocalizationTools;
+
+typedef rapidjson::Writer<rapidjson::StringBuffer> Writer;
+
+/* The same numbers with any standard library */
+class Random {
+public:
+    explicit Random(unsigned int seed): _engine{seed} {}
+
+    unsigned int below(unsigned int count) {
+        return static_cast<unsigned int>(_engine() % count);
+    }
+    bool oneIn(unsigned int count) { return !below(count); }
+
+    std::string text() {
+        std::string out;
+        for(unsigned int i = oneIn(4) ? 0 : below(24); i; --i)
+            character(out);
+        return out;
+    }
+
+private:
+    void character(std::string& out) {
+        switch(below(8)) {
+            case 0:
+                out += char(below(0x20));
+                break;
+            case 1:
+                out += "\"\\/~.{}:,$"[below(10)];
+                break;
+            case 2:
+                out += {char(0xc3), char(0x80 + below(0x40))};
+                break;
+            case 3:
+                out += {char(0xe3), char(0x80 + below(0x40)),
+                    char(0x80 + below(0x40))};
+                break;
+            case 4:
+                out += {char(0xf0), char(0x9f), char(0x98 + below(8)),
+                    char(0x80 + below(0x40))};
+                break;
+            default:
+                out += char('a' + below(26));
+        }
+    }
+
+    std::mt19937 _engine;
+};
+
+/* Of few possible ones, so that terms meet */
+std::string termKey(Random& random) {
+    return random.oneIn(2) ? std::string(1, char('a' + random.below(4)))
+                           : random.text();
+}
+
+void writeString(Writer& writer, const std::string& string) {
+    writer.String(string.data(), unsigned(string.size()));
+}
+
+void writeProperty(Writer& writer, Random& random, const std::string& name) {
+    if(!random.oneIn(8)) {
+        writer.Key(name.data());
+        if(random.oneIn(16))
+            writer.Int(3);
+        else
+            writeString(writer, random.text());
+    }
+    if(random.oneIn(3)) {
+        writer.Key((name + "_term").data());
+        writeString(writer, termKey(random));
+    }
+    if(random.oneIn(4)) {
+        writer.Key((name + "_translate").data());
+        writer.Bool(random.oneIn(2));
+    }
+}
+
+void writeComponent(Writer& writer, Random& random) {
+    const char* const type =
+        std::vector<const char*>{"text", "button", "light"}[random.below(3)];
+    writer.StartObject();
+    writer.Key("type");
+    writer.String(type);
+    writer.Key(type);
+    writer.StartObject();
+    for(const char* const name: {"text", "label", "a/b~c"})
+        writeProperty(writer, random, name);
+    writer.EndObject();
+    writer.EndObject();
+}
+
+typedef std::vector<Containers::StringView> Codes;
+
+Codes someLanguages(Random& random) {
+    std::set<unsigned int> rows;
+    for(unsigned int i = 1 + random.below(4); i; --i)
+        rows.insert(random.below(AllLanguageCount));
+    Codes out;
+    for(const unsigned int row: rows)
+        out.push_back(AllLanguages[row].code);
+    return out;
+}
+
+std::string someProject(Random& random, const Codes& languages) {
+    rapidjson::StringBuffer out;
+    Writer writer{out};
+    writer.StartObject();
+    writer.Key("settings");
+    writer.StartObject();
+    writer.Key("project");
+    writer.StartObject();
+    writeProperty(writer, random, "name");
+    writer.EndObject();
+    writer.Key("localization");
+    writer.StartObject();
+    writer.Key("defaultLanguage");
+    writer.String(languages[random.below(unsigned(languages.size()))].data());
+    writer.EndObject();
+    writer.EndObject();
+
+    writer.Key("objects");
+    writer.StartObject();
+    for(unsigned int i = random.below(5); i; --i) {
+        const std::string id = random.text() + std::to_string(i);
+        writer.Key(id.data(), unsigned(id.size()));
+        writer.StartObject();
+        writer.Key("components");
+        writer.StartArray();
+        for(unsigned int j = random.below(5); j; --j)
+            writeComponent(writer, random);
+        writer.EndArray();
+        writer.EndObject();
+    }
+    writer.EndObject();
+
+    writer.Key("languages");
+    writer.StartObject();
+    for(const Containers::StringView code: languages) {
+        writer.Key(code.data());
+        writer.StartObject();
+        writer.EndObject();
+    }
+    writer.EndObject();
+    writer.EndObject();
+    return {out.GetString(), out.GetSize()};
+}
+
+/* Translates some of the terms, and some that aren't there. Returns what the
+   files are expected to bring back. */
+LanguageTranslations translate(OrrelinEditor& editor, Random& random,
+    const Codes& languages) {
+    LanguageTranslations out;
+    const std::string defaultCode = text(editor.project[
+        "settings/localization/defaultLanguage"].asString());
+    for(const Containers::StringView code: languages) {
+        TranslationMap& translations = editor.localization->translations[code];
+        for(const auto& term: editor.localization->terms) {
+            Containers::Optional<Containers::String> translation;
+            if(!random.oneIn(4)) {
+                if(!random.oneIn(3))
+                    translation = Containers::String{random.text()};
+                translations[term.first] = translation;
+            }
+            if(code == defaultCode)
+                translation =
+                    Containers::String{editor.project[term.second].asString()};
+            const ValueAccess flag =
+                editor.project[term.second + "_translate"];
+            if(!flag.hasValue() || flag.asBool())
+                out[code].emplace(term.first, translation);
+        }
+        out[code];
+        translations.emplace(random.text() + "?", Containers::NullOpt);
+    }
+    return out;
+}
+
+unsigned int setting(const char* name, unsigned int otherwise) {
+    const char* const value = std::getenv(name);
+    return value ? unsigned(std::strtoul(value, nullptr, 10)) : otherwise;
+}
+
+void expectRoundTrip(EditorSession& session, const TemporaryFolder& folder,
+    Random& random) {
+    const Codes codes = someLanguages(random);
+    const std::string project = someProject(random, codes);
+    ASSERT_TRUE(session.parse(project));
+    const std::string document = jsonText(session.projectFile().document);
+
+    OrrelinEditor& editor = session.editor();
+    TermMap strings;
+    gatherStrings(editor, strings);
+    const LanguageTranslations expected = translate(editor, random, codes);
+
+    const auto languages = Containers::arrayView(codes.data(), codes.size());
+    const LocalizationFormat format = LocalizationFormat::I18next;
+    const Printed printed;
+    exportTerms(editor, languages, folder.path("texts"), format);
+    exportTermsCompressed(editor, languages, folder.path("texts"), format);
+    for(const char* const path: {"texts", "texts.zip"}) {
+        editor.localization->translations.clear();
+        importTerms(editor, folder.path(path), format);
+        EXPECT_TRUE(editor.localization->translations == expected) << path;
+        EXPECT_FALSE(session.changeManager().hasUnsavedChanges()) << path;
+    }
+    EXPECT_EQ(printed.text(), "");
+    EXPECT_EQ(jsonText(session.projectFile().document), document);
+
+    std::filesystem::remove_all(folder.path("texts"));
+}
+
+/* Each project has a seed of its own: the one that fails is repeated with the
+   seed that is told and one project */
+TEST(RoundTrip, randomProjects) {
+    EditorSession session;
+    const Containers::Pair<Containers::StringView, unsigned short>
+        parameters[]{{"label", Data::StringParamType}, {"count", 3},
+            {"a/b~c", Data::StringParamType}};
+    session.addScriptType("button", parameters);
+
+    const TemporaryFolder folder;
+    const unsigned int seed = setting("ROUNDTRIP_SEED", 1);
+    const unsigned int count = setting("ROUNDTRIP_PROJECTS", 500);
+    for(unsigned int i = 0; i != count && !HasFailure(); ++i) {
+        SCOPED_TRACE("ROUNDTRIP_SEED=" + std::to_string(seed + i));
+        Random random{seed + i};
+        expectRoundTrip(session, folder, random);
+    }
+}
+
+}}

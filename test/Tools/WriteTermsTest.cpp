@@ -1,0 +1,237 @@
+#include "Project.h"
+
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/GrowableArray.h>
+#include <Corrade/Containers/StringIterable.h>
+
+#include "TemporaryFolder.h"
+
+namespace OrrelinEngine { namespace {
+
+using namespace LocalizationTools;
+
+std::string text(Containers::ArrayView<const char> content) {
+    return {content.data(), content.size()};
+}
+
+/* The files one after another, each with its name in front */
+std::string written(Project& project,
+    const Containers::StringIterable& languages,
+    LocalizationFormat format = LocalizationFormat::I18next) {
+    Containers::Array<Containers::String> names;
+    Containers::Array<Containers::Array<char>> contents;
+    writeTerms(project.editor(), languages, format, names, contents);
+    EXPECT_EQ(names.size(), contents.size());
+    std::string out;
+    for(std::size_t i = 0; i != names.size(); ++i)
+        out += text(names[i]) + ": " + text(contents[i]);
+    return out;
+}
+
+TEST(WriteTerms, files) {
+    typedef std::vector<Containers::StringView> Languages;
+    const struct {
+        const char* name;
+        const char* project;
+        const char* translations;
+        Languages languages;
+        const char* expected;
+    } data[]{
+        {"no languages", R"({"texts": {"a": ""}})", "{}", {}, ""},
+        {"no terms", "{}", R"({"de": {"a": "A"}})", {"de", "en"},
+            "de.json: {\n"
+            "  \"translation\": {}\n"
+            "}\n"
+            "en.json: {\n"
+            "  \"translation\": {}\n"
+            "}\n"},
+        {"default language and others", R"({
+            "settings": {"localization": {"defaultLanguage": "en"}},
+            "texts": {"a-1": "A one", "a": "A", "number": 1, "apple": "\"",
+                "Zebra": ""}
+        })", R"({
+            "en": {"a": "not the text"},
+            "de": {"a": "Ah", "a-1": null, "apple": "", "b": "no term",
+                "0": "neither"}
+        })", {"de", "en", "pt-BR", "EN"},
+            "de.json: {\n"
+            "  \"translation\": {\n"
+            "    \"Zebra\": null,\n"
+            "    \"a\": \"Ah\",\n"
+            "    \"a-1\": null,\n"
+            "    \"apple\": \"\",\n"
+            "    \"number\": null\n"
+            "  }\n"
+            "}\n"
+            "en.json: {\n"
+            "  \"translation\": {\n"
+            "    \"Zebra\": \"\",\n"
+            "    \"a\": \"A\",\n"
+            "    \"a-1\": \"A one\",\n"
+            "    \"apple\": \"\\\"\",\n"
+            "    \"number\": \"\"\n"
+            "  }\n"
+            "}\n"
+            "pt-BR.json: {\n"
+            "  \"translation\": {\n"
+            "    \"Zebra\": null,\n"
+            "    \"a\": null,\n"
+            "    \"a-1\": null,\n"
+            "    \"apple\": null,\n"
+            "    \"number\": null\n"
+            "  }\n"
+            "}\n"
+            "EN.json: {\n"
+            "  \"translation\": {\n"
+            "    \"Zebra\": null,\n"
+            "    \"a\": null,\n"
+            "    \"a-1\": null,\n"
+            "    \"apple\": null,\n"
+            "    \"number\": null\n"
+            "  }\n"
+            "}\n"},
+        {"excluded from translation, a language twice", R"({
+            "settings": {"localization": {"defaultLanguage": "en"}},
+            "texts": {"off": "", "off_translate": false,
+                "on": "On", "on_translate": true}
+        })", R"({"de": {"off": "Aus", "on": "An"}})", {"en", "de", "en"},
+            "en.json: {\n"
+            "  \"translation\": {\n"
+            "    \"on\": \"On\"\n"
+            "  }\n"
+            "}\n"
+            "de.json: {\n"
+            "  \"translation\": {\n"
+            "    \"on\": \"An\"\n"
+            "  }\n"
+            "}\n"
+            "en.json: {\n"
+            "  \"translation\": {\n"
+            "    \"on\": \"On\"\n"
+            "  }\n"
+            "}\n"},
+        {"no default language", R"({"texts": {"a": "A"}})", "{}", {"en"},
+            "en.json: {\n"
+            "  \"translation\": {\n"
+            "    \"a\": null\n"
+            "  }\n"
+            "}\n"},
+    };
+    for(const auto& i: data) {
+        SCOPED_TRACE(i.name);
+        Project project{i.project};
+        project.setTranslations(i.translations);
+        EXPECT_EQ(written(project, Containers::arrayView(i.languages.data(),
+                      i.languages.size())),
+            i.expected);
+    }
+}
+
+TEST(WriteTerms, missingText) {
+    Project project{
+        R"({"settings": {"localization": {"defaultLanguage": "en"}}})"};
+    project.terms().emplace("a", "/objects/gone/components/0/text/text");
+    project.setTranslations(R"({"en": {"a": "A"}, "de": {"a": "Ah"}})");
+    EXPECT_EQ(written(project, {"en", "de"}),
+        "en.json: {\n"
+        "  \"translation\": {\n"
+        "    \"a\": \"\"\n"
+        "  }\n"
+        "}\n"
+        "de.json: {\n"
+        "  \"translation\": {\n"
+        "    \"a\": \"Ah\"\n"
+        "  }\n"
+        "}\n");
+}
+
+TEST(WriteTerms, appends) {
+    Project project{"{}"};
+    Containers::Array<Containers::String> names;
+    Containers::Array<Containers::Array<char>> contents;
+    for(const char* const language: {"de", "fr"})
+        writeTerms(project.editor(), {language}, LocalizationFormat::I18next,
+            names, contents);
+    writeTerms(project.editor(), {"it"}, LocalizationFormat(1), names,
+        contents);
+    ASSERT_EQ(names.size(), 2u);
+    EXPECT_EQ(contents.size(), 2u);
+    EXPECT_EQ(text(names[0]), "de.json");
+    EXPECT_EQ(text(names[1]), "fr.json");
+}
+
+TEST(WriteTerms, measuredFiles) {
+    JsonDocument vectors;
+    vectors.Parse(TemporaryFolder::readFile(
+        TEST_DATA "/utility-libraries.json").data());
+    ASSERT_TRUE(vectors.IsObject());
+
+    for(const char* const name: {"emptyTranslation", "mixed"}) {
+        SCOPED_TRACE(name);
+        const char* const expected = vectors["jsonWriter"][name].GetString();
+        JsonDocument source;
+        source.Parse(expected);
+        Project project{"{}"};
+        for(const auto& i: source["translation"].GetObject())
+            project.terms().emplace(i.name.GetString(), "/none");
+        project.setTranslations(
+            (R"({"de": )" + jsonText(source["translation"]) + "}").data());
+        EXPECT_EQ(written(project, {"de"}), std::string{"de.json: "} + expected);
+    }
+}
+
+/* Reads the file as strictly as any parser does, with the one term in it */
+void expectReadable(const std::string& file, const std::string& expected) {
+    JsonDocument document;
+    document.Parse<rapidjson::kParseValidateEncodingFlag>(
+        file.data(), file.size());
+    ASSERT_FALSE(document.HasParseError()) << file;
+    const auto& terms = document["translation"];
+    ASSERT_EQ(terms.MemberCount(), 1u);
+    const auto& key = terms.MemberBegin()->name;
+    const auto& value = terms.MemberBegin()->value;
+    EXPECT_EQ(std::string(key.GetString(), key.GetStringLength()), expected);
+    EXPECT_EQ(std::string(value.GetString(), value.GetStringLength()), expected);
+}
+
+std::string writtenAlone(const std::string& content) {
+    Project project{"{}"};
+    project.terms().emplace(content, "/none");
+    project.translations()["de"].emplace(content, Containers::String{content});
+    return written(project, {"de"}).substr(sizeof("de.json: ") - 1);
+}
+
+TEST(WriteTerms, anyCharacterIsReadable) {
+    for(int c = 0; c != 0x80; ++c) {
+        SCOPED_TRACE(c);
+        const std::string content = std::string{"<"} + char(c) + ">";
+        expectReadable(writtenAlone(content), content);
+    }
+
+    std::string all;
+    for(int c = 0; c != 0x80; ++c)
+        all += char(c);
+    for(const std::string& content: {all, all + all, std::string{},
+            std::string(1, '\0'), std::string{"\\u0000 \\n \\\""},
+            std::string{"{\"translation\": null}"},
+            std::string{"\xc2\x80 \xdf\xbf \xe0\xa0\x80 \xed\x9f\xbf "
+                        "\xef\xbf\xbf \xf0\x90\x80\x80 \xf4\x8f\xbf\xbf"}})
+        expectReadable(writtenAlone(content), content);
+}
+
+#ifdef ORRELIN_STANDINS
+TEST(WriteTerms, whatIsNoTextIsReplaced) {
+    for(const char* const content: {"\x80", "\xc0\xaf", "\xe2\x82",
+            "\xed\xa0\x80", "\xf4\x90\x80\x80", "\xff"}) {
+        std::string replaced;
+        for(const char* c = content; *c; ++c)
+            replaced += "\xef\xbf\xbd";
+        /* A cut off character is replaced by one */
+        if(content == std::string{"\xe2\x82"})
+            replaced.resize(3);
+        expectReadable(writtenAlone(content), replaced);
+    }
+}
+#endif
+
+}}

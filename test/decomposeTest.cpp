@@ -1,0 +1,148 @@
+#include <cmath>
+#include <limits>
+#include <vector>
+#include <gtest/gtest.h>
+#include <Magnum/Math/Matrix4.h>
+
+#include "ChangeManager.h"
+#include "editor/ProjectFile.h"
+#include "platform/vectors.h"
+
+namespace OrrelinEngine { namespace Test { namespace {
+
+typedef Magnum::Math::Matrix4<float> Matrix4;
+
+struct Parts {
+    std::vector<double> translation, rotation, scaling;
+};
+
+std::vector<double> numbers(const rapidjson::Value& value) {
+    std::vector<double> out;
+    for(const auto& number: value.GetArray())
+        out.push_back(number.GetDouble());
+    return out;
+}
+
+/* As they get into a document */
+Parts decomposed(const Matrix4& matrix) {
+    ProjectFile project;
+    ChangeManager manager{project};
+    manager.pushTransformChange("/t", matrix, false);
+    const JsonValue& parts = project.document["t"];
+    return {numbers(parts["translation"]), numbers(parts["rotation"]),
+        numbers(parts["scaling"])};
+}
+
+double length(const std::vector<double>& vector) {
+    double out = 0.0;
+    for(const double i: vector)
+        out += i*i;
+    return std::sqrt(out);
+}
+
+Matrix4 matrix(const float (&columns)[9]) {
+    Matrix4 out;
+    for(std::size_t i = 0; i != 9; ++i)
+        out[i/3][i%3] = columns[i];
+    return out;
+}
+
+TEST(decomposeTest, vectors) {
+    for(const auto& i: Orrelin::vectors("decompose").GetArray()) {
+        SCOPED_TRACE(i["name"].GetString());
+        Matrix4 in;
+        for(std::size_t j = 0; j != 16; ++j)
+            in[j/4][j%4] = i["matrixColumns"][unsigned(j)].GetFloat();
+        const Parts parts = decomposed(in);
+        EXPECT_EQ(parts.translation, numbers(i["translation"]));
+
+        const auto expectNear = [](const std::vector<double>& actual,
+            const std::vector<double>& expected) {
+            ASSERT_EQ(actual.size(), expected.size());
+            for(std::size_t j = 0; j != actual.size(); ++j)
+                EXPECT_NEAR(actual[j], expected[j],
+                    5.0e-7*std::max(1.0, std::abs(expected[j])));
+        };
+        expectNear(parts.rotation, numbers(i["rotation"]));
+        expectNear(parts.scaling, numbers(i["scaling"]));
+    }
+}
+
+constexpr float Half = 0.70710678f;
+constexpr float NaN = std::numeric_limits<float>::quiet_NaN();
+constexpr float Infinity = std::numeric_limits<float>::infinity();
+
+/* A quarter turn about z, of which the last axis follows from the others */
+TEST(decomposeTest, missingAxis) {
+    for(std::size_t missing = 0; missing != 3; ++missing) {
+        SCOPED_TRACE(missing);
+        Matrix4 in = matrix({0.0f, 2.0f, 0.0f, -3.0f, 0.0f, 0.0f,
+            0.0f, 0.0f, 4.0f});
+        in[missing] = {};
+        const Parts parts = decomposed(in);
+        std::vector<double> scaling{2.0, 3.0, 4.0};
+        scaling[missing] = 0.0;
+        EXPECT_EQ(parts.scaling, scaling);
+        EXPECT_NEAR(parts.rotation[2], Half, 1.0e-7);
+        EXPECT_NEAR(parts.rotation[3], Half, 1.0e-7);
+    }
+}
+
+TEST(decomposeTest, degenerate) {
+    const struct {
+        const char* name;
+        float columns[9];
+        bool finite;
+        bool identity;
+    } cases[]{
+        {"nothing", {}, true, true},
+        {"one axis", {0, 1, 0}, true, true},
+        {"parallel axes", {1, 2, 3, 2, 4, 6, 0, 0, 1}, true, true},
+        {"opposite axes", {1, 2, 3, -1, -2, -3, 0, 0, 1}, true, true},
+        {"axes in a plane", {1, 0, 0, 0, 1, 0, 1, 1, 0}, true, true},
+        {"almost parallel axes", {1, 0, 0, 1, 1.0e-6f, 0, 0, 0, 1}, true,
+            false},
+        {"almost in a plane", {1, 0, 0, 1, 1.0e-3f, 0, 1, 0, 2.0e-3f}, true,
+            false},
+        {"two missing, one mirrored", {0, 0, 0, 0, 0, 0, 0, 0, -1}, true,
+            true},
+        {"tiny", {1.0e-45f, 0, 0, 0, 1.0e-40f, 0, 0, 0, 1.0e-38f}, true, true},
+        {"huge", {3.0e38f, 0, 0, 0, 3.0e38f, 0, 0, 0, -3.0e38f}, true, false},
+        {"of all sizes", {1.0e-40f, 0, 0, 0, 3.0e38f, 0, 0, 0, 1}, true, true},
+        {"not a number", {NaN, 0, 0, 0, 1, 0, 0, 0, 1}, false, false},
+        {"nowhere a number", {NaN, NaN, NaN, NaN, NaN, NaN, NaN, NaN, NaN},
+            false, true},
+        {"infinite", {Infinity, 0, 0, 0, 1, 0, 0, 0, 1}, false, false},
+    };
+    for(const auto& i: cases) {
+        SCOPED_TRACE(i.name);
+        const Parts parts = decomposed(matrix(i.columns));
+        EXPECT_NEAR(length(parts.rotation), 1.0, 1.0e-6);
+        if(i.identity) {
+            EXPECT_EQ(parts.rotation, (std::vector<double>{0, 0, 0, 1}));
+        }
+        for(const double scaling: parts.scaling)
+            EXPECT_TRUE(std::isfinite(scaling) || !i.finite);
+    }
+}
+
+/* Whatever the matrix, the rotation is one */
+TEST(decomposeTest, any) {
+    std::uint32_t state = 1;
+    const auto random = [&state] {
+        state = state*1664525 + 1013904223;
+        return float(std::int32_t(state) >> 8);
+    };
+    for(int i = 0; i != 20000; ++i) {
+        float columns[9];
+        for(float& c: columns)
+            c = std::ldexp(random(), i%3 ? 0 : int(random())%100);
+        /* From spread out to hardly any angle between two axes */
+        for(int j = 0; j != 3; ++j)
+            columns[3 + j] = columns[j] + std::ldexp(columns[3 + j], -i%60);
+        const Parts parts = decomposed(matrix(columns));
+        ASSERT_NEAR(length(parts.rotation), 1.0, 1.0e-6) << i;
+    }
+}
+
+}}}

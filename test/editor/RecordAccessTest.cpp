@@ -1,0 +1,337 @@
+#include <functional>
+#include <string>
+#include <vector>
+#include <Corrade/Containers/Array.h>
+#include <gtest/gtest.h>
+#include <rapidjson/pointer.h>
+
+#include "Tools/Project.h"
+#include "editor/ProjectFile.h"
+#include "editor/ProjectSection.h"
+
+namespace OrrelinEngine { namespace {
+
+using Containers::String;
+using Containers::StringView;
+using namespace Containers::Literals;
+
+struct RecordAccessTest: testing::Test {
+    void parse(const char* json) {
+        file.document.Parse(json);
+        ASSERT_FALSE(file.document.HasParseError()) << json;
+    }
+
+    std::string stored(StringView path) {
+        const JsonValue* const value = file.find(path);
+        return value ? jsonText(*value) : "nothing";
+    }
+
+    ProjectFile file;
+    /* As an editor context has it, without the project's own type */
+    const RecordAccess project{file};
+};
+
+const struct {
+    const char* name;
+    std::function<ValueAccess(const RecordAccess&)> lookup;
+    const char* path;
+} Paths[]{
+    {"one name", [](auto& p) { return p["settings"]; }, "/settings"},
+    {"leading slash", [](auto& p) { return p["/settings"]; }, "/settings"},
+    {"chained",
+        [](auto& p) { return p["settings"]["project"]["name"]; },
+        "/settings/project/name"},
+    {"several segments",
+        [](auto& p) { return p["settings/project"]["name"]; },
+        "/settings/project/name"},
+    {"record path of another",
+        [](auto& p) { return p[p["settings/project"]["name"].path]; },
+        "/settings/project/name"},
+    {"suffix", [](auto& p) { return p[p["a/b"].path + "_translate"]; },
+        "/a/b_translate"},
+    {"element", [](auto& p) { return p["list"][2u]; }, "/list/2"},
+    {"largest element", [](auto& p) { return p["list"][4294967295u]; },
+        "/list/4294967295"},
+    {"digits", [](auto& p) { return p["list"]["2"]; }, "/list/2"},
+    {"sub-value", [](auto& p) { return p.subValue("a/b").subValue("c"); },
+        "/a/b/c"},
+    {"empty name", [](auto& p) { return p["a"][""]; }, "/a/"},
+    {"empty name in between", [](auto& p) { return p["a//b"]; }, "/a//b"},
+    {"escapes are kept", [](auto& p) { return p["a~1b"]["~0"]; },
+        "/a~1b/~0"},
+};
+
+TEST_F(RecordAccessTest, paths) {
+    for(const auto& data: Paths) {
+        SCOPED_TRACE(data.name);
+        EXPECT_EQ(text(data.lookup(project).path), data.path);
+    }
+    EXPECT_EQ(text(project.path), "");
+    EXPECT_EQ(text(ProjectSection(file, "objects").path), "/objects");
+    EXPECT_EQ(text(ProjectSection(file, "objects")["k3"].path), "/objects/k3");
+}
+
+TEST_F(RecordAccessTest, elementPathSplits) {
+    const ValueAccess element = project["objects"]["k3"]["components"][2u];
+    const Containers::Array<StringView> parts =
+        StringView{element.path}.split('/');
+    ASSERT_EQ(parts.size(), 5u);
+    EXPECT_EQ(parts[0], ""_s);
+    EXPECT_EQ(parts[1], "objects"_s);
+    EXPECT_EQ(parts[2], "k3"_s);
+    EXPECT_EQ(parts[3], "components"_s);
+    EXPECT_EQ(parts[4], "2"_s);
+}
+
+TEST_F(RecordAccessTest, chainedAndSlashReachTheSame) {
+    parse(R"({"settings": {"localization": {"defaultLanguage": "de"}},
+        "list": ["a", {"b": "c"}], "2": {"0": "digits"}})");
+    for(const ValueAccess& access:
+        {project["settings/localization"]["defaultLanguage"],
+            project["/settings/localization/defaultLanguage"],
+            project["settings"]["localization"]["defaultLanguage"]}) {
+        EXPECT_EQ(text(access.path), "/settings/localization/defaultLanguage");
+        EXPECT_EQ(text(access.asString()), "de");
+    }
+    EXPECT_EQ(text(project["list"][1u]["b"].asString()), "c");
+    EXPECT_EQ(text(project["list/1/b"].asString()), "c");
+    EXPECT_EQ(text(project["2/0"].asString()), "digits");
+    EXPECT_EQ(text(project["2"][0u].asString()), "digits");
+
+    /* No such places */
+    for(const StringView key: {"list/2"_s, "list/01"_s, "list/-"_s, "list/b"_s,
+            "list/0/b"_s, "absent/deeper"_s, "list/~2"_s, "settings/"_s}) {
+        SCOPED_TRACE(text(key));
+        EXPECT_FALSE(project[key].hasValue());
+        EXPECT_FALSE(project[key].exists());
+        EXPECT_TRUE(project[key].readValue().IsNull());
+        EXPECT_EQ(project[key].readValueNoDefault(), nullptr);
+    }
+}
+
+const struct {
+    const char* json;
+    const char* string;
+    bool boolean;
+    std::size_t size;
+} Values[]{
+    {"\"text\"", "text", false, 0},
+    {"\"\"", "", false, 0},
+    {"\"true\"", "true", false, 0},
+    {"true", "", true, 0},
+    {"false", "", false, 0},
+    {"null", "", false, 0},
+    {"1", "", false, 0},
+    {"[\"a\", 2, null]", "", false, 3},
+    {"{\"a\": 1, \"b\": 2}", "", false, 2},
+};
+
+TEST_F(RecordAccessTest, typedReads) {
+    for(const auto& data: Values) {
+        SCOPED_TRACE(data.json);
+        parse((R"({"value": )" + std::string{data.json} + "}").data());
+        const ValueAccess value = project["value"];
+        EXPECT_TRUE(value.hasValue());
+        EXPECT_TRUE(value.exists());
+        EXPECT_EQ(value.readValueNoDefault(), &file.document["value"]);
+        EXPECT_EQ(&value.readValue(), &file.document["value"]);
+        EXPECT_EQ(text(value.asString()), data.string);
+        EXPECT_EQ(value.asBool(), data.boolean);
+        EXPECT_EQ(value.size(), data.size);
+    }
+    const ValueAccess absent = project["absent"];
+    EXPECT_EQ(text(absent.asString()), "");
+    EXPECT_FALSE(absent.asBool());
+    EXPECT_EQ(absent.size(), 0u);
+}
+
+TEST_F(RecordAccessTest, settingsSchema) {
+    const struct {
+        const char* key;
+        const char* value;
+    } defaults[]{
+        {"", R"({"languagesFolder":"languages","format":"i18next",)"
+             R"("enableZipCompression":false})"},
+        {"/languagesFolder", "\"languages\""},
+        {"/format", "\"i18next\""},
+        {"/enableZipCompression", "false"},
+    };
+    for(const auto& data: defaults) {
+        SCOPED_TRACE(data.key);
+        const ValueAccess access =
+            project[String{"settings/localization"} + data.key];
+        EXPECT_FALSE(access.hasValue());
+        EXPECT_EQ(access.readValueNoDefault(), nullptr);
+        EXPECT_TRUE(access.exists());
+        EXPECT_EQ(jsonText(access.readValue()), data.value);
+    }
+    EXPECT_FALSE(project["settings/localization/defaultLanguage"].exists());
+    EXPECT_FALSE(project["settings/project/name"].exists());
+
+    /* A section that is stored in part has the other defaults still, and a
+       stored value counts even if it is null */
+    parse(R"({"settings": {"localization":
+        {"languagesFolder": "texts", "format": null}}})");
+    EXPECT_EQ(text(project["settings/localization/languagesFolder"].asString()),
+        "texts");
+    EXPECT_TRUE(project["settings/localization/format"].hasValue());
+    EXPECT_TRUE(project["settings/localization/format"].readValue().IsNull());
+    const ValueAccess zip =
+        project["settings/localization/enableZipCompression"];
+    EXPECT_FALSE(zip.hasValue());
+    EXPECT_TRUE(zip.exists());
+}
+
+TEST_F(RecordAccessTest, hostDefaults) {
+    JsonDocument defaults;
+    defaults.Parse(R"({"settings": {"localization": {"languagesFolder": "host",
+        "defaultLanguage": "en"}}, "objects": {"k1": {"components": []}}})");
+    file.setDefaults(&defaults);
+
+    /* Asked last */
+    EXPECT_EQ(text(project["settings/localization/languagesFolder"].asString()),
+        "languages");
+    const ValueAccess language =
+        project["settings/localization/defaultLanguage"];
+    EXPECT_TRUE(language.exists());
+    EXPECT_FALSE(language.hasValue());
+    EXPECT_EQ(text(language.asString()), "en");
+    EXPECT_EQ(text(*project["objects"].keys().begin()), "k1");
+
+    ValueAccess{language}.setString("de");
+    EXPECT_TRUE(language.hasValue());
+    EXPECT_EQ(text(language.asString()), "de");
+    EXPECT_STREQ(defaults["settings"]["localization"]["defaultLanguage"]
+                     .GetString(),
+        "en");
+
+    file.setDefaults(nullptr);
+    EXPECT_FALSE(project["objects"].exists());
+}
+
+TEST_F(RecordAccessTest, keys) {
+    parse(R"({"object": {"z": 1, "a": {}, "": null, "m/n": 2}, "list": [1]})");
+    std::vector<std::string> keys;
+    for(const StringView key: project["object"].keys())
+        keys.push_back(text(key));
+    EXPECT_EQ(keys, (std::vector<std::string>{"z", "a", "", "m~1n"}));
+
+    for(const char* none: {"list", "object/z", "absent"}) {
+        const RecordAccessKeys empty = project[none].keys();
+        EXPECT_TRUE(empty.begin() == empty.end()) << none;
+    }
+
+    const RecordAccessKeys a = project["object"].keys();
+    const RecordAccessKeys b = project["object"].keys();
+    EXPECT_TRUE(a.begin() == a.begin());
+    EXPECT_TRUE(++a.begin() != a.begin());
+    EXPECT_TRUE(a.begin() != b.begin());
+}
+
+TEST_F(RecordAccessTest, escapingRoundTrip) {
+    parse(R"({"plain": 0, "a/b": 0, "~": 0, "/": 0, "~1": 0, "~0": 0, "a~b/": 0,
+        "//": 0, "": 0, "0": 0, "-": 0, "é/ü": 0})");
+    std::size_t count = 0;
+    for(auto& member: file.document.GetObject())
+        member.value.SetInt(int(++count));
+
+    auto member = file.document.MemberBegin();
+    for(const StringView key: project.keys()) {
+        SCOPED_TRACE(text(key));
+        const ValueAccess access = project[key];
+        const rapidjson::GenericPointer<JsonValue> pointer{
+            access.path.data(), access.path.size()};
+        EXPECT_EQ(pointer.Get(file.document), &member->value);
+        EXPECT_EQ(access.readValueNoDefault(), &member->value);
+        ++member;
+    }
+    EXPECT_EQ(member, file.document.MemberEnd());
+
+    /* RapidJSON's own pointers end at a zero byte */
+    parse(R"({"a": 1, "a\u0000/b": 2})");
+    EXPECT_EQ(project[*++project.keys().begin()].readValue(), 2);
+}
+
+TEST_F(RecordAccessTest, accessorBeforeCreation) {
+    ProjectSection languages{file, "languages"};
+    const ValueAccess record = languages["de"];
+    EXPECT_FALSE(record.hasValue());
+    EXPECT_EQ(stored("/languages"), "nothing");
+
+    EXPECT_EQ(text(languages.addResource("de").path), "/languages/de");
+    EXPECT_EQ(stored("/languages/de"), "{}");
+    EXPECT_TRUE(record.hasValue());
+    record["name"].setString("German");
+    EXPECT_EQ(stored(""), R"({"languages":{"de":{"name":"German"}}})");
+
+    /* And after it is gone again */
+    file.erase("/languages/de");
+    EXPECT_FALSE(record.hasValue());
+    EXPECT_FALSE(record["name"].exists());
+}
+
+TEST_F(RecordAccessTest, addResourceLeavesWhatIsThere) {
+    for(const char* record: {R"({"name":"German"})", "null", "[]"}) {
+        parse((R"({"languages":{"de":)" + std::string{record} + "}}").data());
+        ProjectSection languages{file, "languages"};
+        EXPECT_EQ(jsonText(languages.addResource("de").readValue()), record);
+        EXPECT_EQ(languages.size(), 1u);
+    }
+    ProjectSection{file, "languages"}.addResource("a~1b");
+    EXPECT_TRUE(file.document["languages"].HasMember("a/b"));
+}
+
+const struct {
+    const char* name;
+    const char* document;
+    const char* key;
+    const char* expected;
+} Writes[]{
+    {"replaces a string", R"({"a":"old"})", "a", R"({"a":"new"})"},
+    {"replaces anything", R"({"a":{"b":[1]}})", "a", R"({"a":"new"})"},
+    {"creates the parents", R"({})", "a/b/c", R"({"a":{"b":{"c":"new"}}})"},
+    {"creates an array for an index", R"({})", "a/1",
+        R"({"a":[null,"new"]})"},
+    {"replaces an element", R"({"a":[1,2]})", "a/0", R"({"a":["new",2]})"},
+    {"appends", R"({"a":[1]})", "a/-", R"({"a":[1,"new"]})"},
+    {"replaces what's in the way", R"({"a":1})", "a/b", R"({"a":{"b":"new"}})"},
+    {"unescapes", R"({})", "a~1b/~0", R"({"a/b":{"~":"new"}})"},
+};
+
+TEST_F(RecordAccessTest, setString) {
+    for(const auto& data: Writes) {
+        SCOPED_TRACE(data.name);
+        parse(data.document);
+        project[data.key].setString("new");
+        EXPECT_EQ(stored(""), data.expected);
+    }
+}
+
+TEST_F(RecordAccessTest, setStringCopies) {
+    {
+        const String text = "a text \0 of more than a few bytes"_s;
+        project["copy"].setString(text);
+    }
+    EXPECT_EQ(project["copy"].asString(), "a text \0 of more than a few bytes"_s);
+
+    /* A text of the document itself, to where it is and below it */
+    project["copy"].setString(project["copy"].asString().exceptPrefix(2));
+    EXPECT_EQ(project["copy"].asString(), "text \0 of more than a few bytes"_s);
+    project["copy/below"].setString(project["copy"].asString());
+    EXPECT_EQ(project["copy/below"].asString(),
+        "text \0 of more than a few bytes"_s);
+
+    project["copy"].setString({});
+    EXPECT_EQ(stored("/copy"), "\"\"");
+}
+
+TEST_F(RecordAccessTest, writeValue) {
+    ValueAccess access = project["a"][1u];
+    EXPECT_TRUE(access.writeValue().IsNull());
+    access.writeValue().SetInt(3);
+    EXPECT_EQ(stored(""), R"({"a":[null,3]})");
+    EXPECT_EQ(&access.allocator(), &file.document.GetAllocator());
+    EXPECT_EQ(&access.allocator(), &file.allocator());
+}
+
+}}

@@ -1,0 +1,599 @@
+#include <map>
+#include <vector>
+#include <gtest/gtest.h>
+#include <pty.h>
+#include <rapidjson/document.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "Tools/TemporaryFolder.h"
+
+namespace OrrelinEngine { namespace {
+
+namespace Fs = std::filesystem;
+
+const std::string Archive = "museum/languages/Meridian House Museum.zip";
+
+struct Output {
+    int exitCode;
+    std::string out;
+    std::string err;
+};
+
+/* The museum in a folder of its own, in which the program runs */
+class Host {
+public:
+    explicit Host() {
+        Fs::copy(EXAMPLES "/museum", folder.path("museum"),
+            Fs::copy_options::recursive);
+    }
+
+    /* What the program says to arguments, as the shell understands them */
+    Output run(const std::string& arguments,
+        const std::string& shellSetup = "true") const {
+        const std::string command = "cd '" + folder.path() + "' && " +
+            shellSetup + " && '" HOST_BINARY "' " + arguments + " > '" +
+            folder.path("out") + "' 2> '" + folder.path("err") + "'";
+        const int status = std::system(command.data());
+        const Output output{WIFEXITED(status) ? WEXITSTATUS(status) : -1,
+            folder.read("out"), folder.read("err")};
+        Fs::remove(folder.path("out"));
+        Fs::remove(folder.path("err"));
+        return output;
+    }
+
+    std::string succeed(const std::string& arguments) const {
+        const Output output = run(arguments);
+        EXPECT_EQ(output.exitCode, 0) << arguments;
+        EXPECT_EQ(output.err, "") << arguments;
+        return output.out;
+    }
+
+    /* Replaces what has to be in a file */
+    void edit(const std::string& file, const std::string& from,
+        const std::string& to) const {
+        std::string content = folder.read(file);
+        const std::size_t at = content.find(from);
+        ASSERT_NE(at, std::string::npos) << from;
+        folder.write(file, content.replace(at, from.size(), to));
+    }
+
+    void useArchive() const {
+        edit("museum/project.json", "Compression\": false",
+            "Compression\": true");
+    }
+
+    void translate(const std::string& code) const {
+        Fs::copy_file(EXAMPLES "/museum/translations/" + code + ".json",
+            folder.path("museum/languages/" + code + ".json"),
+            Fs::copy_options::overwrite_existing);
+    }
+
+    /* Every file with its content */
+    std::map<std::string, std::string> files() const {
+        std::map<std::string, std::string> out;
+        for(const auto& entry:
+            Fs::recursive_directory_iterator{folder.path()})
+            out[entry.path()] = entry.is_directory()
+                ? ""
+                : TemporaryFolder::readFile(entry.path());
+        return out;
+    }
+
+    TemporaryFolder folder;
+};
+
+rapidjson::Document parsed(const std::string& json) {
+    rapidjson::Document out;
+    out.Parse(json.data());
+    EXPECT_FALSE(out.HasParseError()) << json;
+    return out;
+}
+
+void expectContains(const std::string& text,
+    const std::vector<std::string>& parts) {
+    for(const std::string& part: parts)
+        EXPECT_NE(text.find(part), std::string::npos)
+            << "'" << part << "' not in:\n" << text;
+}
+
+std::string translation(const Host& host, const std::string& file,
+    const char* key) {
+    const auto json = parsed(host.folder.read(file));
+    const auto& texts = json["translation"];
+    const auto found = texts.FindMember(key);
+    return found != texts.MemberEnd() && found->value.IsString()
+        ? found->value.GetString()
+        : "(none)";
+}
+
+/* Commands on the museum as it comes, which leave it so */
+const struct {
+    const char* name;
+    const char* arguments;
+    int exitCode;
+    std::vector<std::string> out;
+    const char* err;
+} Commands[]{
+    {"Version", "--version", 0, {"orrelin-localize 1."}, ""},
+    {"Help", "--help", 0, {"terms ", "status ", "rename ", "languages ",
+        "add ", "remove ", "export ", "import "}, ""},
+    {"HelpOfCommand", "export --help", 0, {"PROJECT [CODE...]", "--prune",
+        "Example:\n  orrelin-localize export museum de fr\n"}, ""},
+    {"NoCommand", "", 1, {},
+        "orrelin-localize: a command is required; try --help\n"},
+    {"UnknownCommand", "frobnicate museum", 1, {},
+        "orrelin-localize: there is no command 'frobnicate'; try --help\n"},
+    {"NoProject", "terms", 1, {},
+        "orrelin-localize: PROJECT is required; try --help\n"},
+    {"NoPercentage", "status museum --fail-under 101", 1, {}, "--fail-under"},
+
+    {"Terms", "terms museum", 0,
+        {"hours                                 yes        Open around the "
+         "clock.⏎Guided tours at 10:00, 14:00 and 18:00 (UTC).",
+         "café-sign-text-0                      no         Café Méridienne  ",
+         "\n\n89 terms, 79 to translate\n"}, ""},
+    {"TermsOfFile", "terms museum/project.json --json", 0,
+        {"\"key\": \"museum.name\",\n    \"text\": \"Meridian House Museum\","
+         "\n    \"path\": \"/settings/project/name\",\n    \"translate\": true",
+         "\"text\": null,"}, ""},
+    {"TermsNoScripts", "terms museum --components empty.json", 0,
+        {"\n21 terms, 18 to translate\n"}, ""},
+    {"NoFile", "terms nowhere", 2, {},
+        "orrelin-localize: there is no nowhere\n"},
+    {"NoProjectInFolder", "terms .", 2, {},
+        "orrelin-localize: the folder . has no project.json\n"},
+    {"InvalidProject", "terms broken.json", 2, {},
+        "orrelin-localize: can't open broken.json: "},
+    {"NoComponents", "terms museum --components no.json", 2, {},
+        "orrelin-localize: can't read no.json: No such file or directory\n"},
+    {"InvalidComponents", "terms museum --components broken.json", 2, {},
+        "orrelin-localize: can't open broken.json: "},
+    {"UnknownType", "terms museum --components typo.json", 2, {},
+        "orrelin-localize: typo.json: parameter 'label' of 'button' has the "
+        "unknown type 'strng'\n"},
+
+    {"Languages", "languages", 0, {"code", "\nde  ", "\nmi  ", "\nzu  "}, ""},
+    {"LanguagesByName", "languages MAORI", 0,
+        {"code  language\nmi    Māori\n"}, ""},
+    {"LanguagesByCode", "languages pt-b --json", 0,
+        {"[\n  {\n    \"code\": \"pt-BR\",\n    \"name\": \"Brazilian "
+         "Portuguese\"\n  }\n]\n"}, ""},
+    {"LanguagesNone", "languages Grek", 2, {},
+        "orrelin-localize: no language has 'Grek' in its code or name; did you "
+        "mean el (Greek)"},
+
+    {"Status", "status museum", 0,
+        {"en    English (default)          79        0     79  100.0 %  █",
+         "de    German                     75        4     79   94.9 %  █",
+         "█░\n"}, ""},
+    {"StatusJson", "status museum --json", 0,
+        {"\"code\": \"de\",\n    \"name\": \"German\",\n    \"default\": "
+         "false,\n    \"translated\": 75,\n    \"missing\": 4,\n    \"total\": "
+         "79,\n    \"percent\": 94.9\n"}, ""},
+    {"StatusEnough", "status museum --fail-under 94.9", 0, {}, ""},
+    {"StatusTooLittle", "status museum --fail-under 95", 2, {"German"},
+        "orrelin-localize: translated to less than 95 %: de (94.9 %)\n"},
+
+    {"AddUnknown", "add museum fr gr", 2, {},
+        "orrelin-localize: unknown language code 'gr'; did you mean el (Greek)"},
+    {"AddInOtherLetters", "add museum PT_br", 2, {},
+        "unknown language code 'PT_br'; did you mean pt-BR (Brazilian"},
+    {"AddTwice", "add museum fr de", 2, {},
+        "orrelin-localize: the project has the language 'de' already\n"},
+    {"RemoveMissing", "remove museum french", 2, {},
+        "orrelin-localize: the project doesn't have the language 'french'\n"},
+    {"RemoveNamed", "remove museum german", 2, {}, "did you mean de (German)?"},
+    {"RemoveDefault", "remove museum en", 2, {},
+        "orrelin-localize: 'en' is the language of the project's own texts; it "
+        "can be removed only as the last one\n"},
+    {"RemoveNoFileName", "remove museum ../de", 2, {},
+        "orrelin-localize: '../de' can't be the code of a language\n"},
+    {"ExportMissing", "export museum fr", 2, {}, "have the language 'fr'"},
+    {"Export", "export museum", 0,
+        {"en.json     79             0\nde.json     75             4\n",
+         "Wrote 2 language files to museum/languages\n"}, ""},
+    {"Import", "import museum", 0,
+        {"en    English    79 of 79\nde    German     75 of 79\n",
+         "Nothing to change in the project.\n"}, ""},
+    {"RenameMissing", "rename museum nothing x", 2, {},
+        "orrelin-localize: the project has no term 'nothing'\n"},
+    {"RenameToNothing", "rename museum hours ''", 2, {}, "key is empty\n"},
+    {"RenameToOther", "rename museum hours tour.start", 2, {},
+        "orrelin-localize: the project has a term 'tour.start' already; "}};
+
+TEST(Host, Commands) {
+    for(const auto& data: Commands) {
+        SCOPED_TRACE(data.name);
+        const Host host;
+        host.folder.write("empty.json", "{}");
+        host.folder.write("broken.json", "{\"a\": [1, 2}");
+        host.folder.write("typo.json", R"({"button": {"label": "strng"}})");
+        const auto before = host.files();
+
+        const Output output = host.run(data.arguments);
+        EXPECT_EQ(output.exitCode, data.exitCode);
+        expectContains(output.out, data.out);
+        expectContains(output.err, {data.err});
+        EXPECT_EQ(output.err.empty(), data.exitCode == 0);
+        /* One line, and no colors where no terminal is */
+        EXPECT_EQ(output.err.find('\n') + 1, output.err.size());
+        EXPECT_EQ(output.out.find('\033'), std::string::npos);
+        EXPECT_EQ(host.files(), before);
+    }
+}
+
+/* What must fail with not a byte changed on the disk */
+const struct {
+    const char* name;
+    void (*prepare)(const Host&);
+    const char* arguments;
+    std::vector<std::string> err;
+} Protected[]{
+    {"InvalidJson", [](const Host& host) {
+        host.folder.write("museum/languages/de.json", "{\"translation\": {");
+    }, "export museum", {"Invalid JSON in imported file de.json\n",
+        "\norrelin-localize: museum/languages/de.json can't be read as a "
+        "language file and would be overwritten; "}},
+    {"InvalidJsonOnImport", [](const Host& host) {
+        host.folder.write("museum/languages/de.json", "");
+    }, "import museum", {"Invalid JSON in imported file de.json\n"}},
+    {"InvalidJsonOnRename", [](const Host& host) {
+        host.folder.write("museum/languages/de.json", "[]");
+    }, "rename museum hours h", {"museum/languages/de.json can't be read"}},
+    {"InvalidJsonOnStatus", [](const Host& host) {
+        host.folder.write("museum/languages/de.json", "{}");
+    }, "status museum", {"Missing or invalid 'translation' object in imported "
+        "file de.json\n"}},
+    {"FileThatIsFolder", [](const Host& host) {
+        Fs::remove(host.folder.path("museum/languages/de.json"));
+        Fs::create_directory(host.folder.path("museum/languages/de.json"));
+    }, "export museum", {"museum/languages/de.json"}},
+    {"UnknownTerm", [](const Host& host) {
+        host.edit("museum/languages/de.json", "\"hours\"", "\"hourz\"");
+    }, "export museum", {"orrelin-localize: 1 text would be lost, such as "
+        "'hourz' in museum/languages/de.json; "}},
+    {"UnknownMember", [](const Host& host) {
+        host.edit("museum/languages/de.json", "{", "{\"note\": \"draft\",");
+    }, "export museum de", {"'note' in museum/languages/de.json"}},
+    {"NoText", [](const Host& host) {
+        host.edit("museum/languages/de.json", "\"Yatate\"", "17");
+    }, "export museum", {"Invalid type for term exhibit-yatate-js-1-title in "
+        "imported file de.json\n", "1 text would be lost"}},
+    {"NoComponents", [](const Host& host) {
+        Fs::remove(host.folder.path("museum/components.json"));
+    }, "export museum", {" texts would be lost"}},
+    {"EditedSourceOnRename", [](const Host& host) {
+        host.translate("en");
+    }, "rename museum hours h", {"orrelin-localize: 2 texts in the default "
+        "language's file differ from the project; "}},
+    {"CodeThatIsPath", [](const Host& host) {
+        host.edit("museum/project.json", "\"de\": {", "\"../../de\": {");
+    }, "export museum",
+        {"orrelin-localize: '../../de' can't be the code of a language\n"}},
+    {"NoLanguageFiles", [](const Host& host) {
+        Fs::remove_all(host.folder.path("museum/languages"));
+    }, "import museum",
+        {"orrelin-localize: there is no museum/languages; 'export' writes it\n"}},
+    {"ImportNoLanguages", [](const Host& host) {
+        host.edit("museum/project.json", "\"languages\": {", "\"none\": {");
+    }, "import museum", {"first 'add' the language of its own texts"}},
+    {"ExportNoLanguages", [](const Host& host) {
+        host.edit("museum/project.json", "\"languages\": {", "\"none\": {");
+    }, "export museum", {"the project has no languages yet; "}},
+    {"ArchiveOfNoName", [](const Host& host) {
+        host.useArchive();
+        host.edit("museum/project.json", "Meridian House Museum", "a/b");
+    }, "export museum", {"name 'a/b' can't be the name of an archive\n"}},
+    {"BrokenArchive", [](const Host& host) {
+        host.useArchive();
+        host.folder.write(Archive, "PK");
+    }, "export museum", {"orrelin-localize: can't read " + Archive}},
+    {"ForeignArchive", [](const Host& host) {
+        host.useArchive();
+        host.succeed("export museum");
+        host.succeed("remove museum de");
+    }, "export museum", {"75 texts would be lost, such as "
+        "'Foyer_Exit-js-1-label' in " + Archive + "/de.json; "}}};
+
+TEST(Host, Protected) {
+    for(const auto& data: Protected) {
+        SCOPED_TRACE(data.name);
+        const Host host;
+        data.prepare(host);
+        const auto before = host.files();
+        const Output output = host.run(data.arguments);
+        EXPECT_EQ(output.exitCode, 2);
+        expectContains(output.err, data.err);
+        EXPECT_EQ(host.files(), before);
+    }
+}
+
+/* Files can't grow beyond a limit in blocks of 512 bytes; language files have
+   6 to 7 kB, the project 38 kB */
+const struct {
+    const char* arguments;
+    const char* blocks;
+    const char* err;
+} FullDisks[]{
+    {"export museum", "4", "museum/languages/.orrelin-export/en.json"},
+    {"remove museum de", "24", "orrelin-localize: can't write museum/"},
+    {"add museum fr", "24", "orrelin-localize: can't write museum/"},
+    {"rename museum hours h", "24", "orrelin-localize: can't write museum/"},
+    {"terms museum", "4",
+        "orrelin-localize: can't write to the standard output\n"}};
+
+TEST(Host, FullDisk) {
+    for(const auto& data: FullDisks) {
+        SCOPED_TRACE(data.arguments);
+        const Host host;
+        const auto before = host.files();
+        const Output output = host.run(data.arguments,
+            std::string{"trap '' XFSZ && ulimit -f "} + data.blocks);
+        EXPECT_EQ(output.exitCode, 2);
+        expectContains(output.err, {data.err});
+        EXPECT_EQ(host.files(), before);
+    }
+}
+
+TEST(Host, WholeLoop) {
+    const Host host;
+    expectContains(host.succeed("add museum fr pt-BR fr"),
+        {"Added French (fr)\nAdded Brazilian Portuguese (pt-BR)\nSaved "});
+    const auto project = parsed(host.folder.read("museum/project.json"));
+    EXPECT_EQ(project["languages"]["fr"]["name"], "French");
+    EXPECT_FALSE(Fs::exists(host.folder.path("museum/languages/fr.json")));
+
+    const std::string german = host.folder.read("museum/languages/de.json");
+    expectContains(host.succeed("export museum fr"),
+        {"fr.json      0            79\n", "Wrote 1 language file to "});
+    EXPECT_EQ(translation(host, "museum/languages/fr.json", "hours"), "(none)");
+    EXPECT_FALSE(Fs::exists(host.folder.path("museum/languages/pt-BR.json")));
+    EXPECT_EQ(host.folder.read("museum/languages/de.json"), german);
+
+    for(const char* const code: {"de", "en", "fr", "ja"})
+        host.translate(code);
+    const auto before = host.files();
+    const std::vector<std::string> changes{
+        "en     English                79 of 79  2 texts changed in the project",
+        "fr     French                 79 of 79\n",
+        "pt-BR  Brazilian Portuguese    0 of 79  no file\n",
+        "ja     Japanese               79 of 79  added to the project\n",
+        "\nfloor-plan-js-2-tooltip\n  from: Draws a line on the floor to the "
+        "room you choose.\n  to:   Draws a path on the floor to the room of "
+        "your choice.\n"};
+    const std::string dryRun = host.succeed("import museum --dry-run");
+    expectContains(dryRun, changes);
+    expectContains(dryRun, {"2 changed texts taken back by one undo"});
+    EXPECT_EQ(host.files(), before);
+
+    const std::string imported = host.succeed("import museum");
+    expectContains(imported, changes);
+    expectContains(imported, {"Saved museum/project.json\n"});
+    expectContains(host.folder.read("museum/project.json"),
+        {"Draws a path on the floor", "\"ja\": {"});
+    host.succeed("status museum/project.json");
+    EXPECT_EQ(host.run("status museum --fail-under 100").err,
+        "orrelin-localize: translated to less than 100 %: pt-BR (0.0 %)\n");
+
+    host.succeed("remove museum pt-BR");
+    host.succeed("export museum");
+    for(const char* const code: {"de", "en", "fr", "ja"})
+        EXPECT_EQ(host.folder.read("museum/languages/" + std::string{code} +
+            ".json"), TemporaryFolder::readFile(EXAMPLES
+            "/museum/translations/" + std::string{code} + ".json"));
+}
+
+TEST(Host, ImportGoesOnAfterErrors) {
+    const Host host;
+    host.translate("en");
+    host.folder.write("museum/languages/de.json", "{");
+    host.folder.write("museum/languages/tlh.json", "{\"translation\": {}}");
+    const Output output = host.run("import museum");
+    EXPECT_EQ(output.exitCode, 2);
+    expectContains(output.err, {"Invalid JSON in imported file de.json\n",
+        "Unknown language code tlh in imported file tlh.json\n"});
+    expectContains(output.out, {"2 texts changed", "0 of 79  not read\n"});
+    expectContains(host.folder.read("museum/project.json"),
+        {"Draws a path on the floor"});
+}
+
+TEST(Host, ExportReplacesAndPrunes) {
+    const Host host;
+    host.edit("museum/languages/de.json", "\"hours\"", "\"hourz\"");
+    host.translate("en");
+    expectContains(host.succeed("export museum --prune"),
+        {"de.json     74             5\n",
+         "2 texts in en.json replaced by the project's.\n",
+         "1 text dropped, such as 'hourz' in museum/languages/de.json.\n"});
+    EXPECT_EQ(translation(host, "museum/languages/de.json", "hourz"), "(none)");
+}
+
+TEST(Host, FirstLanguage) {
+    const Host host;
+    Fs::remove_all(host.folder.path("museum/languages"));
+    host.edit("museum/project.json", "\"languages\": {", "\"none\": {");
+    expectContains(host.succeed("status museum"), {"no languages yet"});
+    expectContains(host.succeed("add museum fr"),
+        {"Added French (fr), the language of the project's own texts\n"});
+    host.succeed("export museum");
+    EXPECT_EQ(translation(host, "museum/languages/fr.json", "tour.start"),
+        "Start the tour");
+    host.succeed("remove museum fr");
+}
+
+TEST(Host, Rename) {
+    const Host host;
+    /* A file of a language that the project lacks is worth keeping as well */
+    host.translate("fr");
+    expectContains(host.succeed("rename museum floor-plan-text-0 plan/title"),
+        {"Renamed 'floor-plan-text-0' to 'plan/title' (1 value) in museum/",
+         "Updated 3 language files in museum/languages\n"});
+    const std::map<std::string, std::string> expected{
+        {"en", "Floor plan"}, {"de", "Museumsplan"}, {"fr", "Plan du musée"}};
+    for(const auto& text: expected) {
+        const std::string file = "museum/languages/" + text.first + ".json";
+        EXPECT_EQ(translation(host, file, "plan/title"), text.second);
+        const auto json = parsed(host.folder.read(file));
+        EXPECT_FALSE(json["translation"].HasMember("floor-plan-text-0"));
+        EXPECT_EQ(json["translation"].MemberCount(), 79);
+    }
+    const auto project = parsed(host.folder.read("museum/project.json"));
+    EXPECT_EQ(project["objects"]["floor-plan"]["components"][0]["text"]
+        ["text_term"], "plan/title");
+    EXPECT_EQ(project["languages"].MemberCount(), 2);
+
+    /* Both values get a key that they share, then another */
+    host.succeed("rename museum tour.start welcome.title --merge");
+    expectContains(host.succeed("rename museum welcome.title welcome"),
+        {"(2 values)"});
+    EXPECT_EQ(translation(host, "museum/languages/de.json", "welcome"),
+        "Willkommen im Haus Meridian");
+    expectContains(host.succeed("terms museum"), {"88 terms, 78 to translate"});
+}
+
+TEST(Host, RenameWithoutFiles) {
+    const Host host;
+    Fs::remove_all(host.folder.path("museum/languages"));
+    const std::string out = host.succeed("rename museum hours opening");
+    EXPECT_EQ(out, "Renamed 'hours' to 'opening' (1 value) in "
+        "museum/project.json\n");
+    EXPECT_FALSE(Fs::exists(host.folder.path("museum/languages")));
+}
+
+TEST(Host, Remove) {
+    const Host host;
+    EXPECT_EQ(host.succeed("remove museum de"), "Removed the language de\n"
+        "Deleted museum/languages/de.json\nSaved museum/project.json\n");
+    EXPECT_FALSE(Fs::exists(host.folder.path("museum/languages/de.json")));
+    EXPECT_FALSE(parsed(host.folder.read("museum/project.json"))["languages"]
+        .HasMember("de"));
+}
+
+/* Files are exported to another folder than the one with the extension */
+TEST(Host, FolderWithExtension) {
+    const Host host;
+    host.edit("museum/project.json", "Folder\": \"languages",
+        "Folder\": \"texts.old");
+    Fs::create_directory(host.folder.path("museum/texts.old"));
+    Fs::rename(host.folder.path("museum/languages"),
+        host.folder.path("museum/texts"));
+    const auto before = host.files();
+    host.succeed("export museum");
+    expectContains(host.succeed("import museum"), {"75 of 79"});
+    EXPECT_EQ(host.files(), before);
+    expectContains(host.succeed("remove museum de"),
+        {"museum/texts/de.json is there still; 'import' would add"});
+}
+
+TEST(Host, Archive) {
+    const Host host;
+    const std::string english = host.folder.read("museum/languages/en.json");
+    host.useArchive();
+    /* Nothing is in the archive yet, so it starts from the loose files */
+    expectContains(host.succeed("export museum"),
+        {"de.json     75             4\n", "Wrote 2 language files to " +
+            Archive + "\n"});
+    Fs::remove(host.folder.path("museum/languages/de.json"));
+    Fs::remove(host.folder.path("museum/languages/en.json"));
+    const std::string archive = host.folder.read(Archive);
+    expectContains(host.succeed("status museum"), {"75        4     79"});
+    expectContains(host.succeed("import museum"), {"75 of 79"});
+    expectContains(host.succeed("export museum en"),
+        {"An archive has the files of all languages.\n"});
+    EXPECT_EQ(host.folder.read(Archive), archive);
+
+    host.succeed("rename museum floor-plan-text-0 plan.title");
+    expectContains(host.succeed("remove museum de"),
+        {Archive + " stays as it is; 'export --prune' writes it without"});
+    host.edit("museum/project.json", "Compression\": true",
+        "Compression\": false");
+    host.succeed("add museum de");
+    host.succeed("export museum");
+    EXPECT_EQ(translation(host, "museum/languages/de.json", "plan.title"),
+        "Museumsplan");
+    EXPECT_EQ(host.folder.read("museum/languages/en.json").size(),
+        english.size() - std::string{"floor-plan-text-0"}.size() +
+            std::string{"plan.title"}.size());
+}
+
+TEST(Host, ArchiveOfNameWithDot) {
+    const Host host;
+    host.useArchive();
+    host.edit("museum/project.json", "Meridian House Museum", "Museum 2.0");
+    host.succeed("export museum");
+    Fs::remove(host.folder.path("museum/languages/de.json"));
+    expectContains(host.succeed("export museum"),
+        {"de.json     75             4\n", "museum/languages/Museum 2.zip\n"});
+}
+
+/* Everything that takes other than one column for a character */
+const char* const WideProject = R"({"objects": {
+    "a": {"components": [{"type": "text", "text": {"text": "日本語"}}]},
+    "b": {"components": [{"type": "text", "text": {"text": "ne\u0301👋"}}]},
+    "c": {"components": [{"type": "text", "text": {"text": "a\u001b[31m\nb"}}]}
+}})";
+
+TEST(Host, Widths) {
+    const Host host;
+    host.folder.write("wide.json", WideProject);
+    EXPECT_EQ(host.succeed("terms wide.json"),
+        "key       translate  text           path\n"
+        "a-text-0  yes        日本語         "
+        "/objects/a/components/0/text/text\n"
+        "b-text-0  yes        ne\u0301👋           "
+        "/objects/b/components/0/text/text\n"
+        "c-text-0  yes        a\\u001b[31m⏎b  "
+        "/objects/c/components/0/text/text\n\n"
+        "3 terms, 3 to translate\n");
+}
+
+/* What the program writes to a terminal */
+std::string onTerminal(unsigned short columns, const Host& host,
+    const std::vector<const char*>& arguments) {
+    winsize size{};
+    size.ws_row = 24;
+    size.ws_col = columns;
+    int terminal;
+    const pid_t child = forkpty(&terminal, nullptr, nullptr, &size);
+    if(child == 0) {
+        std::vector<char*> list{const_cast<char*>(HOST_BINARY)};
+        for(const char* argument: arguments)
+            list.push_back(const_cast<char*>(argument));
+        list.push_back(nullptr);
+        setenv("TERM", "xterm", 1);
+        if(chdir(host.folder.path().data()) == 0)
+            execv(HOST_BINARY, list.data());
+        _exit(127);
+    }
+    std::string out;
+    char buffer[4096];
+    for(ssize_t count; (count = read(terminal, buffer, sizeof(buffer))) > 0;)
+        out.append(buffer, std::size_t(count));
+    close(terminal);
+    waitpid(child, nullptr, 0);
+    return out;
+}
+
+TEST(Host, Terminal) {
+    const Host host;
+    host.folder.write("wide.json", WideProject);
+    unsetenv("NO_COLOR");
+    expectContains(onTerminal(60, host, {"status", "museum"}),
+        {"\033[1mcode\033[0m", "\033[32m100.0 %\033[0m"});
+
+    setenv("NO_COLOR", "1", 1);
+    expectContains(onTerminal(44, host, {"terms", "wide.json"}),
+        {"key       translate  text        path\r\n"
+         "a-text-0  yes        日本語      /objects/…\r\n"
+         "b-text-0  yes        ne\u0301👋        /objects/…\r\n"
+         "c-text-0  yes        a\\u001b[3…  /objects/…\r\n"});
+    expectContains(onTerminal(120, host, {"status", "museum"}),
+        {"100.0 %  ██████████████████████████████\r\n",
+         "94.9 %  ████████████████████████████░░\r\n"});
+    /* Too narrow for anything */
+    expectContains(onTerminal(5, host, {"terms", "wide.json"}), {"日本語"});
+    unsetenv("NO_COLOR");
+}
+
+}}
