@@ -1,0 +1,117 @@
+#ifndef Orrelin_fuzz_SampleProject_h
+#define Orrelin_fuzz_SampleProject_h
+
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/String.h>
+#include <Corrade/Containers/StringIterable.h>
+#include <Corrade/Utility/Debug.h>
+#include <Corrade/Utility/Json.h>
+
+#include "ChangeManager.h"
+#include "Tools/LocalizationTools.h"
+#include "editor/EditorSession.h"
+#include "editor/OrrelinEditor.h"
+#include "editor/ProjectFile.h"
+
+namespace OrrelinEngine { namespace Fuzz {
+
+/* Stops the fuzzer with a finding */
+inline void expect(bool condition) {
+    if(!condition)
+        std::abort();
+}
+
+/* A small project with everything that's gathered */
+constexpr const char* SampleProject = R"({
+    "settings": {
+        "project": {"name": "Sample"},
+        "localization": {"defaultLanguage": "en"}
+    },
+    "objects": {
+        "a": {"components": [
+            {"type": "text", "text": {"text": "Hello", "text_term": "hello"}},
+            {"type": "text", "text": {"text": "No", "text_translate": false}}
+        ]},
+        "b": {"components": [{"type": "button", "button": {"label": "OK"}}]}
+    },
+    "languages": {"en": {"name": "English"}, "de": {"name": "German"}}
+})";
+
+/* A folder of its own, gone in the end */
+class TemporaryFolder {
+public:
+    explicit TemporaryFolder() {
+        std::string name =
+            (std::filesystem::temp_directory_path() / "fuzz-XXXXXX").string();
+        expect(::mkdtemp(&name[0]));
+        _path = name;
+    }
+    ~TemporaryFolder() { std::filesystem::remove_all(_path); }
+
+    std::string file(const std::string& name) const {
+        return (_path / name).string();
+    }
+    std::string path() const { return _path.string(); }
+
+private:
+    std::filesystem::path _path;
+};
+
+inline void writeFile(const std::string& file, const std::uint8_t* data,
+    std::size_t size) {
+    std::ofstream{file, std::ios::binary}.write(
+        reinterpret_cast<const char*>(data), std::streamsize(size));
+}
+
+inline void registerButton(EditorSession& session) {
+    const Containers::Pair<Containers::StringView, unsigned short> parameters[]{
+        {"label", 16}, {"enabled", 1}};
+    session.addScriptType("button", parameters);
+}
+
+/* Everything that can be written has to be JSON */
+inline void expectValidFiles(EditorSession& session) {
+    Containers::Array<Containers::String> names;
+    Containers::Array<Containers::Array<char>> contents;
+    LocalizationTools::writeTerms(session.editor(), {"en", "de", "fr"},
+        LocalizationTools::LocalizationFormat::I18next, names, contents);
+    for(const Containers::Array<char>& content: contents)
+        expect(!!Utility::Json::fromString({content.data(), content.size()},
+            Utility::Json::Option::ParseLiterals |
+                Utility::Json::Option::ParseStrings));
+}
+
+/* Imports from a path and checks what has to hold whatever is there */
+inline void importAndCheck(const std::string& path) {
+    Utility::Error silentErrors{nullptr};
+    Utility::Warning silentWarnings{nullptr};
+
+    EditorSession session;
+    registerButton(session);
+    expect(session.parse(SampleProject));
+    TermMap strings;
+    LocalizationTools::gatherStrings(session.editor(), strings);
+    const TermPathMap terms = session.localization().terms;
+    const JsonValue& objects = session.projectFile().document["objects"];
+    JsonDocument before;
+    before.CopyFrom(objects, before.GetAllocator());
+
+    LocalizationTools::importTerms(session.editor(), path.data(),
+        LocalizationTools::LocalizationFormat::I18next);
+
+    expect(session.localization().terms == terms);
+    expectValidFiles(session);
+    /* One undo step at most, and it takes every text back */
+    session.changeManager().undoLast();
+    expect(!session.changeManager().hasUnsavedChanges());
+    expect(session.projectFile().document["objects"] == before);
+}
+
+}}
+
+#endif

@@ -1,0 +1,57 @@
+# Sourced by the other scripts: makes sure that what they need is installed.
+
+# Each line: a Debian package and how to tell that what's in it is there, either
+# a command or a header
+packages_table='
+g++ command g++
+cmake command cmake
+ninja-build command ninja
+pkg-config command pkg-config
+rapidjson-dev header rapidjson/document.h
+libzip-dev header zip.h
+libcli11-dev header CLI/CLI.hpp
+libgtest-dev header gtest/gtest.h
+libbenchmark-dev header benchmark/benchmark.h
+clang command clang++
+clang-tidy command clang-tidy
+clang-format command clang-format
+nodejs command node
+npm command npm
+unzip command unzip
+doxygen command doxygen
+translate-toolkit command json2po
+dpkg-dev command dpkg-shlibdeps
+'
+
+package_is_there() {
+    set -- $(printf '%s' "$packages_table" | grep "^$1 ")
+    case $2 in
+        command) command -v "$3" > /dev/null ;;
+        header) test -e "/usr/include/$3" || test -e "/usr/local/include/$3" ;;
+        *) return 1 ;;
+    esac
+}
+
+# need_packages NAME...: installs those that are missing
+need_packages() {
+    missing=
+    for package in "$@"; do
+        package_is_there "$package" || missing="$missing $package"
+    done
+    test -n "$missing" || return 0
+
+    if ! command -v apt-get > /dev/null; then
+        echo "Missing, by the names of Debian's packages:$missing" >&2
+        echo "This system has no apt-get; please install them yourself." >&2
+        exit 1
+    fi
+    sudo=
+    test "$(id -u)" = 0 || sudo=sudo
+    echo "Installing$missing ..." >&2
+    $sudo apt-get update -qq < /dev/null > /dev/null || true
+    $sudo env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq \
+        --no-install-recommends $missing < /dev/null > /dev/null || {
+        echo "Could not install$missing" >&2
+        exit 1
+    }
+}
