@@ -13,6 +13,7 @@ libcli11-dev header CLI/CLI.hpp
 libgtest-dev header gtest/gtest.h
 libbenchmark-dev header benchmark/benchmark.h
 clang command clang++
+libclang-rt-14-dev header ../lib/llvm-14/lib/clang/14.0.6/lib/linux/libclang_rt.fuzzer-x86_64.a
 clang-tidy command clang-tidy
 clang-format command clang-format
 nodejs command node
