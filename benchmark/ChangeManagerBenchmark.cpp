@@ -13,8 +13,7 @@
 #include <benchmark/benchmark.h>
 
 #include "ChangeManager.h"
-#include "editor/EditorSession.h"
-#include "editor/ProjectFile.h"
+#include "LargeProject.h"
 
 namespace OrrelinEngine { namespace {
 
@@ -207,6 +206,7 @@ private:
 class Edits {
 public:
     explicit Edits(std::size_t valueCount) {
+        _texts.Parse(R"(["The one text of an object", "Some other text"])");
         _vector.Parse("[1.25, 2.25, 3.25]");
         _record.Parse(R"({"name": "A record", "visible": true})");
         const std::size_t recordCount = valueCount/ValuesPerRecord;
@@ -221,11 +221,8 @@ public:
 
     std::size_t index() { return _next++ % _names.size(); }
 
-    const JsonValue& text() {
-        _text.SetString(_next % 2 ? "One text of an object" : "Another of it",
-            rapidjson::SizeType(_next % 2 ? 21 : 13));
-        return _text;
-    }
+    /* Owned, so that copies are copies */
+    const JsonValue& text() { return _texts[_next % 2]; }
 
     const JsonValue& vector() {
         _vector[0].SetDouble(double(++_next));
@@ -277,8 +274,7 @@ private:
     std::size_t _next = 0;
     std::vector<Containers::String> _names, _created;
     Containers::String _slider;
-    JsonDocument _vector, _record;
-    JsonValue _text;
+    JsonDocument _texts, _vector, _record;
 };
 
 template<class System> using Operation = void (Edits::*)(System&);
@@ -287,6 +283,7 @@ template<class System> using Operation = void (Edits::*)(System&);
 template<class System, Operation<System> operation>
 void time(benchmark::State& state, std::size_t valueCount,
     std::size_t historySize, std::size_t changeCount) {
+    keepFreedMemory();
     const Containers::String json = document(valueCount);
     Edits edits{valueCount};
     std::unique_ptr<System> system;

@@ -162,8 +162,9 @@ void addTransferCommands(CLI::App& app, Arguments& arguments) {
 
     CLI::App& importing = addProjectCommand(app, arguments,
         {"import", "Read the translators' files back into the project",
-            "Checks the files, adds languages that the project lacks and takes\n"
-            "over texts that were changed in the file of its own language.",
+            "Checks the files, adds languages that the project lacks and\n"
+            "takes over texts that were changed in the file of its own\n"
+            "language.",
             "import museum --dry-run"},
         [](const Arguments& a) { return importFiles(a.options(), a.dryRun); });
     importing.add_flag("--dry-run", arguments.dryRun,

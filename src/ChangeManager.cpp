@@ -190,7 +190,7 @@ std::int32_t ChangeManager::mergeTarget(Containers::StringView path) {
     return anew ? -1 : target;
 }
 
-void ChangeManager::beginChange(Containers::String&& path,
+JsonValue* ChangeManager::beginChange(Containers::String&& path,
     const JsonValue* value) {
     /* Before what could be redone is destroyed, as it may be a value there */
     Containers::Pointer<JsonValue> newValue = copyOf(value, allocator());
@@ -203,16 +203,18 @@ void ChangeManager::beginChange(Containers::String&& path,
         _savedChange = -1;
 
     Change& change = lastChange();
-    const JsonValue* const current = _projectFile->find(path);
+    JsonValue* const current = _projectFile->find(path);
     change.oldValue = copyOf(current, allocator());
     change.path = current || !value
         ? std::move(path)
         : addressablePath(*_projectFile, std::move(path));
     change.newValue = std::move(newValue);
     change.group = _currentGroup;
+    return current;
 }
 
-void ChangeManager::updateChange(std::int32_t target, const JsonValue* value) {
+JsonValue* ChangeManager::updateChange(std::int32_t target,
+    const JsonValue* value) {
     if(target != _lastChange) {
         _mergeIndex->exchange(_changes, target, _lastChange);
         std::swap(_changes[std::size_t(target)], lastChange());
@@ -222,6 +224,7 @@ void ChangeManager::updateChange(std::int32_t target, const JsonValue* value) {
         deepAssign(*change.newValue, *value, allocator());
     else
         change.newValue = copyOf(value, allocator());
+    return _projectFile->find(change.path);
 }
 
 void ChangeManager::pushChange(Containers::String&& path,
@@ -231,21 +234,14 @@ void ChangeManager::pushChange(Containers::String&& path,
 
     const std::int32_t target = continuous ? mergeTarget(path) : -1;
     _forceNewChange = false;
-    if(target == -1)
-        beginChange(std::move(path), value);
-    else
-        updateChange(target, value);
+    JsonValue* const current = target == -1
+        ? beginChange(std::move(path), value)
+        : updateChange(target, value);
 
-    const Change& change = lastChange();
-    /* An element that an earlier push created is there already, and creating
-       it once more would insert another */
-    if(target != -1 && value && !change.oldValue &&
-        isInArray(*_projectFile, change.path) &&
-        _projectFile->find(change.path)) {
-        setValue(change.path, *change.newValue);
-        notify(change);
-    } else
-        applyChange(change);
+    /* What's there is set, also if it's an earlier push of the step that
+       created it: creating an element once more would insert another */
+    perform(lastChange(), current);
+    notify(lastChange());
 }
 
 void ChangeManager::pushChange(Containers::StringView path,
@@ -265,13 +261,17 @@ Change& ChangeManager::lastChange() {
 
 void ChangeManager::applyChange(const Change& change) {
     expectNotInHandler("applyChange(): Can't apply changes");
-    perform(change);
+    perform(change, change.oldValue && change.newValue
+        ? _projectFile->find(change.path)
+        : nullptr);
     notify(change);
 }
 
-void ChangeManager::perform(const Change& change) {
+void ChangeManager::perform(const Change& change, JsonValue* current) {
     if(!change.newValue)
         removeValue(change.path);
+    else if(current)
+        deepAssign(*current, *change.newValue, allocator());
     else if(change.oldValue)
         setValue(change.path, *change.newValue);
     else

@@ -312,9 +312,10 @@ private:
     void expectNotInHandler(const char* what) const;
 
     std::int32_t mergeTarget(Containers::StringView path);
-    void beginChange(Containers::String&& path, const JsonValue* value);
-    void updateChange(std::int32_t target, const JsonValue* value);
-    void perform(const Change& change);
+    /* Both return what's at the path of the change, null if nothing is */
+    JsonValue* beginChange(Containers::String&& path, const JsonValue* value);
+    JsonValue* updateChange(std::int32_t target, const JsonValue* value);
+    void perform(const Change& change, JsonValue* current);
     void removeValue(Containers::StringView path);
     void setValue(Containers::StringView path, const JsonValue& value);
     void createValue(Containers::StringView path, const JsonValue& value);

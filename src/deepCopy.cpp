@@ -48,9 +48,18 @@ bool isNumberArray(const JsonValue& value) {
 JsonValue deepCopy(const JsonValue& value, JsonAllocator& allocator) {
     if(value.IsString())
         return JsonValue{value.GetString(), value.GetStringLength(), allocator};
-    if(!value.IsObject() && !value.IsArray())
+    if(value.IsArray()) {
+        JsonValue out{rapidjson::kArrayType};
+        out.Reserve(value.Size(), allocator);
+        for(const JsonValue& i: value.GetArray())
+            out.PushBack(deepCopy(i, allocator), allocator);
+        return out;
+    }
+    if(!value.IsObject())
         return JsonValue{value, allocator};
 
+    /* Makes room for as many members as there are, which RapidJSON's objects
+       can't be asked to */
     JsonDocument document{&allocator};
     auto copy = [&value](JsonDocument& out) {
         CopyingHandler handler{out};

@@ -10,8 +10,8 @@
 
 #include "ChangeManager.h"
 #include "Tools/LocalizationTools.h"
-#include "Tools/isTranslated.h"
 #include "Tools/languagesFolder.h"
+#include "Tools/storedTerm.h"
 #include "editor/AllLanguages.h"
 #include "editor/OrrelinEditor.h"
 #include "editor/StringArray.h"
@@ -108,7 +108,10 @@ public:
         }
 
         const auto term = find(key);
-        if(term == _terms.end() || !isTranslated(_editor, term->second))
+        if(term == _terms.end())
+            return;
+        const StoredTerm stored = storedTerm(_editor, term->second);
+        if(!stored.translated)
             return;
         Containers::Optional<Containers::String>& out = translation(key);
         if(!isText) {
@@ -117,7 +120,7 @@ public:
         }
         out = Containers::String{value.asString()};
         if(_isDefault)
-            replaceSource(term->second, value.asString());
+            replaceSource(term->second, stored, value.asString());
     }
 
 private:
@@ -143,15 +146,10 @@ private:
     }
 
     /* The project's text where it differs */
-    void replaceSource(Containers::StringView path,
+    void replaceSource(Containers::StringView path, const StoredTerm& stored,
         Containers::StringView text) {
-        if(!path.hasPrefix('/'))
-            return;
-        const JsonValue* const stored =
-            _editor.project[path].readValueNoDefault();
-        if(stored && stored->IsString() &&
-            text != Containers::StringView{stored->GetString(),
-                        stored->GetStringLength()})
+        if(path.hasPrefix('/') && stored.value && stored.value->IsString() &&
+            stored.text() != text)
             _editor.changeManager->pushChange(path, text, false);
     }
 

@@ -4,10 +4,9 @@
 #include <Corrade/Containers/StringIterable.h>
 #include <Corrade/Utility/Format.h>
 #include <Corrade/Utility/JsonWriter.h>
-#include <rapidjson/document.h>
 
 #include "Tools/LocalizationTools.h"
-#include "Tools/isTranslated.h"
+#include "Tools/storedTerm.h"
 #include "editor/OrrelinEditor.h"
 
 namespace OrrelinEngine { namespace LocalizationTools {
@@ -17,43 +16,17 @@ namespace {
 /* A term that goes into the files */
 struct Term {
     Containers::StringView key;
-    /* Its text, in the document; looked up only if a file needs it */
+    /* Its text, in the document */
     Containers::StringView source;
 };
 
-struct Stored { const JsonValue* value; bool translated; };
-Stored lookUp(const OrrelinEditor& editor, Containers::StringView path) {
-    const Containers::StringView slash = path.findLast('/');
-    if(slash && slash.begin() != path.begin() && !path.contains('~')) {
-        const Containers::StringView name = path.suffix(slash.end());
-        const JsonValue* const record = editor.project[path.prefix(slash.begin())].readValueNoDefault();
-        if(!record) return {nullptr, true};
-        if(record->IsObject() && record->MemberCount() < 48) {
-            Stored out{nullptr, true};
-            for(auto& m: record->GetObject()) {
-                Containers::StringView n{m.name.GetString(), m.name.GetStringLength()};
-                if(n == name) { if(!out.value) out.value = &m.value; }
-                else if(n.size() == name.size() + 10 && n.hasPrefix(name) && n.hasSuffix("_translate"))
-                    out.translated = m.value.IsTrue();
-            }
-            return out;
-        }
-    }
-    return {editor.project[path].readValueNoDefault(), isTranslated(editor, path)};
-}
-
-std::vector<Term> translatedTerms(const OrrelinEditor& editor,
-    bool withSources) {
+std::vector<Term> translatedTerms(const OrrelinEditor& editor) {
     std::vector<Term> out;
     out.reserve(editor.localization->terms.size());
     for(const auto& term: editor.localization->terms) {
-        const Stored stored = lookUp(editor, term.second);
-        if(!stored.translated)
-            continue;
-        out.push_back({term.first, {}});
-        const JsonValue* const value = stored.value;
-        if(value && value->IsString())
-            out.back().source = {value->GetString(), value->GetStringLength()};
+        const StoredTerm stored = storedTerm(editor, term.second);
+        if(stored.translated)
+            out.push_back({term.first, stored.text()});
     }
     return out;
 }
@@ -124,10 +97,7 @@ void writeTerms(OrrelinEditor& editor,
         return;
 
     const Containers::String defaultCode{defaultLanguage.asString()};
-    bool withSources = false;
-    for(const Containers::StringView code: languages)
-        withSources = withSources || code == defaultCode;
-    const std::vector<Term> terms = translatedTerms(editor, withSources);
+    const std::vector<Term> terms = translatedTerms(editor);
 
     const LanguageTranslations& all = editor.localization->translations;
     const TranslationMap none;

@@ -176,7 +176,7 @@ const struct {
         "orrelin-localize: translated to less than 95 %: de (94.9 %)\n"},
 
     {"AddUnknown", "add museum fr gr", 2, {},
-        "orrelin-localize: unknown language code 'gr'; did you mean el (Greek)"},
+        "orrelin-localize: unknown language code 'gr'; did you mean el (Gree"},
     {"AddInOtherLetters", "add museum PT_br", 2, {},
         "unknown language code 'PT_br'; did you mean pt-BR (Brazilian"},
     {"AddTwice", "add museum fr de", 2, {},
@@ -274,7 +274,7 @@ const struct {
     {"NoLanguageFiles", [](const Host& host) {
         Fs::remove_all(host.folder.path("museum/languages"));
     }, "import museum",
-        {"orrelin-localize: there is no museum/languages; 'export' writes it\n"}},
+        {"orrelin-localize: there is no museum/languages; 'export' writes it"}},
     {"ImportNoLanguages", [](const Host& host) {
         host.edit("museum/project.json", "\"languages\": {", "\"none\": {");
     }, "import museum", {"first 'add' the language of its own texts"}},
@@ -355,7 +355,7 @@ TEST(Host, WholeLoop) {
         host.translate(code);
     const auto before = host.files();
     const std::vector<std::string> changes{
-        "en     English                79 of 79  2 texts changed in the project",
+        "en     English                79 of 79  2 texts changed in the proj",
         "fr     French                 79 of 79\n",
         "pt-BR  Brazilian Portuguese    0 of 79  no file\n",
         "ja     Japanese               79 of 79  added to the project\n",
@@ -442,6 +442,10 @@ TEST(Host, Rename) {
     EXPECT_EQ(project["objects"]["floor-plan"]["components"][0]["text"]
         ["text_term"], "plan/title");
     EXPECT_EQ(project["languages"].MemberCount(), 2);
+    expectContains(host.succeed("import museum"),
+        {"79 of 79  added to the project\n", "Saved museum/project.json\n"});
+    EXPECT_EQ(parsed(host.folder.read("museum/project.json"))["languages"]
+        .MemberCount(), 3);
 
     /* Both values get a key that they share, then another */
     host.succeed("rename museum tour.start welcome.title --merge");
@@ -450,6 +454,16 @@ TEST(Host, Rename) {
     EXPECT_EQ(translation(host, "museum/languages/de.json", "welcome"),
         "Willkommen im Haus Meridian");
     expectContains(host.succeed("terms museum"), {"88 terms, 78 to translate"});
+}
+
+/* A text that is missing in the project itself is no translator's fault */
+TEST(Host, StatusOfDefaultLanguage) {
+    const Host host;
+    host.edit("museum/project.json", "\"text\": \"Guest book\",", "");
+    expectContains(host.succeed("status museum --fail-under 94"),
+        {"en    English (default)          78        1     79  98.7 %"});
+    EXPECT_EQ(host.run("status museum --fail-under 99").err,
+        "orrelin-localize: translated to less than 99 %: de (94.9 %)\n");
 }
 
 TEST(Host, RenameWithoutFiles) {

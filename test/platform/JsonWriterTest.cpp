@@ -96,12 +96,12 @@ TEST(JsonWriter, misuse) {
         "JsonWriter::write\\(\\): expected an object key or");
     EXPECT_DEATH(writer().beginArray().writeKey("a"),
         "JsonWriter::writeKey\\(\\): expected an array value or");
-    EXPECT_DEATH(writer().beginArray().toString(),
-        "JsonWriter::toString\\(\\): incomplete JSON");
+    EXPECT_DEATH(
+        writer().beginArray().toString(), "JsonWriter::toString\\(\\): ");
     EXPECT_DEATH(writer().write(1).write(2),
         "JsonWriter::write\\(\\): expected document end");
     EXPECT_DEATH(writer().write(1ull << 52),
-        "JsonWriter::write\\(\\): too large integer value");
+        "JsonWriter::write\\(\\): .*4503599627370496");
 }
 
 #ifdef ORRELIN_STANDINS

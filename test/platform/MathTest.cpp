@@ -70,7 +70,7 @@ TEST(Math, transformations) {
 TEST(Math, notARotation) {
     EXPECT_DEATH(Quaternion::fromMatrix(
                      Matrix4::scaling(Vector3{2.0f}).rotationScaling()),
-        "Math::Quaternion::fromMatrix\\(\\): the matrix is not a rotation");
+        "Math::Quaternion::fromMatrix\\(\\): ");
 }
 #endif
 

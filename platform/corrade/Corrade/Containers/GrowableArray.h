@@ -200,8 +200,8 @@ template<class T, class... Args> ArrayView<T> arrayAppend(
 template<class T> T& arrayInsert(
     Array<T>& array, std::size_t index, std::common_type_t<T>&& value) {
     CORRADE_DEBUG_ASSERT(index <= array.size(),
-        "Containers::arrayInsert(): can't insert at index"
-            << index << "into an array of size" << array.size(),
+        "Containers::arrayInsert(): index" << index << "is after the end of"
+                                           << array.size() << "elements",
         array[0]);
     arrayAppend(array, std::move(value));
     std::rotate(array.begin() + index, array.end() - 1, array.end());
@@ -222,8 +222,8 @@ template<class T> T& arrayInsert(
 template<class T>
 void arrayRemoveSuffix(Array<T>& array, std::size_t count = 1) {
     CORRADE_DEBUG_ASSERT(count <= array.size(),
-        "Containers::arrayRemoveSuffix(): can't remove"
-            << count << "elements from an array of size" << array.size(), );
+        "Containers::arrayRemoveSuffix(): there are just"
+            << array.size() << "elements, not" << count, );
     if(!count)
         return;
 
@@ -255,9 +255,8 @@ template<class T, class Tag, class... Args> void arrayResizeWith(
 template<class T>
 void arrayRemove(Array<T>& array, std::size_t index, std::size_t count = 1) {
     CORRADE_DEBUG_ASSERT(index + count <= array.size(),
-        "Containers::arrayRemove(): can't remove"
-            << count << "elements at index" << index << "from an array of size"
-            << array.size(), );
+        "Containers::arrayRemove():" << count << "elements at index" << index
+                                     << "end after" << array.size(), );
     if(!count)
         return;
 

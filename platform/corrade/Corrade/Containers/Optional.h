@@ -73,14 +73,14 @@ public:
     /** @brief Access the value. Expects that there is one. */
     T* operator->() {
         CORRADE_DEBUG_ASSERT(
-            _value, "Containers::Optional: the optional is empty", nullptr);
+            _value, "Containers::Optional: there is no value", nullptr);
         return &*_value;
     }
 
     /** @overload */
     const T* operator->() const {
         CORRADE_DEBUG_ASSERT(
-            _value, "Containers::Optional: the optional is empty", nullptr);
+            _value, "Containers::Optional: there is no value", nullptr);
         return &*_value;
     }
 

@@ -59,14 +59,14 @@ public:
     /** @brief Access the object. Expects that there is one. */
     T* operator->() {
         CORRADE_DEBUG_ASSERT(
-            _pointer, "Containers::Pointer: the pointer is null", nullptr);
+            _pointer, "Containers::Pointer: there is no object", nullptr);
         return _pointer.get();
     }
 
     /** @overload */
     const T* operator->() const {
         CORRADE_DEBUG_ASSERT(
-            _pointer, "Containers::Pointer: the pointer is null", nullptr);
+            _pointer, "Containers::Pointer: there is no object", nullptr);
         return _pointer.get();
     }
 

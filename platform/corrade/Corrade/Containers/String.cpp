@@ -33,7 +33,8 @@ String String::nullTerminatedGlobalView(const StringView view) {
 String::String(const char* const data, const std::size_t size):
     String{NoInit, size} {
     CORRADE_ASSERT(data || !size,
-        "Containers::String: received a null string of size" << size, );
+        "Containers::String: a null pointer given for a string of size"
+            << size, );
     if(size)
         std::memcpy(this->data(), data, size);
 }
@@ -47,8 +48,7 @@ String::String(
     char* const data, const std::size_t size, const Deleter deleter) noexcept:
     _large{data, deleter, size} {
     CORRADE_ASSERT(data && !data[size],
-        "Containers::String: can only take ownership of a non-null "
-        "null-terminated array", );
+        "Containers::String: memory to take over has to be null-terminated", );
 }
 
 String::String(NoInitT, const std::size_t size): String{} {
@@ -66,7 +66,7 @@ String::String(DirectInitT, const std::size_t size, const char c):
 
 void String::allocate(const std::size_t size) {
     CORRADE_ASSERT(size < std::size_t(StringViewFlag::NullTerminated),
-        "Containers::String: too large string of" << size << "bytes", );
+        "Containers::String: can't have" << size << "bytes", );
     _large = Large{new char[size + 1], nullptr, size};
     _large.data[size] = '\0';
 }

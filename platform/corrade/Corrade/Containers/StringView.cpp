@@ -70,8 +70,7 @@ BasicStringView<T>::BasicStringView(const String& string) noexcept:
 template<class T> BasicStringView<T> BasicStringView<T>::exceptPrefix(
     const StringView prefix) const {
     CORRADE_ASSERT(hasPrefix(prefix),
-        "Containers::StringView::exceptPrefix(): string doesn't begin with"
-            << prefix,
+        "Containers::StringView::exceptPrefix(): there is no prefix" << prefix,
         {});
     return exceptPrefix(prefix.size());
 }
@@ -79,8 +78,7 @@ template<class T> BasicStringView<T> BasicStringView<T>::exceptPrefix(
 template<class T> BasicStringView<T> BasicStringView<T>::exceptSuffix(
     const StringView suffix) const {
     CORRADE_ASSERT(hasSuffix(suffix),
-        "Containers::StringView::exceptSuffix(): string doesn't end with"
-            << suffix,
+        "Containers::StringView::exceptSuffix(): there is no suffix" << suffix,
         {});
     return exceptSuffix(suffix.size());
 }

@@ -22,8 +22,8 @@ public:
             } else if(_rest.hasPrefix('{'))
                 placeholder();
             else {
-                CORRADE_ASSERT(
-                    !_rest.hasPrefix('}'), "Utility::format(): mismatched }", );
+                CORRADE_ASSERT(!_rest.hasPrefix('}'),
+                    "Utility::format(): a } with no { before", );
                 const char* const brace = std::find_if(_rest.begin(),
                     _rest.end(), [](char c) { return c == '{' || c == '}'; });
                 append(_rest.prefix(brace));
@@ -46,17 +46,17 @@ private:
             if(consume('.')) {
                 precision = number();
                 CORRADE_ASSERT(precision != -1,
-                    "Utility::format(): no number in a precision specifier", );
+                    "Utility::format(): a precision without a number", );
             }
             if(_rest && !_rest.hasPrefix('}')) {
                 type = _rest.front();
                 _rest = _rest.exceptPrefix(1);
             }
         }
-        CORRADE_ASSERT(
-            _rest, "Utility::format(): unexpected end of format string", );
+        CORRADE_ASSERT(_rest, "Utility::format(): a placeholder with no end", );
         CORRADE_ASSERT(consume('}'),
-            "Utility::format(): unknown placeholder content:" << _rest, );
+            "Utility::format(): can't understand a placeholder from here on:"
+                << _rest, );
 
         if(index != -1)
             _next = index;
@@ -104,8 +104,8 @@ private:
                 type);
         case FormatArgument::Type::String:
             CORRADE_ASSERT(!type,
-                "Utility::format(): type specifier can't be used for a string "
-                "value", );
+                "Utility::format(): a string can't be formatted as"
+                    << Containers::StringView(&type, 1), );
             return append(argument._string.prefix(
                 std::min(argument._string.size(), std::size_t(precision))));
         }
@@ -115,7 +115,7 @@ private:
         const FormatArgument& argument, const int precision, const char type) {
         const int base = type == 'x' || type == 'X' ? 16 : type == 'o' ? 8 : 10;
         CORRADE_ASSERT(base != 10 || !type || type == 'd',
-            "Utility::format(): invalid type specifier for an integral value:"
+            "Utility::format(): an integer can't be formatted as"
                 << Containers::StringView(&type, 1), );
 
         /* Other bases than decimal show the bits of the original type */
@@ -143,8 +143,7 @@ private:
 
     void writeFloat(const double value, const int precision, const char type) {
         CORRADE_ASSERT(!type || type == 'g' || type == 'e' || type == 'f',
-            "Utility::format(): invalid type specifier for a floating-point "
-            "value:"
+            "Utility::format(): a float can't be formatted as"
                 << Containers::StringView(&type, 1), );
         append(FloatText{value, std::min(precision, 100),
             type == 'e'       ? std::chars_format::scientific
@@ -171,8 +170,9 @@ std::size_t formatInto(const Containers::MutableStringView buffer,
     const Containers::StringView text = output.text();
     if(buffer.data()) {
         CORRADE_ASSERT(text.size() <= buffer.size(),
-            "Utility::formatInto(): buffer too small, expected at least"
-                << text.size() << "but got" << buffer.size(),
+            "Utility::formatInto(): the text of"
+                << text.size() << "bytes doesn't fit into a buffer of"
+                << buffer.size(),
             {});
         std::copy(text.begin(), text.end(), buffer.begin());
     }

@@ -146,7 +146,7 @@ JsonWriter::JsonWriter(const Options options, const std::uint32_t indentation,
     const std::uint32_t initialIndentation):
     _state{InPlaceInit} {
     CORRADE_ASSERT(indentation <= 8,
-        "Utility::JsonWriter: indentation can be at most 8 characters, got"
+        "Utility::JsonWriter: can indent by 8 spaces at most, not"
             << indentation, );
 
     _state->wrap = options >= Option::Wrap;
@@ -259,22 +259,21 @@ JsonWriter& JsonWriter::writeBool(const bool value) {
 
 JsonWriter& JsonWriter::write(const float value) {
     CORRADE_ASSERT(std::isfinite(value),
-        "Utility::JsonWriter::write(): invalid floating-point value" << value,
+        "Utility::JsonWriter::write(): JSON has no way to write" << value,
         *this);
     return writeLiteral(Implementation::FloatText{value}.view());
 }
 
 JsonWriter& JsonWriter::write(const double value) {
     CORRADE_ASSERT(std::isfinite(value),
-        "Utility::JsonWriter::write(): invalid floating-point value" << value,
+        "Utility::JsonWriter::write(): JSON has no way to write" << value,
         *this);
     return writeLiteral(Implementation::FloatText{value}.view());
 }
 
 JsonWriter& JsonWriter::write(const long long value) {
     CORRADE_ASSERT(value >= -(1ll << 52) && value < 1ll << 52,
-        "Utility::JsonWriter::write(): too small or large integer value"
-            << value,
+        "Utility::JsonWriter::write(): integer not within 52 bits:" << value,
         *this);
 
     char text[24];
@@ -285,14 +284,14 @@ JsonWriter& JsonWriter::write(const long long value) {
 
 JsonWriter& JsonWriter::write(const unsigned long long value) {
     CORRADE_ASSERT(value < 1ull << 52,
-        "Utility::JsonWriter::write(): too large integer value" << value,
+        "Utility::JsonWriter::write(): integer not within 52 bits:" << value,
         *this);
     return write(static_cast<long long>(value));
 }
 
 Containers::StringView JsonWriter::toString() const {
     CORRADE_ASSERT(_state->expecting == Expecting::Nothing,
-        "Utility::JsonWriter::toString(): incomplete JSON, expected"
+        "Utility::JsonWriter::toString(): not complete yet, expected"
             << _state->expecting,
         {});
     return {

@@ -94,7 +94,7 @@ template<class T> Matrix4<T> Matrix4<T>::rotation(
     const Rad<T> angle, const Vector3<T>& normalizedAxis) {
     CORRADE_DEBUG_ASSERT(normalizedAxis.isNormalized(),
         "Math::Matrix4::rotation(): axis" << normalizedAxis
-                                          << "is not normalized",
+                                          << "doesn't have a length of one",
         {});
 
     const T sine = std::sin(T(angle));

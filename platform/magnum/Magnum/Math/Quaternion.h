@@ -20,8 +20,8 @@ public:
     static Quaternion<T> rotation(
         Rad<T> angle, const Vector3<T>& normalizedAxis) {
         CORRADE_DEBUG_ASSERT(normalizedAxis.isNormalized(),
-            "Math::Quaternion::rotation(): axis" << normalizedAxis
-                                                 << "is not normalized",
+            "Math::Quaternion::rotation(): axis"
+                << normalizedAxis << "doesn't have a length of one",
             {});
         return {normalizedAxis * std::sin(T(angle) / T(2)),
             std::cos(T(angle) / T(2))};
@@ -88,7 +88,7 @@ template<class T>
 Quaternion<T> Quaternion<T>::fromMatrix(const Matrix3x3<T>& m) {
     CORRADE_DEBUG_ASSERT(
         std::abs(m.determinant() - T(1)) < T(3) * TypeTraits<T>::epsilon(),
-        "Math::Quaternion::fromMatrix(): the matrix is not a rotation:"
+        "Math::Quaternion::fromMatrix(): not a matrix of a rotation:"
             << Corrade::Utility::Debug::newline << m,
         {});
 

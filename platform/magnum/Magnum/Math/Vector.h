@@ -162,8 +162,8 @@ template<std::size_t size, class T>
 Vector<size, T> Vector<size, T>::projectedOntoNormalized(
     const Vector<size, T>& line) const {
     CORRADE_DEBUG_ASSERT(line.isNormalized(),
-        "Math::Vector::projectedOntoNormalized(): line" << line
-                                                        << "is not normalized",
+        "Math::Vector::projectedOntoNormalized(): line"
+            << line << "doesn't have a length of one",
         {});
     return line * Math::dot(*this, line);
 }
