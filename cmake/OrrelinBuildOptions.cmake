@@ -18,5 +18,10 @@ endif()
 if(ORRELIN_SANITIZE)
     add_compile_options(-fsanitize=${ORRELIN_SANITIZE}
         -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    # What sanitizers add to the code leads GCC to find faults in it
+    if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+        add_compile_options(-Wno-array-bounds -Wno-stringop-overflow
+            -Wno-maybe-uninitialized)
+    endif()
     add_link_options(-fsanitize=${ORRELIN_SANITIZE})
 endif()
