@@ -24,15 +24,16 @@ constexpr std::size_t MaxChanges = 200000;
 
 /* Distinct, and in no order */
 Containers::String idOf(std::size_t i) {
-    return Utility::format("{:.8x}", std::uint32_t(i)*2654435761u);
+    return Utility::format("{:.8x}", std::uint32_t(i) * 2654435761u);
 }
 
 Containers::String document(std::size_t valueCount) {
     std::string out = R"({"objects": {)";
-    for(std::size_t i = 0; i != valueCount/ValuesPerRecord; ++i) {
+    for(std::size_t i = 0; i != valueCount / ValuesPerRecord; ++i) {
         const Containers::String record = Utility::format(
             R"({}"{}": {{"name": "The name of object {}", "visible": true,
-                "translation": [0.5, 1.5, 2.5]}})", i ? "," : "", idOf(i), i);
+                "translation": [0.5, 1.5, 2.5]}})",
+            i ? "," : "", idOf(i), i);
         out.append(record.data(), record.size());
     }
     out += "}}";
@@ -98,8 +99,8 @@ private:
     struct Names {
         explicit Names(Containers::StringView path) {
             constexpr std::size_t begin = sizeof("/objects/") - 1;
-            const std::string_view rest{path.data() + begin,
-                path.size() - begin};
+            const std::string_view rest{
+                path.data() + begin, path.size() - begin};
             const std::size_t slash = rest.find('/');
             record = rest.substr(0, slash);
             if(slash != std::string_view::npos)
@@ -121,7 +122,8 @@ private:
 
     JsonValue* findRecord(std::string_view name) {
         const auto found = _positions.find(name);
-        return found == _positions.end() ? nullptr
+        return found == _positions.end()
+            ? nullptr
             : &(objects().MemberBegin() + std::ptrdiff_t(found->second))->value;
     }
 
@@ -154,11 +156,10 @@ private:
             names.member.empty() ? objects() : *findRecord(names.record);
         const std::string_view name =
             names.member.empty() ? names.record : names.member;
-        parent.AddMember(JsonValue{ref(name), allocator()}, value,
-            allocator());
+        parent.AddMember(JsonValue{ref(name), allocator()}, value, allocator());
         if(names.member.empty())
-            _positions.emplace(nameOf(*(parent.MemberEnd() - 1)),
-                _positions.size());
+            _positions.emplace(
+                nameOf(*(parent.MemberEnd() - 1)), _positions.size());
     }
 
     /* A record only if it's the last one */
@@ -209,10 +210,10 @@ public:
         _texts.Parse(R"(["The one text of an object", "Some other text"])");
         _vector.Parse("[1.25, 2.25, 3.25]");
         _record.Parse(R"({"name": "A record", "visible": true})");
-        const std::size_t recordCount = valueCount/ValuesPerRecord;
+        const std::size_t recordCount = valueCount / ValuesPerRecord;
         for(std::size_t i = 0; i != 8192; ++i) {
             const Containers::String record =
-                "/objects/" + idOf(i*7919 % recordCount);
+                "/objects/" + idOf(i * 7919 % recordCount);
             _names.push_back(record + "/name");
             _created.push_back(record + "/subtitle");
         }
@@ -264,7 +265,7 @@ public:
 
     template<class System> void groupOfRecords(System& system) {
         system.beginGroup();
-        for(std::size_t i = 0; i != GroupSize/2; ++i)
+        for(std::size_t i = 0; i != GroupSize / 2; ++i)
             createRecord(system);
         system.commit();
         system.undo();
@@ -304,19 +305,19 @@ void time(benchmark::State& state, std::size_t valueCount,
         (edits.*operation)(*system);
         left -= changeCount;
     }
-    state.SetItemsProcessed(std::int64_t(changeCount)*state.iterations());
+    state.SetItemsProcessed(std::int64_t(changeCount) * state.iterations());
 }
 
 template<class System, Operation<System> operation, std::size_t changeCount>
 void inDocument(benchmark::State& state) {
-    time<System, operation>(state, std::size_t(state.range(0)), 100,
-        changeCount);
+    time<System, operation>(
+        state, std::size_t(state.range(0)), 100, changeCount);
 }
 
 template<class System, Operation<System> operation, std::size_t changeCount>
 void afterHistory(benchmark::State& state) {
-    time<System, operation>(state, 10000, std::size_t(state.range(0)),
-        changeCount);
+    time<System, operation>(
+        state, 10000, std::size_t(state.range(0)), changeCount);
 }
 
 /* Bytes for each of 10,000 changes, in the document's memory pool and in all */
@@ -333,17 +334,17 @@ void memory(benchmark::State& state) {
         for(std::size_t i = 0; i != 10000; ++i)
             (edits.*operation)(system);
         state.counters["poolBytes"] =
-            double(system.allocator().Size() - pool)/10000.0;
+            double(system.allocator().Size() - pool) / 10000.0;
         state.counters["allBytes"] =
-            double(mallinfo2().uordblks + mallinfo2().hblkhd - heap)/10000.0;
+            double(mallinfo2().uordblks + mallinfo2().hblkhd - heap) / 10000.0;
     }
 }
 
 #define DOCUMENT_SIZES ->RangeMultiplier(10)->Range(1000, 1000000)
-#define BOTH(function, operation, changes, name)                            \
-    BENCHMARK((function<Ours, &Edits::operation<Ours>, changes>))           \
-        ->Name(name "/ours") DOCUMENT_SIZES;                                \
-    BENCHMARK((function<Reference, &Edits::operation<Reference>, changes>)) \
+#define BOTH(function, operation, changes, name)                               \
+    BENCHMARK((function<Ours, &Edits::operation<Ours>, changes>))              \
+        ->Name(name "/ours") DOCUMENT_SIZES;                                   \
+    BENCHMARK((function<Reference, &Edits::operation<Reference>, changes>))    \
         ->Name(name "/reference") DOCUMENT_SIZES;
 
 BOTH(inDocument, modify, 1, "push/modify")
@@ -357,11 +358,13 @@ BOTH(afterHistory, modify, 1, "history/modify")
 BOTH(afterHistory, drag, 1, "history/continuous")
 BOTH(afterHistory, undoAndRedo, 1, "history/undoAndRedo")
 
-#define MEMORY(operation)                                                   \
-    BENCHMARK((memory<Ours, &Edits::operation<Ours>>))                      \
-        ->Name("memory/" #operation "/ours")->Iterations(1);                \
-    BENCHMARK((memory<Reference, &Edits::operation<Reference>>))            \
-        ->Name("memory/" #operation "/reference")->Iterations(1);
+#define MEMORY(operation)                                                      \
+    BENCHMARK((memory<Ours, &Edits::operation<Ours>>))                         \
+        ->Name("memory/" #operation "/ours")                                   \
+        ->Iterations(1);                                                       \
+    BENCHMARK((memory<Reference, &Edits::operation<Reference>>))               \
+        ->Name("memory/" #operation "/reference")                              \
+        ->Iterations(1);
 
 MEMORY(modify)
 MEMORY(drag)

@@ -1,4 +1,5 @@
 #include <cstdint>
+#include <cstdlib>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -36,7 +37,8 @@ std::unique_ptr<EditorSession> project(std::size_t objectCount) {
                     "text_term": "term.{}"}}}},
                 {{"type": "button", "button": {{"label": "OK",
                     "tooltip": "Closes the window", "enabled": true}}}}
-            ]}})", i ? "," : "", idOf(i), i, i);
+            ]}})",
+            i ? "," : "", idOf(i), i, i);
         json.append(object.data(), object.size());
     }
     json += "}}";
@@ -84,8 +86,8 @@ void recordByHand(TermPathMap& terms, TermMap& strings, const JsonValue& values,
 }
 
 /* What one would write for this very document, without an editor */
-void gatherByHand(const JsonValue& document, TermPathMap& terms,
-    TermMap& strings) {
+void gatherByHand(
+    const JsonValue& document, TermPathMap& terms, TermMap& strings) {
     terms.clear();
     strings.clear();
     for(const auto& object: document["objects"].GetObject()) {
@@ -96,18 +98,18 @@ void gatherByHand(const JsonValue& document, TermPathMap& terms,
             if(stringOf(component["type"]) == "text")
                 recordByHand(terms, strings, component["text"], "text_term",
                     Utility::format("{}-text-{}", id, i),
-                    Utility::format("/objects/{}/components/{}/text/text", id,
-                        i));
+                    Utility::format(
+                        "/objects/{}/components/{}/text/text", id, i));
             else if(stringOf(component["type"]) == "button") {
                 const JsonValue& button = component["button"];
                 recordByHand(terms, strings, button, "label_term",
                     Utility::format("{}-js-{}-label", id, i),
-                    Utility::format("/objects/{}/components/{}/button/label",
-                        id, i));
+                    Utility::format(
+                        "/objects/{}/components/{}/button/label", id, i));
                 recordByHand(terms, strings, button, "tooltip_term",
                     Utility::format("{}-js-{}-tooltip", id, i),
-                    Utility::format("/objects/{}/components/{}/button/tooltip",
-                        id, i));
+                    Utility::format(
+                        "/objects/{}/components/{}/button/tooltip", id, i));
             }
         }
     }
@@ -178,9 +180,9 @@ void lookupReference(benchmark::State& state) {
     Paths paths{state.range(0)};
     for(auto _: state) {
         const Containers::StringView path = paths.next();
-        const auto found = objects.find(Containers::String{
-            path.exceptPrefix("/objects/"_s.size())
-                .exceptSuffix("/name"_s.size())});
+        const auto found = objects.find(
+            Containers::String{path.exceptPrefix("/objects/"_s.size())
+                                   .exceptSuffix("/name"_s.size())});
         if(found == objects.end() || !found->second->HasMember("name"))
             state.SkipWithError("not found");
     }
@@ -193,21 +195,31 @@ void lookupAbsent(benchmark::State& state) {
             state.SkipWithError("found");
 }
 
-/* Each a record removed and another added, and 100 looked up */
+void lookupAbsentInScope(benchmark::State& state) {
+    const auto session = project(std::size_t(state.range(0)));
+    const EditScope scope{session->projectFile()};
+    /* Until the index is believed */
+    for(int i = 0; i != 20; ++i)
+        session->editor().project["/objects/absent/name"].hasValue();
+    for(auto _: state)
+        if(session->editor().project["/objects/absent/name"].hasValue())
+            state.SkipWithError("found");
+}
+
+/* Each a record removed and another added, and then many looked up */
 template<class Edit> void lookupAfter(benchmark::State& state, Edit edit) {
+    constexpr std::size_t Lookups = 1000;
     const auto session = project(std::size_t(state.range(0)));
     Paths paths{state.range(0)};
-    ProjectFile& file = session->projectFile();
-    file.create("/objects/old/name");
+    session->projectFile().create("/objects/old/name");
     std::size_t edits = 0;
-    for(auto _: state) {
+    while(state.KeepRunningBatch(Lookups)) {
         state.PauseTiming();
-        edit(file, Utility::format("edit{}", edits++));
+        edit(session->projectFile(), Utility::format("edit{}", edits++));
         state.ResumeTiming();
-        for(std::size_t i = 0; i != 100; ++i)
+        for(std::size_t i = 0; i != Lookups; ++i)
             expectFound(state, session->editor().project[paths.next()]);
     }
-    state.SetItemsProcessed(state.iterations() * 100);
 }
 
 void lookupAfterAccessorEdits(benchmark::State& state) {
@@ -224,12 +236,12 @@ void lookupAfterDirectEdits(benchmark::State& state) {
     lookupAfter(state, [](ProjectFile& file, Containers::StringView name) {
         JsonValue& objects = file.document["objects"];
         objects.EraseMember(objects.MemberEnd() - 1);
-        objects.AddMember(JsonValue{name.data(),
-                              rapidjson::SizeType(name.size()),
-                              file.allocator()},
+        objects.AddMember(
+            JsonValue{name.data(), rapidjson::SizeType(name.size()),
+                file.allocator()},
             JsonValue{rapidjson::kObjectType}, file.allocator());
-        /* And something in between changes places */
-        auto first = objects.MemberBegin() + objects.MemberCount() / 2;
+        /* And two in between change places */
+        const auto first = objects.MemberBegin() + objects.MemberCount() / 2;
         first->name.Swap((first + 1)->name);
         first->value.Swap((first + 1)->value);
     });
@@ -243,6 +255,7 @@ void sizes(benchmark::internal::Benchmark* benchmark) {
 BENCHMARK(lookupOurs)->Name("lookup/ours")->Apply(sizes);
 BENCHMARK(lookupReference)->Name("lookup/reference")->Apply(sizes);
 BENCHMARK(lookupAbsent)->Name("lookup/absent")->Apply(sizes);
+BENCHMARK(lookupAbsentInScope)->Name("lookup/absentInScope")->Apply(sizes);
 BENCHMARK(lookupAfterAccessorEdits)
     ->Name("lookup/afterAccessorEdits")
     ->Apply(sizes);

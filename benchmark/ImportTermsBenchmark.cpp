@@ -16,8 +16,8 @@ using namespace LocalizationTools;
    a file of English texts that all differ from the project's */
 struct Files: LargeProject {
     explicit Files(std::size_t terms):
-        LargeProject{terms},
-        folder{std::filesystem::temp_directory_path() / "orrelin-XXXXXX"} {
+        LargeProject{terms}, folder{std::filesystem::temp_directory_path() /
+                                 "orrelin-XXXXXX"} {
         if(!mkdtemp(folder.data()))
             std::abort();
         content = "{\n  \"translation\": {";
@@ -59,8 +59,7 @@ Files& files(std::size_t terms) {
 void setProcessed(benchmark::State& state, const Files& from) {
     state.SetBytesProcessed(
         std::int64_t(state.iterations() * from.content.size()));
-    state.SetItemsProcessed(
-        std::int64_t(state.iterations()) * state.range(0));
+    state.SetItemsProcessed(std::int64_t(state.iterations()) * state.range(0));
 }
 
 void translationsOurs(benchmark::State& state) {
@@ -87,7 +86,7 @@ void translationsReference(benchmark::State& state) {
         for(const auto& i: document["translation"].GetObject())
             out[Containers::String{i.name.GetString(),
                 i.name.GetStringLength()}] = Containers::String{
-                    i.value.GetString(), i.value.GetStringLength()};
+                i.value.GetString(), i.value.GetStringLength()};
         state.PauseTiming();
         out.clear();
         state.ResumeTiming();
@@ -108,8 +107,9 @@ void sources(benchmark::State& state, Step measured) {
         if(which == measured)
             state.PauseTiming();
     };
-    const ValueAccess text = from.session.editor().project[
-        from.session.localization().terms.rbegin()->second];
+    const ValueAccess text =
+        from.session.editor()
+            .project[from.session.localization().terms.rbegin()->second];
     for(auto _: state) {
         state.PauseTiming();
         step(Step::Import, [&] {
@@ -132,7 +132,8 @@ const bool registered = [] {
     keepFreedMemory();
     for(const int terms: {1000, 10000, 100000, 1000000}) {
         const auto add = [terms](const char* name, auto&& function) {
-            return benchmark::RegisterBenchmark(name, function)->Arg(terms)
+            return benchmark::RegisterBenchmark(name, function)
+                ->Arg(terms)
                 ->Unit(benchmark::kMillisecond);
         };
         add("import/ours", translationsOurs);
@@ -143,8 +144,8 @@ const bool registered = [] {
         const struct {
             const char* name;
             Step step;
-        } steps[]{{"sources/import", Step::Import}, {"sources/undo", Step::Undo},
-            {"sources/redo", Step::Redo}};
+        } steps[]{{"sources/import", Step::Import},
+            {"sources/undo", Step::Undo}, {"sources/redo", Step::Redo}};
         for(const auto& i: steps)
             add(i.name, [step = i.step](benchmark::State& state) {
                 sources(state, step);

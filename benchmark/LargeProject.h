@@ -24,8 +24,8 @@ inline void keepFreedMemory() {
 /* What terms read in any language, in sentences of different length */
 inline std::string sentence(std::size_t i) {
     return "Gallery " + std::to_string(i) +
-        std::string{": tells how people found their way by the stars."}
-            .substr(0, 20 + i * 7 % 29);
+        std::string{": tells how people found their way by the stars."}.substr(
+            0, 20 + i * 7 % 29);
 }
 
 /* A project of English texts, ten of each object, and its terms gathered */
@@ -48,8 +48,8 @@ public:
                 objects.AddMember(
                     JsonValue{("exhibit-" + std::to_string(i / 10)).data(),
                         allocator},
-                    JsonValue{rapidjson::kObjectType}.AddMember("components",
-                        components, allocator),
+                    JsonValue{rapidjson::kObjectType}.AddMember(
+                        "components", components, allocator),
                     allocator);
         }
         TermMap strings;
@@ -60,8 +60,8 @@ public:
         const OrrelinEditor& editor = session.editor();
         TranslationMap& out = editor.localization->translations[language];
         for(const auto& term: editor.localization->terms)
-            out.emplace_hint(out.end(), term.first, Containers::String{
-                editor.project[term.second].asString()});
+            out.emplace_hint(out.end(), term.first,
+                Containers::String{editor.project[term.second].asString()});
     }
 
     EditorSession session;
@@ -69,8 +69,8 @@ public:
 private:
     static JsonValue component(std::size_t i, JsonAllocator& allocator) {
         JsonValue text{rapidjson::kObjectType};
-        text.AddMember("text", JsonValue{sentence(i).data(), allocator},
-            allocator);
+        text.AddMember(
+            "text", JsonValue{sentence(i).data(), allocator}, allocator);
         JsonValue out{rapidjson::kObjectType};
         out.AddMember("type", "text", allocator)
             .AddMember("text", text, allocator);

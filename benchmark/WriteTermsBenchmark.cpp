@@ -104,9 +104,11 @@ const bool registered = [] {
             if(terms * languages > 5000000)
                 continue;
             benchmark::RegisterBenchmark("write/ours", writeOurs)
-                ->Args({terms, languages})->Unit(benchmark::kMillisecond);
+                ->Args({terms, languages})
+                ->Unit(benchmark::kMillisecond);
             benchmark::RegisterBenchmark("write/reference", writeReference)
-                ->Args({terms, languages})->Unit(benchmark::kMillisecond);
+                ->Args({terms, languages})
+                ->Unit(benchmark::kMillisecond);
         }
     return true;
 }();

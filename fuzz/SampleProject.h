@@ -62,8 +62,8 @@ private:
     std::filesystem::path _path;
 };
 
-inline void writeFile(const std::string& file, const std::uint8_t* data,
-    std::size_t size) {
+inline void writeFile(
+    const std::string& file, const std::uint8_t* data, std::size_t size) {
     std::ofstream{file, std::ios::binary}.write(
         reinterpret_cast<const char*>(data), std::streamsize(size));
 }

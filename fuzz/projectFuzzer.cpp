@@ -7,8 +7,8 @@ using namespace OrrelinEngine;
 namespace {
 
 /* Saves the project and opens what was written */
-void expectSurvivesSaving(EditorSession& session,
-    const Fuzz::TemporaryFolder& folder) {
+void expectSurvivesSaving(
+    EditorSession& session, const Fuzz::TemporaryFolder& folder) {
     const std::string file = folder.file("project.json");
     Fuzz::expect(session.save(file.data()));
     EditorSession reopened;
@@ -23,8 +23,8 @@ void expectSurvivesSaving(EditorSession& session,
 
 }
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
-    std::size_t size) {
+extern "C" int LLVMFuzzerTestOneInput(
+    const std::uint8_t* data, std::size_t size) {
     static const Fuzz::TemporaryFolder folder;
     Utility::Error silentErrors{nullptr};
     Utility::Warning silentWarnings{nullptr};

@@ -2,8 +2,8 @@
 
 #include "SampleProject.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
-    std::size_t size) {
+extern "C" int LLVMFuzzerTestOneInput(
+    const std::uint8_t* data, std::size_t size) {
     using namespace OrrelinEngine;
 
     static const Fuzz::TemporaryFolder folder;

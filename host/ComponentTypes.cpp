@@ -18,14 +18,8 @@ namespace {
 typedef Containers::Pair<Containers::StringView, unsigned short> Parameter;
 
 /* Only strings are told from the others */
-const Parameter TypeCodes[]{
-    {"string", Data::StringParamType},
-    {"bool", 1},
-    {"int", 2},
-    {"float", 3},
-    {"color", 4},
-    {"object", 5},
-    {"asset", 6}};
+const Parameter TypeCodes[]{{"string", Data::StringParamType}, {"bool", 1},
+    {"int", 2}, {"float", 3}, {"color", 4}, {"object", 5}, {"asset", 6}};
 
 Containers::StringView text(const JsonValue& value) {
     return {value.GetString(), value.GetStringLength()};
@@ -49,8 +43,8 @@ bool addComponentTypes(EditorSession& session, Containers::StringView file) {
 
     for(const auto& type: reader.projectFile().document.GetObject()) {
         if(!type.value.IsObject()) {
-            fail(Utility::format("{}: '{}' is no object of parameters", file,
-                text(type.name)));
+            fail(Utility::format(
+                "{}: '{}' is no object of parameters", file, text(type.name)));
             return false;
         }
         std::vector<Parameter> parameters;
@@ -66,8 +60,8 @@ bool addComponentTypes(EditorSession& session, Containers::StringView file) {
             }
             parameters.emplace_back(text(parameter.name), *code);
         }
-        session.addScriptType(text(type.name),
-            {parameters.data(), parameters.size()});
+        session.addScriptType(
+            text(type.name), {parameters.data(), parameters.size()});
     }
     return true;
 }

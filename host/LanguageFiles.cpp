@@ -25,12 +25,12 @@ struct LanguageFile {
 };
 
 Containers::StringIterable iterable(const Codes& codes) {
-    return Containers::ArrayView<const Containers::String>{codes.data(),
-        codes.size()};
+    return Containers::ArrayView<const Containers::String>{
+        codes.data(), codes.size()};
 }
 
-bool collectArchive(Containers::StringView archive,
-    std::vector<LanguageFile>& files) {
+bool collectArchive(
+    Containers::StringView archive, std::vector<LanguageFile>& files) {
     if(!Utility::Path::exists(archive))
         return true;
     StringArray names;
@@ -69,7 +69,8 @@ bool hasArchiveName(Project& project) {
     if(!project.isZip() || (!name.isEmpty() && !name.contains('/')))
         return true;
     fail(Utility::format("the project's name '{}' can't be the name of an "
-        "archive", name));
+                         "archive",
+        name));
     return false;
 }
 
@@ -91,7 +92,8 @@ Containers::Optional<Utility::Json> parse(const LanguageFile& file) {
             return json;
     }
     fail(Utility::format("{} can't be read as a language file and would be "
-        "overwritten; repair it or move it away first", file.name));
+                         "overwritten; repair it or move it away first",
+        file.name));
     return {};
 }
 
@@ -101,8 +103,9 @@ public:
     /* The translations are null if the file won't be written */
     explicit LossCount(Project& project, const LanguageFile& file,
         bool isDefault, const TranslationMap* translations, Losses& losses):
-        _project(project), _file(file), _isDefault{isDefault},
-        _translations{translations}, _losses(losses) {}
+        _project(project),
+        _file(file), _isDefault{isDefault}, _translations{translations},
+        _losses(losses) {}
 
     void add(const Utility::Json& json) {
         for(const Utility::JsonObjectItem member: json.root().asObject())
@@ -125,8 +128,8 @@ private:
         }
         if(_isDefault) {
             const TermPathMap& terms = _project.localization().terms;
-            _losses.replaced += value.asString() !=
-                _project.source(terms.find(key)->second);
+            _losses.replaced +=
+                value.asString() != _project.source(terms.find(key)->second);
             return;
         }
         const auto found = _translations->find(key);
@@ -173,19 +176,19 @@ bool writeFolder(Project& project, const Codes& codes) {
         Utility::Path::join(folder, ".orrelin-export");
     Containers::Array<Containers::String> names;
     Containers::Array<Containers::Array<char>> contents;
-    LocalizationTools::writeTerms(project.editor(), iterable(codes), Format,
-        names, contents);
+    LocalizationTools::writeTerms(
+        project.editor(), iterable(codes), Format, names, contents);
 
     bool isWritten = succeeds([&] {
-        LocalizationTools::exportTerms(project.editor(), iterable(codes), aside,
-            Format);
+        LocalizationTools::exportTerms(
+            project.editor(), iterable(codes), aside, Format);
     });
     isWritten = isWritten && areComplete(aside, names, contents);
     for(const Containers::String& name: names) {
         const Containers::String file = Utility::Path::join(aside, name);
         if(isWritten)
-            isWritten = Utility::Path::move(file,
-                Utility::Path::join(folder, name));
+            isWritten =
+                Utility::Path::move(file, Utility::Path::join(folder, name));
         if(Utility::Path::exists(file))
             Utility::Path::remove(file);
     }
@@ -198,9 +201,8 @@ bool writeFolder(Project& project, const Codes& codes) {
 
 bool isFileName(Containers::StringView code) {
     const bool is = !code.isEmpty() && !code.hasPrefix('.') &&
-        std::none_of(code.begin(), code.end(), [](char c) {
-            return c == '/' || (c >= '\0' && c < ' ');
-        });
+        std::none_of(code.begin(), code.end(),
+            [](char c) { return c == '/' || (c >= '\0' && c < ' '); });
     if(!is)
         fail(Utility::format("'{}' can't be the code of a language", code));
     return is;
@@ -233,7 +235,8 @@ Containers::Optional<Losses> lossesOf(Project& project, const Codes& codes) {
         const bool isWritten =
             std::find(codes.begin(), codes.end(), file.code) != codes.end();
         LossCount{project, file, file.code == defaultCode,
-            isWritten ? &all[file.code] : nullptr, out}.add(*json);
+            isWritten ? &all[file.code] : nullptr, out}
+            .add(*json);
     }
     return out;
 }

@@ -96,10 +96,11 @@ Containers::String suggestion(Containers::StringView typed,
         [](const auto& a, const auto& b) { return a.first < b.first; });
 
     /* Not if most letters are others */
-    const std::size_t limit = 1 + (text.size() + 1)/2;
+    const std::size_t limit = 1 + (text.size() + 1) / 2;
     std::string out;
     for(std::size_t i = 0; i != std::min(ranking.size(), SuggestionCount) &&
-        ranking[i].first <= limit; ++i)
+        ranking[i].first <= limit;
+        ++i)
         out += std::string{Utility::format("{}{} ({})", i ? ", " : "",
             ranking[i].second->code, ranking[i].second->name)};
     if(out.empty())

@@ -9,11 +9,7 @@
 namespace OrrelinEngine { namespace Host {
 
 /* What the program exits with */
-enum: int {
-    Success = 0,
-    UsageError = 1,
-    Failure = 2
-};
+enum : int { Success = 0, UsageError = 1, Failure = 2 };
 
 /* Prints an error as one line. Returns Failure for the caller to pass on. */
 int fail(Containers::StringView message);

@@ -24,8 +24,8 @@ Containers::StringView text(const JsonValue& value) {
 }
 
 /* As the project has it, otherwise as it's known */
-Containers::StringView languageName(const JsonValue& record,
-    Containers::StringView code) {
+Containers::StringView languageName(
+    const JsonValue& record, Containers::StringView code) {
     if(record.IsObject()) {
         const auto name = record.FindMember("name");
         if(name != record.MemberEnd() && name->value.IsString())
@@ -39,8 +39,11 @@ bool hasLanguageFiles(Containers::StringView folder) {
     if(!Utility::Path::isDirectory(folder))
         return false;
     const auto names = Utility::Path::list(folder);
-    return names && std::any_of(names->begin(), names->end(),
-        [](const Containers::String& name) { return name.hasSuffix(".json"); });
+    return names &&
+        std::any_of(
+            names->begin(), names->end(), [](const Containers::String& name) {
+                return name.hasSuffix(".json");
+            });
 }
 
 }
@@ -54,8 +57,8 @@ bool Project::open(const ProjectOptions& options) {
     if(Utility::Path::isDirectory(_file)) {
         _file = Utility::Path::join(_file, "project.json");
         if(!Utility::Path::exists(_file)) {
-            fail(Utility::format("the folder {} has no project.json",
-                options.path));
+            fail(Utility::format(
+                "the folder {} has no project.json", options.path));
             return false;
         }
     }
@@ -85,8 +88,8 @@ bool Project::save() {
 
 void Project::import(Containers::StringView path) {
     _filesAreFine = succeeds([&] {
-        LocalizationTools::importTerms(editor(), path,
-            LocalizationTools::LocalizationFormat::I18next);
+        LocalizationTools::importTerms(
+            editor(), path, LocalizationTools::LocalizationFormat::I18next);
     });
 }
 
@@ -108,8 +111,7 @@ bool Project::readTranslations() {
 }
 
 Containers::StringView Project::defaultLanguage() {
-    return editor().project["settings/localization/defaultLanguage"]
-        .asString();
+    return editor().project["settings/localization/defaultLanguage"].asString();
 }
 
 std::vector<ProjectLanguage> Project::languages() {
@@ -120,8 +122,8 @@ std::vector<ProjectLanguage> Project::languages() {
     const Containers::StringView defaultCode = defaultLanguage();
     for(const auto& record: records->GetObject()) {
         const Containers::StringView code = text(record.name);
-        out.push_back({code, languageName(record.value, code),
-            code == defaultCode});
+        out.push_back(
+            {code, languageName(record.value, code), code == defaultCode});
     }
     return out;
 }
@@ -143,7 +145,8 @@ bool Project::checkLanguage(Containers::StringView code) {
 }
 
 bool Project::isZip() {
-    return editor().project["settings/localization/enableZipCompression"]
+    return editor()
+        .project["settings/localization/enableZipCompression"]
         .asBool();
 }
 
@@ -180,8 +183,7 @@ Containers::String Project::sourcePath() {
 
 Containers::StringView Project::source(Containers::StringView recordPath) {
     const JsonValue* const value = _session.projectFile().find(recordPath);
-    return value && value->IsString() ? text(*value)
-                                      : Containers::StringView{};
+    return value && value->IsString() ? text(*value) : Containers::StringView{};
 }
 
 std::vector<Term> Project::translatedTerms() {
@@ -192,14 +194,14 @@ std::vector<Term> Project::translatedTerms() {
     return out;
 }
 
-std::size_t Project::translationCount(const std::vector<Term>& terms,
-    Containers::StringView code) {
+std::size_t Project::translationCount(
+    const std::vector<Term>& terms, Containers::StringView code) {
     const LanguageTranslations& all = localization().translations;
     const auto translations = all.find(code);
     if(translations == all.end())
         return 0;
-    return std::size_t(std::count_if(terms.begin(), terms.end(),
-        [&](const Term& term) {
+    return std::size_t(
+        std::count_if(terms.begin(), terms.end(), [&](const Term& term) {
             const auto found = translations->second.find(term.key);
             return found != translations->second.end() && found->second;
         }));

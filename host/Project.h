@@ -89,8 +89,8 @@ public:
     std::vector<Term> translatedTerms();
 
     /* How many of them have a translation */
-    std::size_t translationCount(const std::vector<Term>& terms,
-        Containers::StringView code);
+    std::size_t translationCount(
+        const std::vector<Term>& terms, Containers::StringView code);
 
 private:
     bool openDocument();

@@ -14,9 +14,9 @@ constexpr std::size_t MinBarWidth = 10;
 constexpr std::size_t MaxBarWidth = 30;
 
 /* Width of the table if no column is wider than the limit */
-std::size_t totalWidth(const std::vector<std::size_t>& widths,
-    std::size_t limit) {
-    std::size_t out = Gap*(widths.size() - 1);
+std::size_t totalWidth(
+    const std::vector<std::size_t>& widths, std::size_t limit) {
+    std::size_t out = Gap * (widths.size() - 1);
     for(const std::size_t width: widths)
         out += std::min(width, limit);
     return out;
@@ -24,7 +24,7 @@ std::size_t totalWidth(const std::vector<std::size_t>& widths,
 
 std::string bar(double share, std::size_t width) {
     /* Rounded down, so that a full bar means that all is there */
-    const std::size_t full = std::size_t(share*double(width));
+    const std::size_t full = std::size_t(share * double(width));
     std::string out;
     for(std::size_t i = 0; i != width; ++i)
         out += i < full ? "█" : "░";
@@ -57,16 +57,15 @@ std::vector<std::size_t> Table::widths() const {
         if(_columns[i].kind != ColumnKind::Bar)
             continue;
         const std::size_t used = totalWidth(out, ~std::size_t{}) - out[i];
-        out[i] = std::clamp(available - std::min(available, used), MinBarWidth,
-            MaxBarWidth);
+        out[i] = std::clamp(
+            available - std::min(available, used), MinBarWidth, MaxBarWidth);
     }
 
     if(!terminal().isTerminal)
         return out;
     /* The widest columns give, all to the same width */
-    std::size_t limit =
-        std::min(*std::max_element(out.begin(), out.end()),
-            std::max(available, MinTextWidth));
+    std::size_t limit = std::min(*std::max_element(out.begin(), out.end()),
+        std::max(available, MinTextWidth));
     while(limit > MinTextWidth && totalWidth(out, limit) > available)
         --limit;
     for(std::size_t& width: out)

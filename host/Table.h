@@ -10,7 +10,7 @@
 namespace OrrelinEngine { namespace Host {
 
 /* How a column shows its cells */
-enum class ColumnKind: std::uint8_t {
+enum class ColumnKind : std::uint8_t {
     Text,
     /* Aligned to the right */
     Number,

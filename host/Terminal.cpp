@@ -64,8 +64,8 @@ Containers::String styled(Containers::StringView text, Style style) {
     static constexpr const char* Codes[]{"", "1", "2", "32", "33"};
     if(!terminal().isColored || style == Style::Plain)
         return text;
-    return Utility::format("\033[{}m{}\033[0m", Codes[std::size_t(style)],
-        text);
+    return Utility::format(
+        "\033[{}m{}\033[0m", Codes[std::size_t(style)], text);
 }
 
 std::size_t displayWidth(Containers::StringView text) {
@@ -78,15 +78,15 @@ std::size_t displayWidth(Containers::StringView text) {
 
 Containers::String oneLine(Containers::StringView text) {
     std::string out;
-    forEachCharacter(text,
-        [&](Containers::StringView bytes, wchar_t character, int width) {
+    forEachCharacter(
+        text, [&](Containers::StringView bytes, wchar_t character, int width) {
             if(character == '\n')
                 out += "⏎";
             else if(character == Replacement)
                 out += "\xef\xbf\xbd";
             else if(width < 0)
-                out += std::string{Utility::format("\\u{:.4x}",
-                    static_cast<unsigned int>(character))};
+                out += std::string{Utility::format(
+                    "\\u{:.4x}", static_cast<unsigned int>(character))};
             else
                 out.append(bytes.data(), bytes.size());
         });
@@ -101,8 +101,8 @@ Containers::String shortened(Containers::StringView text, std::size_t width) {
     std::size_t used = 0;
     std::size_t end = 0;
     bool isFull = width == 0;
-    forEachCharacter(text,
-        [&](Containers::StringView bytes, wchar_t, int columns) {
+    forEachCharacter(
+        text, [&](Containers::StringView bytes, wchar_t, int columns) {
             used += columns > 0 ? std::size_t(columns) : 0;
             isFull = isFull || used > width - 1;
             if(!isFull)

@@ -18,7 +18,7 @@ struct Terminal {
 
 const Terminal& terminal();
 
-enum class Style: std::uint8_t { Plain, Bold, Dim, Good, Bad };
+enum class Style : std::uint8_t { Plain, Bold, Dim, Good, Bad };
 
 /* The text in a style, or as it is if the output isn't to be colored */
 Containers::String styled(Containers::StringView text, Style style);

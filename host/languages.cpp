@@ -32,8 +32,8 @@ bool checkNew(Project& project, const Codes& codes) {
             return false;
         }
         if(project.hasLanguage(code)) {
-            fail(Utility::format("the project has the language '{}' already",
-                code));
+            fail(Utility::format(
+                "the project has the language '{}' already", code));
             return false;
         }
     }
@@ -48,8 +48,10 @@ bool checkRemovable(Project& project, const Codes& codes) {
         for(const ProjectLanguage& language: languages)
             if(language.isDefault && language.code == code &&
                 languages.size() != 1) {
-                fail(Utility::format("'{}' is the language of the project's "
-                    "own texts; it can be removed only as the last one", code));
+                fail(Utility::format(
+                    "'{}' is the language of the project's "
+                    "own texts; it can be removed only as the last one",
+                    code));
                 return false;
             }
     }
@@ -62,7 +64,8 @@ void printLeftovers(Project& project, const Codes& codes) {
     if(project.isZip()) {
         if(Utility::Path::exists(path))
             printLine(Utility::format("{} stays as it is; 'export --prune' "
-                "writes it without the language", path));
+                                      "writes it without the language",
+                path));
         return;
     }
     for(const Containers::String& code: codes) {
@@ -70,7 +73,8 @@ void printLeftovers(Project& project, const Codes& codes) {
             Utility::Path::join(path, code + ".json");
         if(Utility::Path::exists(name))
             printLine(Utility::format("{} is there still; 'import' would add "
-                "the language again", name));
+                                      "the language again",
+                name));
     }
 }
 
@@ -91,7 +95,8 @@ int listLanguages(Containers::StringView filter, bool json) {
     }
     if(languages.empty())
         return fail(Utility::format("no language has '{}' in its code or name"
-            "{}", filter, suggestion(filter, allLanguages())));
+                                    "{}",
+            filter, suggestion(filter, allLanguages())));
     Table table{{{"code"}, {"language"}}};
     for(const Language& language: languages)
         table.add({{language.code}, {language.name}});
@@ -118,7 +123,8 @@ int addLanguages(const ProjectOptions& options, const Codes& codes) {
                 ? ", the language of the project's own texts"
                 : ""));
     printLine(Utility::format("Saved {}. 'export' writes the files to "
-        "translate.", project.file()));
+                              "translate.",
+        project.file()));
     return Success;
 }
 

@@ -54,9 +54,8 @@ template<class F> CLI::App& addCommand(CLI::App& app, Arguments& arguments,
     out.group("Commands");
     out.footer(std::string{description.details} +
         "\n\nExample:\n  orrelin-localize " + description.example);
-    out.final_callback([&arguments, function] {
-        arguments.result = function(arguments);
-    });
+    out.final_callback(
+        [&arguments, function] { arguments.result = function(arguments); });
     return out;
 }
 
@@ -64,10 +63,12 @@ template<class F> CLI::App& addProjectCommand(CLI::App& app,
     Arguments& arguments, const Description& description, F&& function) {
     CLI::App& out = addCommand(app, arguments, description, function);
     out.add_option("PROJECT", arguments.project,
-        "Project file, or the folder with its project.json")->required();
+           "Project file, or the folder with its project.json")
+        ->required();
     out.add_option("--components", arguments.components,
-        "Types of script components, in place of the file\n"
-        "components.json beside the project")->option_text("FILE");
+           "Types of script components, in place of the file\n"
+           "components.json beside the project")
+        ->option_text("FILE");
     return out;
 }
 
@@ -92,9 +93,11 @@ void addTermCommands(CLI::App& app, Arguments& arguments) {
             return showStatus(a.options(), a.json, a.failUnder);
         });
     addJson(status, arguments);
-    status.add_option("--fail-under", arguments.failUnder,
-        "Fail if any language is translated to less than N %")
-        ->option_text("N")->check(CLI::Range(0.0, 100.0));
+    status
+        .add_option("--fail-under", arguments.failUnder,
+            "Fail if any language is translated to less than N %")
+        ->option_text("N")
+        ->check(CLI::Range(0.0, 100.0));
 
     CLI::App& rename = addProjectCommand(app, arguments,
         {"rename", "Give a term another key, in the language files too",
@@ -117,8 +120,8 @@ void addLanguageCommands(CLI::App& app, Arguments& arguments) {
             "Their codes are what other commands take.",
             "languages portuguese"},
         [](const Arguments& a) { return listLanguages(a.filter, a.json); });
-    languages.add_option("FILTER", arguments.filter,
-        "Part of a code or of an English name");
+    languages.add_option(
+        "FILTER", arguments.filter, "Part of a code or of an English name");
     addJson(languages, arguments);
 
     CLI::App& add = addProjectCommand(app, arguments,
@@ -129,8 +132,9 @@ void addLanguageCommands(CLI::App& app, Arguments& arguments) {
             return addLanguages(a.options(), a.codeList());
         });
     add.add_option("CODE", arguments.codes,
-        "Language code, such as fr; 'languages' lists them")
-        ->required()->option_text("...");
+           "Language code, such as fr; 'languages' lists them")
+        ->required()
+        ->option_text("...");
 
     CLI::App& remove = addProjectCommand(app, arguments,
         {"remove", "Remove languages and delete their files",
@@ -141,7 +145,8 @@ void addLanguageCommands(CLI::App& app, Arguments& arguments) {
             return removeLanguages(a.options(), a.codeList());
         });
     remove.add_option("CODE", arguments.codes, "Language code")
-        ->required()->option_text("...");
+        ->required()
+        ->option_text("...");
 }
 
 void addTransferCommands(CLI::App& app, Arguments& arguments) {
@@ -154,8 +159,9 @@ void addTransferCommands(CLI::App& app, Arguments& arguments) {
         [](const Arguments& a) {
             return exportFiles(a.options(), a.codeList(), a.prune);
         });
-    exporting.add_option("CODE", arguments.codes,
-        "Language code; all of the project's if there is none")
+    exporting
+        .add_option("CODE", arguments.codes,
+            "Language code; all of the project's if there is none")
         ->option_text("...");
     exporting.add_flag("--prune", arguments.prune,
         "Drop texts that the project has no place for");
@@ -167,8 +173,8 @@ void addTransferCommands(CLI::App& app, Arguments& arguments) {
             "language.",
             "import museum --dry-run"},
         [](const Arguments& a) { return importFiles(a.options(), a.dryRun); });
-    importing.add_flag("--dry-run", arguments.dryRun,
-        "Only show what would change");
+    importing.add_flag(
+        "--dry-run", arguments.dryRun, "Only show what would change");
 }
 
 int report(CLI::App& app, const CLI::ParseError& error) {
@@ -197,7 +203,8 @@ int main(int argc, char** argv) {
         "Print the version and exit");
     app.set_help_flag("-h,--help", "Print this help and exit");
     app.require_subcommand(1);
-    app.footer("Add a language, write its file, have it translated, read it:\n"
+    app.footer(
+        "Add a language, write its file, have it translated, read it:\n"
         "  orrelin-localize add museum fr\n"
         "  orrelin-localize export museum fr\n"
         "  orrelin-localize import museum\n"

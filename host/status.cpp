@@ -19,18 +19,18 @@ struct LanguageStatus {
 
     std::size_t missing() const { return total - translated; }
     double share() const {
-        return total ? double(translated)/double(total) : 1.0;
+        return total ? double(translated) / double(total) : 1.0;
     }
     /* Rounded down to tenths, so that 100 means that all is there */
     double percent() const {
-        return total ? double(translated*1000/total)/10.0 : 100.0;
+        return total ? double(translated * 1000 / total) / 10.0 : 100.0;
     }
 };
 
 /* Of the default language, what the project has */
 std::size_t sourceCount(Project& project, const std::vector<Term>& terms) {
-    return std::size_t(std::count_if(terms.begin(), terms.end(),
-        [&](const Term& term) {
+    return std::size_t(
+        std::count_if(terms.begin(), terms.end(), [&](const Term& term) {
             return project.source(term.path).data() != nullptr;
         }));
 }
@@ -40,9 +40,8 @@ std::vector<LanguageStatus> statusOf(Project& project) {
     std::vector<LanguageStatus> out;
     for(const ProjectLanguage& language: project.languages())
         out.push_back({language,
-            language.isDefault
-                ? sourceCount(project, terms)
-                : project.translationCount(terms, language.code),
+            language.isDefault ? sourceCount(project, terms)
+                               : project.translationCount(terms, language.code),
             terms.size()});
     return out;
 }
@@ -64,10 +63,9 @@ void printJson(const std::vector<LanguageStatus>& languages) {
 }
 
 void printTable(const std::vector<LanguageStatus>& languages) {
-    Table table{{{"code"}, {"language"},
-        {"translated", ColumnKind::Number}, {"missing", ColumnKind::Number},
-        {"total", ColumnKind::Number}, {"", ColumnKind::Number},
-        {"", ColumnKind::Bar}}};
+    Table table{{{"code"}, {"language"}, {"translated", ColumnKind::Number},
+        {"missing", ColumnKind::Number}, {"total", ColumnKind::Number},
+        {"", ColumnKind::Number}, {"", ColumnKind::Bar}}};
     for(const LanguageStatus& status: languages) {
         const Style style = status.missing() ? Style::Bad : Style::Good;
         table.add({{status.language.code},
@@ -86,11 +84,10 @@ int checkLimit(const std::vector<LanguageStatus>& languages, double limit) {
     std::string below;
     for(const LanguageStatus& status: languages) {
         if(status.language.isDefault ||
-            double(status.translated)*100.0 >= limit*double(status.total))
+            double(status.translated) * 100.0 >= limit * double(status.total))
             continue;
         below += std::string{Utility::format("{}{} ({:.1f} %)",
-            below.empty() ? "" : ", ", status.language.code,
-            status.percent())};
+            below.empty() ? "" : ", ", status.language.code, status.percent())};
     }
     if(below.empty())
         return Success;

@@ -42,8 +42,8 @@ void printTable(Project& project) {
 
     const std::size_t count = project.localization().terms.size();
     printLine();
-    printLine(Utility::format("{}, {} to translate", counted(count, "term"),
-        translated));
+    printLine(Utility::format(
+        "{}, {} to translate", counted(count, "term"), translated));
 }
 
 /* Stores the key beside each value that has the old one, which may be several
@@ -74,7 +74,8 @@ bool checkKeys(Project& project, Containers::StringView oldKey,
     else if(newKey == oldKey)
         fault = "the new key is the old one";
     else if(!merge && terms.find(newKey) != terms.end())
-        fault = Utility::format("the project has a term '{}' already; with "
+        fault = Utility::format(
+            "the project has a term '{}' already; with "
             "--merge both share its translations, those of '{}' are dropped",
             newKey, oldKey);
     if(!fault.isEmpty())
@@ -95,12 +96,13 @@ bool canRewrite(Project& project, Codes codes) {
     if(!losses)
         return false;
     if(losses->dropped)
-        fail(Utility::format("{} would be lost, such as {}; export with "
+        fail(Utility::format(
+            "{} would be lost, such as {}; export with "
             "--prune first to drop what the project has no place for",
             counted(losses->dropped, "text"), losses->example));
     else if(losses->replaced)
         fail(Utility::format("{} in the default language's file differ from "
-            "the project; import or export them first",
+                             "the project; import or export them first",
             counted(losses->replaced, "text")));
     return !losses->dropped && !losses->replaced;
 }
@@ -129,13 +131,13 @@ int renameTerm(const ProjectOptions& options, Containers::StringView oldKey,
         return Failure;
 
     const std::size_t count = storeKey(project, oldKey, newKey);
-    LocalizationTools::renameTerm(project.editor(), oldKey, newKey,
-        project.strings());
+    LocalizationTools::renameTerm(
+        project.editor(), oldKey, newKey, project.strings());
     if(!project.save())
         return Failure;
-    printLine(Utility::format("Renamed '{}' to '{}' ({}) in {}",
-        oneLine(oldKey), oneLine(newKey), counted(count, "value"),
-        project.file()));
+    printLine(
+        Utility::format("Renamed '{}' to '{}' ({}) in {}", oneLine(oldKey),
+            oneLine(newKey), counted(count, "value"), project.file()));
     if(codes.empty())
         return Success;
     if(!writeFiles(project, codes))

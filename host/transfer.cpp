@@ -26,8 +26,8 @@ std::vector<Source> sources(Project& project) {
     return out;
 }
 
-std::vector<Source> changedSources(Project& project,
-    const std::vector<Source>& before) {
+std::vector<Source> changedSources(
+    Project& project, const std::vector<Source>& before) {
     std::vector<Source> out;
     for(const Source& source: before)
         if(project.source(source.path) != source.text)
@@ -39,11 +39,11 @@ void printImport(Project& project, const std::vector<ProjectLanguage>& before,
     std::size_t changedCount) {
     const LanguageTranslations& all = project.localization().translations;
     const std::vector<Term> terms = project.translatedTerms();
-    Table table{{{"code"}, {"language"}, {"terms set", ColumnKind::Number},
-        {}}};
+    Table table{
+        {{"code"}, {"language"}, {"terms set", ColumnKind::Number}, {}}};
     for(const ProjectLanguage& language: project.languages()) {
-        const bool isNew = std::none_of(before.begin(), before.end(),
-            [&](const ProjectLanguage& old) {
+        const bool isNew = std::none_of(
+            before.begin(), before.end(), [&](const ProjectLanguage& old) {
                 return old.code == language.code;
             });
         Containers::String note;
@@ -52,8 +52,8 @@ void printImport(Project& project, const std::vector<ProjectLanguage>& before,
         else if(isNew)
             note = "added to the project";
         else if(language.isDefault && changedCount)
-            note = Utility::format("{} changed in the project",
-                counted(changedCount, "text"));
+            note = Utility::format(
+                "{} changed in the project", counted(changedCount, "text"));
         table.add({{language.code}, {language.name},
             {Utility::format("{} of {}",
                 project.translationCount(terms, language.code), terms.size())},
@@ -82,7 +82,8 @@ int undoImport(Project& project, const std::vector<Source>& before,
     if(!changedSources(project, before).empty())
         return fail("the changed texts couldn't be taken back");
     printLine(Utility::format("Dry run: {} taken back by one undo, nothing was "
-        "saved.", counted(changedCount, "changed text")));
+                              "saved.",
+        counted(changedCount, "changed text")));
     return Success;
 }
 
@@ -106,8 +107,8 @@ Codes exportedCodes(Project& project, const Codes& named) {
     return out;
 }
 
-void printExport(Project& project, const Codes& codes, const Losses& losses,
-    bool isMore) {
+void printExport(
+    Project& project, const Codes& codes, const Losses& losses, bool isMore) {
     Table table{{{"file"}, {"texts", ColumnKind::Number},
         {"to translate", ColumnKind::Number}}};
     const std::vector<Term> terms = project.translatedTerms();
@@ -129,8 +130,8 @@ void printExport(Project& project, const Codes& codes, const Losses& losses,
     if(losses.dropped)
         printLine(Utility::format("{} dropped, such as {}.",
             counted(losses.dropped, "text"), losses.example));
-    printLine(Utility::format("Wrote {} to {}", counted(codes.size(),
-        "language file"), project.filesPath()));
+    printLine(Utility::format("Wrote {} to {}",
+        counted(codes.size(), "language file"), project.filesPath()));
 }
 
 }
@@ -144,10 +145,10 @@ int importFiles(const ProjectOptions& options, bool dryRun) {
        depend on the order of files in a folder */
     if(languages.empty())
         return fail("the project has no languages yet; first 'add' the "
-            "language of its own texts");
+                    "language of its own texts");
     if(!Utility::Path::exists(project.filesPath()))
-        return fail(Utility::format("there is no {}; 'export' writes it",
-            project.filesPath()));
+        return fail(Utility::format(
+            "there is no {}; 'export' writes it", project.filesPath()));
 
     const std::vector<Source> before = sources(project);
     project.importFiles();
@@ -168,8 +169,7 @@ int importFiles(const ProjectOptions& options, bool dryRun) {
     return project.filesAreFine() ? result : Failure;
 }
 
-int exportFiles(const ProjectOptions& options, const Codes& named,
-    bool prune) {
+int exportFiles(const ProjectOptions& options, const Codes& named, bool prune) {
     Project project;
     if(!project.open(options))
         return Failure;
@@ -181,9 +181,10 @@ int exportFiles(const ProjectOptions& options, const Codes& named,
     if(!losses)
         return Failure;
     if(losses->dropped && !prune)
-        return fail(Utility::format("{} would be lost, such as {}; the project "
-            "has no place for it, --prune drops such texts",
-            counted(losses->dropped, "text"), losses->example));
+        return fail(
+            Utility::format("{} would be lost, such as {}; the project "
+                            "has no place for it, --prune drops such texts",
+                counted(losses->dropped, "text"), losses->example));
     if(!writeFiles(project, codes))
         return Failure;
     printExport(project, codes, *losses,

@@ -19,8 +19,8 @@ namespace {
 constexpr std::size_t ReservedChanges = 64;
 constexpr std::size_t HandlerCapacityStep = 16;
 
-Containers::Pointer<JsonValue> copyOf(const JsonValue* value,
-    JsonAllocator& allocator) {
+Containers::Pointer<JsonValue> copyOf(
+    const JsonValue* value, JsonAllocator& allocator) {
     return value ? Containers::Pointer<JsonValue>{Corrade::InPlaceInit,
                        deepCopy(*value, allocator)}
                  : nullptr;
@@ -36,8 +36,7 @@ Containers::StringView parentOf(Containers::StringView path) {
 
 /* What follows the last slash, empty if there is none */
 Containers::StringView lastSegment(Containers::StringView path) {
-    return path.isEmpty() ? path
-                          : path.exceptPrefix(parentOf(path).size() + 1);
+    return path.isEmpty() ? path : path.exceptPrefix(parentOf(path).size() + 1);
 }
 
 bool namesIndex(Containers::StringView segment) {
@@ -51,8 +50,8 @@ bool namesIndex(Containers::StringView segment) {
 
 /* Where in an array of given size an index means to insert: at its end if
    it's negative or too large */
-std::uint32_t insertionIndex(Containers::StringView segment,
-    std::uint32_t size) {
+std::uint32_t insertionIndex(
+    Containers::StringView segment, std::uint32_t size) {
     const long long n =
         std::strtoll(Containers::String{segment}.data(), nullptr, 10);
     return n < 0 || n > 0x7fffffff ? size : std::uint32_t(n);
@@ -70,8 +69,8 @@ bool isInArray(ProjectFile& project, Containers::StringView path) {
 
 /* With each "-" that appends to an array replaced by the index that the
    element gets */
-Containers::String withoutAppends(ProjectFile& project,
-    Containers::StringView path) {
+Containers::String withoutAppends(
+    ProjectFile& project, Containers::StringView path) {
     if(path.isEmpty() || project.find(path))
         return path;
     const Containers::String parentPath =
@@ -86,8 +85,8 @@ Containers::String withoutAppends(ProjectFile& project,
 
 /* The path under which a value that's about to be created can be found
    again. An index as written may be no JSON Pointer to where it goes. */
-Containers::String addressablePath(ProjectFile& project,
-    Containers::String&& path) {
+Containers::String addressablePath(
+    ProjectFile& project, Containers::String&& path) {
     if(!path.hasPrefix('/'))
         return std::move(path);
     if(path.contains("/-"))
@@ -132,11 +131,13 @@ Utility::Debug& operator<<(Utility::Debug& debug, const Change& change) {
 
 ChangeHandler::~ChangeHandler() = default;
 
-FunctionChangeHandler::FunctionChangeHandler(Callback&& function,
-    void* userData): _function{std::move(function)}, _userData{userData} {}
+FunctionChangeHandler::FunctionChangeHandler(
+    Callback&& function, void* userData):
+    _function{std::move(function)},
+    _userData{userData} {}
 
-void FunctionChangeHandler::handle(const Change& change,
-    Containers::ArrayView<Containers::StringView> path) {
+void FunctionChangeHandler::handle(
+    const Change& change, Containers::ArrayView<Containers::StringView> path) {
     _function(change, path, _userData);
 }
 
@@ -190,8 +191,8 @@ std::int32_t ChangeManager::mergeTarget(Containers::StringView path) {
     return anew ? -1 : target;
 }
 
-JsonValue* ChangeManager::beginChange(Containers::String&& path,
-    const JsonValue* value) {
+JsonValue* ChangeManager::beginChange(
+    Containers::String&& path, const JsonValue* value) {
     /* Before what could be redone is destroyed, as it may be a value there */
     Containers::Pointer<JsonValue> newValue = copyOf(value, allocator());
 
@@ -213,8 +214,8 @@ JsonValue* ChangeManager::beginChange(Containers::String&& path,
     return current;
 }
 
-JsonValue* ChangeManager::updateChange(std::int32_t target,
-    const JsonValue* value) {
+JsonValue* ChangeManager::updateChange(
+    std::int32_t target, const JsonValue* value) {
     if(target != _lastChange) {
         _mergeIndex->exchange(_changes, target, _lastChange);
         std::swap(_changes[std::size_t(target)], lastChange());
@@ -227,8 +228,8 @@ JsonValue* ChangeManager::updateChange(std::int32_t target,
     return _projectFile->find(change.path);
 }
 
-void ChangeManager::pushChange(Containers::String&& path,
-    const JsonValue* value, bool continuous) {
+void ChangeManager::pushChange(
+    Containers::String&& path, const JsonValue* value, bool continuous) {
     expectNotInHandler("pushChange(): Can't push changes");
     const EditScope scope{*_projectFile, _currentGroup};
 
@@ -244,8 +245,8 @@ void ChangeManager::pushChange(Containers::String&& path,
     notify(lastChange());
 }
 
-void ChangeManager::pushChange(Containers::StringView path,
-    const JsonValue& value, bool continuous) {
+void ChangeManager::pushChange(
+    Containers::StringView path, const JsonValue& value, bool continuous) {
     pushChange(Containers::String{path}, &value, continuous);
 }
 
@@ -254,16 +255,16 @@ void ChangeManager::pushRemoval(Containers::StringView path) {
 }
 
 Change& ChangeManager::lastChange() {
-    CORRADE_INTERNAL_ASSERT(_lastChange >= 0 &&
-        std::size_t(_lastChange) < _changes.size());
+    CORRADE_INTERNAL_ASSERT(
+        _lastChange >= 0 && std::size_t(_lastChange) < _changes.size());
     return _changes[std::size_t(_lastChange)];
 }
 
 void ChangeManager::applyChange(const Change& change) {
     expectNotInHandler("applyChange(): Can't apply changes");
-    perform(change, change.oldValue && change.newValue
-        ? _projectFile->find(change.path)
-        : nullptr);
+    perform(change,
+        change.oldValue && change.newValue ? _projectFile->find(change.path)
+                                           : nullptr);
     notify(change);
 }
 
@@ -295,14 +296,14 @@ void ChangeManager::removeValue(Containers::StringView path) {
     }
 }
 
-void ChangeManager::setValue(Containers::StringView path,
-    const JsonValue& value) {
+void ChangeManager::setValue(
+    Containers::StringView path, const JsonValue& value) {
     deepAssign(_projectFile->create(path), value,
         _projectFile->document.GetAllocator());
 }
 
-void ChangeManager::createValue(Containers::StringView path,
-    const JsonValue& value) {
+void ChangeManager::createValue(
+    Containers::StringView path, const JsonValue& value) {
     const bool index = namesIndex(lastSegment(path));
     const JsonValue* const parent = _projectFile->find(parentOf(path));
     if(!index || (parent && parent->IsObject())) {
@@ -322,8 +323,8 @@ void ChangeManager::createValue(Containers::StringView path,
     insertValue(path, value);
 }
 
-void ChangeManager::insertValue(Containers::StringView path,
-    const JsonValue& value) {
+void ChangeManager::insertValue(
+    Containers::StringView path, const JsonValue& value) {
     const Containers::StringView parentPath = parentOf(path);
     JsonValue* parent = _projectFile->find(parentPath);
     if(!parent)

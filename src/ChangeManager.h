@@ -66,8 +66,8 @@ public:
 What it does, the path and both values, as in `Change /a/b: 1 -> 2`,
 `Create /a/b: () -> 2`, `Remove /a/b: 1 -> ()`.
 */
-ORRELIN_LOCALIZATION_EXPORT Utility::Debug& operator<<(Utility::Debug& debug,
-    const Change& change);
+ORRELIN_LOCALIZATION_EXPORT Utility::Debug& operator<<(
+    Utility::Debug& debug, const Change& change);
 
 /** @brief Is told of changes */
 class ORRELIN_LOCALIZATION_EXPORT ChangeHandler {
@@ -92,8 +92,8 @@ public:
 class ORRELIN_LOCALIZATION_EXPORT FunctionChangeHandler: public ChangeHandler {
 public:
     /** @brief What is called, with the user pointer as the last argument */
-    typedef Function<void(const Change&,
-        Containers::ArrayView<Containers::StringView>, void*)>
+    typedef Function<void(
+        const Change&, Containers::ArrayView<Containers::StringView>, void*)>
         Callback;
 
     /**
@@ -217,12 +217,12 @@ public:
      *
      * Drops what could be redone, unless an earlier change is updated.
      */
-    void pushChange(Containers::String&& path, const JsonValue* value,
-        bool continuous);
+    void pushChange(
+        Containers::String&& path, const JsonValue* value, bool continuous);
 
     /** @overload */
-    void pushChange(Containers::StringView path, const JsonValue& value,
-        bool continuous);
+    void pushChange(
+        Containers::StringView path, const JsonValue& value, bool continuous);
 
     /** @brief Change a value to a string */
     void pushChange(Containers::StringView path, Containers::StringView value,

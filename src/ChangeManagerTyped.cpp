@@ -34,8 +34,8 @@ private:
 };
 
 JsonValue reference(Containers::StringView string) {
-    return JsonValue{rapidjson::StringRef(string.data() ? string.data() : "",
-        string.size())};
+    return JsonValue{rapidjson::StringRef(
+        string.data() ? string.data() : "", string.size())};
 }
 
 }
@@ -47,15 +47,14 @@ void ChangeManager::pushChange(Containers::StringView path,
 
 void ChangeManager::pushChange(Containers::StringView path,
     const Magnum::Math::Vector3<float>& value, bool continuous) {
-    pushChange(path,
-        NumberArray{{value.x(), value.y(), value.z()}}.value(), continuous);
+    pushChange(path, NumberArray{{value.x(), value.y(), value.z()}}.value(),
+        continuous);
 }
 
 void ChangeManager::pushChange(Containers::StringView path,
     const Magnum::Math::Quaternion<float>& value, bool continuous) {
     const Magnum::Math::Vector3<float> v = value.vector();
-    pushChange(path,
-        NumberArray{{v.x(), v.y(), v.z(), value.scalar()}}.value(),
+    pushChange(path, NumberArray{{v.x(), v.y(), v.z(), value.scalar()}}.value(),
         continuous);
 }
 
@@ -67,8 +66,8 @@ void ChangeManager::pushTransformChange(Containers::StringView path,
     pushChange(path + "/scaling", parts.scaling, continuous);
 }
 
-void ChangeManager::pushAppend(Containers::StringView path,
-    Containers::StringView value) {
+void ChangeManager::pushAppend(
+    Containers::StringView path, Containers::StringView value) {
     const ValueAccess current = (*_projectFile)[path];
     JsonValue array = deepCopy(current.readValue(), allocator());
     if(!array.IsArray())

@@ -7,8 +7,8 @@
 
 namespace OrrelinEngine {
 
-void MergeIndex::extend(Containers::ArrayView<const Change> changes,
-    std::size_t size) {
+void MergeIndex::extend(
+    Containers::ArrayView<const Change> changes, std::size_t size) {
     for(std::size_t i = _runBegins.size(); i < size; ++i) {
         const bool begins = !i || changes[i].group != changes[i - 1].group;
         _runBegins.push_back(begins ? std::int32_t(i) : _runBegins.back());
@@ -33,8 +33,8 @@ std::int32_t MergeIndex::find(Containers::ArrayView<const Change> changes,
     return -1;
 }
 
-void MergeIndex::shrink(Containers::ArrayView<const Change> changes,
-    std::size_t size) {
+void MergeIndex::shrink(
+    Containers::ArrayView<const Change> changes, std::size_t size) {
     while(_runBegins.size() > size) {
         _runBegins.pop_back();
         const auto found =
@@ -45,14 +45,12 @@ void MergeIndex::shrink(Containers::ArrayView<const Change> changes,
     }
 }
 
-void MergeIndex::move(const Change& change, std::int32_t from,
-    std::int32_t to) {
-    std::vector<std::int32_t>& positions =
-        _positions[StrHash{}(change.path)];
-    positions.erase(
-        std::lower_bound(positions.begin(), positions.end(), from));
-    positions.insert(std::lower_bound(positions.begin(), positions.end(), to),
-        to);
+void MergeIndex::move(
+    const Change& change, std::int32_t from, std::int32_t to) {
+    std::vector<std::int32_t>& positions = _positions[StrHash{}(change.path)];
+    positions.erase(std::lower_bound(positions.begin(), positions.end(), from));
+    positions.insert(
+        std::lower_bound(positions.begin(), positions.end(), to), to);
 }
 
 void MergeIndex::exchange(Containers::ArrayView<const Change> changes,

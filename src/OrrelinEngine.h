@@ -8,7 +8,8 @@
 #include <Corrade/Containers/Containers.h>
 #include <rapidjson/fwd.h>
 
-namespace Corrade { namespace Utility {}}
+namespace Corrade { namespace Utility {
+}}
 
 /** @brief The editor, its engine and its tools */
 namespace OrrelinEngine {

@@ -25,8 +25,8 @@ void completeAxes(Axes& axes, const double (&lengths)[3]) {
     for(std::size_t i = 0; i != 3; ++i) {
         if(lengths[i] > 0.0)
             continue;
-        const Axis axis =
-            Magnum::Math::cross(Axis{axes[(i + 1) % 3]}, Axis{axes[(i + 2) % 3]});
+        const Axis axis = Magnum::Math::cross(
+            Axis{axes[(i + 1) % 3]}, Axis{axes[(i + 2) % 3]});
         const double length = axis.length();
         axes[i] = length > 0.0 ? axis / length : Axis{};
     }

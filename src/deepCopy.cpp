@@ -69,8 +69,8 @@ JsonValue deepCopy(const JsonValue& value, JsonAllocator& allocator) {
     return JsonValue{std::move(static_cast<JsonValue&>(document))};
 }
 
-void deepAssign(JsonValue& target, const JsonValue& value,
-    JsonAllocator& allocator) {
+void deepAssign(
+    JsonValue& target, const JsonValue& value, JsonAllocator& allocator) {
     if(&target == &value)
         return;
     if(!isNumberArray(value) || !isNumberArray(target) ||

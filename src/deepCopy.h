@@ -11,8 +11,8 @@ JsonValue deepCopy(const JsonValue& value, JsonAllocator& allocator);
 
 /* Makes target a deep copy of the value. Numbers in an array of the same size
    are assigned in place, since the pool would keep the old array forever. */
-void deepAssign(JsonValue& target, const JsonValue& value,
-    JsonAllocator& allocator);
+void deepAssign(
+    JsonValue& target, const JsonValue& value, JsonAllocator& allocator);
 
 }
 

@@ -21,8 +21,8 @@ struct Tree {
         if(value.IsObject()) {
             type = Type::Object;
             for(const auto& member: value.GetObject()) {
-                names.emplace_back(member.name.GetString(),
-                    member.name.GetStringLength());
+                names.emplace_back(
+                    member.name.GetString(), member.name.GetStringLength());
                 children.emplace_back(member.value);
             }
         } else if(value.IsArray()) {
@@ -79,6 +79,14 @@ inline std::pair<std::string, std::string> splitLast(const std::string& path) {
     if(slash == std::string::npos)
         return {};
     return {path.substr(0, slash), path.substr(slash + 1)};
+}
+
+/* Whether a value created there has to go into an array */
+inline bool isIndex(const std::string& segment) {
+    const std::string digits =
+        segment.substr(segment.rfind('-', 0) == 0 ? 1 : 0);
+    return !digits.empty() &&
+        digits.find_first_not_of("0123456789") == std::string::npos;
 }
 
 /* A name, which may be an index */
@@ -194,8 +202,8 @@ public:
         const int candidate = continuous ? mergeCandidate(path) : -1;
         _forceNew = false;
         if(candidate != -1) {
-            std::swap(history[std::size_t(candidate)],
-                history[std::size_t(last)]);
+            std::swap(
+                history[std::size_t(candidate)], history[std::size_t(last)]);
             history[std::size_t(last)].newValue = value;
         } else {
             ++last;
@@ -280,8 +288,8 @@ private:
             if(change.path != path)
                 continue;
             const Tree* const parent = find(document, splitLast(path).first);
-            const bool inArray = parent && !path.empty() &&
-                parent->type == Tree::Type::Array;
+            const bool inArray =
+                parent && !path.empty() && parent->type == Tree::Type::Array;
             const bool removedElement = inArray && !change.newValue &&
                 (change.oldValue || find(document, path));
             return _forceNew || removedElement ? -1 : i;
@@ -291,20 +299,13 @@ private:
 
     bool isElement(const std::string& path) {
         const Tree* const parent = find(document, splitLast(path).first);
-        return parent && parent->type == Tree::Type::Array &&
-            !path.empty() && find(document, path);
-    }
-
-    static bool isIndex(const std::string& segment) {
-        const std::string digits =
-            segment.substr(segment.rfind('-', 0) == 0 ? 1 : 0);
-        return !digits.empty() &&
-            digits.find_first_not_of("0123456789") == std::string::npos;
+        return parent && parent->type == Tree::Type::Array && !path.empty() &&
+            find(document, path);
     }
 
     /* Where an index, as long as it may be, inserts in an array */
-    static std::size_t insertionIndex(const std::string& segment,
-        std::size_t size) {
+    static std::size_t insertionIndex(
+        const std::string& segment, std::size_t size) {
         std::string digits = segment;
         const bool minus = digits[0] == '-';
         digits.erase(0, minus);
@@ -324,8 +325,8 @@ private:
             const bool appends = segments[i] == "-" && parent &&
                 parent->type == Tree::Type::Array;
             out += '/';
-            out += appends ? std::to_string(parent->children.size())
-                           : segments[i];
+            out +=
+                appends ? std::to_string(parent->children.size()) : segments[i];
             parent = parent ? child(*parent, Token{segments[i]}) : nullptr;
         }
 
@@ -334,8 +335,8 @@ private:
         if(!isIndex(segment) || (parent && parent->type != Tree::Type::Array))
             return out;
         return parentPath + '/' +
-            std::to_string(insertionIndex(segment,
-                parent ? parent->children.size() : 0));
+            std::to_string(
+                insertionIndex(segment, parent ? parent->children.size() : 0));
     }
 
     void apply(const Change& change) {

@@ -1,5 +1,4 @@
-#include <cmath>
-#include <sstream>
+#include <string>
 #include <vector>
 #include <gtest/gtest.h>
 #include <Magnum/Math/Matrix4.h>
@@ -11,17 +10,24 @@
 
 namespace OrrelinEngine { namespace Test { namespace {
 
-/* What is the case after an operation */
+/* JSON with single quotes */
+std::string json(std::string text) {
+    for(char& c: text)
+        c = c == '\'' ? '"' : c;
+    return text;
+}
+
+/* What is the case after an operation, with JSON in single quotes */
 struct State {
     /* As text of a ChangeOperation */
-    const char* operation;
-    const char* document;
+    std::string operation;
+    std::string document;
     /* The change made last, empty if there is none */
-    const char* last;
-    bool unsaved;
+    std::string last;
     /* Changes that the handler of each top-level member was told of, "*" for
        the one above */
-    const char* told;
+    std::string told = "*";
+    bool unsaved = true;
 };
 
 struct Case {
@@ -30,12 +36,12 @@ struct Case {
     std::vector<State> states;
 };
 
-constexpr bool Saved = false, Unsaved = true;
+constexpr bool Saved = false;
 
 class Fixture {
 public:
-    explicit Fixture(const char* json): manager{project} {
-        project.document.Parse(json);
+    explicit Fixture(const std::string& document): manager{project} {
+        project.document.Parse(json(document).data());
         for(const char* segment: {"a", "list", "objects", "~1"})
             manager.addChangeHandler(segment, tell, &told);
     }
@@ -46,12 +52,12 @@ public:
         out += (out.empty() ? "" : "; ") + printed(change);
     }
 
-    void perform(const char* operation) {
+    void perform(const std::string& operation) {
         told.clear();
-        ChangeOperation{operation}.perform(manager);
+        ChangeOperation{json(operation).data()}.perform(manager);
     }
 
-    std::string document() const { return jsonText(project.document); }
+    std::string document() { return jsonText(project.document); }
 
     ProjectFile project;
     ChangeManager manager;
@@ -60,17 +66,18 @@ public:
 
 void checkState(Fixture& fixture, const State& expected) {
     SCOPED_TRACE(expected.operation);
-    EXPECT_EQ(fixture.document(), expected.document);
+    const std::string document = json(expected.document);
+    const std::string last = json(expected.last);
+    EXPECT_EQ(fixture.document(), document);
     EXPECT_EQ(fixture.manager.hasUnsavedChanges(), expected.unsaved);
-    EXPECT_EQ(fixture.told,
-        std::string{expected.told} == "*" ? expected.last : expected.told);
-    if(*expected.last) {
-        EXPECT_EQ(printed(fixture.manager.lastChange()), expected.last);
+    EXPECT_EQ(fixture.told, expected.told == "*" ? last : json(expected.told));
+    if(!last.empty()) {
+        EXPECT_EQ(printed(fixture.manager.lastChange()), last);
         return;
     }
     fixture.told.clear();
     fixture.manager.undoLast();
-    EXPECT_EQ(fixture.document(), expected.document);
+    EXPECT_EQ(fixture.document(), document);
     EXPECT_EQ(fixture.told, "");
 }
 
@@ -78,7 +85,7 @@ void check(const std::vector<Case>& cases) {
     for(const Case& i: cases) {
         SCOPED_TRACE(i.name);
         Fixture fixture{i.document};
-        checkState(fixture, {"fresh", i.document, "", Saved, ""});
+        checkState(fixture, {"fresh", i.document, "", "", Saved});
         for(const State& state: i.states) {
             fixture.perform(state.operation);
             checkState(fixture, state);
@@ -90,511 +97,458 @@ void check(const std::vector<Case>& cases) {
 
 TEST(ChangeManagerTest, steps) {
     check({
-        {"nothing to undo or redo", R"({"a":1})", {
-            {"undo", R"({"a":1})", "", Saved, ""},
-            {"redo", R"({"a":1})", "", Saved, ""},
-        }},
-        {"create, change, remove", R"({"a":{"x":1}})", {
-            {"push /a/y 2", R"({"a":{"x":1,"y":2}})",
-                "Create /a/y: () -> 2", Unsaved, "*"},
-            {"push /a/y [3]", R"({"a":{"x":1,"y":[3]}})",
-                "Change /a/y: 2 -> [3]", Unsaved, "*"},
-            {"remove /a/y", R"({"a":{"x":1}})",
-                "Remove /a/y: [3] -> ()", Unsaved, "*"},
-            {"undo", R"({"a":{"x":1,"y":[3]}})",
-                "Change /a/y: 2 -> [3]", Unsaved, "Create /a/y: () -> [3]"},
-            {"undo", R"({"a":{"x":1,"y":2}})",
-                "Create /a/y: () -> 2", Unsaved, "Change /a/y: [3] -> 2"},
-            {"undo", R"({"a":{"x":1}})", "", Saved, "Remove /a/y: 2 -> ()"},
-            {"redo", R"({"a":{"x":1,"y":2}})",
-                "Create /a/y: () -> 2", Unsaved, "*"},
-            {"redo", R"({"a":{"x":1,"y":[3]}})",
-                "Change /a/y: 2 -> [3]", Unsaved, "*"},
-            {"redo", R"({"a":{"x":1}})",
-                "Remove /a/y: [3] -> ()", Unsaved, "*"},
-            {"redo", R"({"a":{"x":1}})",
-                "Remove /a/y: [3] -> ()", Unsaved, ""},
-        }},
-        {"a push drops what could be redone", R"({"a":{"x":1}})", {
-            {"push /a/x 2", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, "*"},
-            {"push /a/x 3", R"({"a":{"x":3}})",
-                "Change /a/x: 2 -> 3", Unsaved, "*"},
-            {"undo", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, "Change /a/x: 3 -> 2"},
-            {"undo", R"({"a":{"x":1}})", "", Saved, "Change /a/x: 2 -> 1"},
-            {"push /a/x 4", R"({"a":{"x":4}})",
-                "Change /a/x: 1 -> 4", Unsaved, "*"},
-            {"redo", R"({"a":{"x":4}})", "Change /a/x: 1 -> 4", Unsaved, ""},
-        }},
-        {"missing parents", R"({})", {
-            {"push /a/b/c 1", R"({"a":{"b":{"c":1}}})",
-                "Create /a/b/c: () -> 1", Unsaved, "*"},
-            /* The top-level member stays */
-            {"undo", R"({"a":{}})", "", Saved, "Remove /a/b/c: 1 -> ()"},
-        }},
-        {"a scalar in the way", R"({"a":5})", {
-            {"push /a/b 1", R"({"a":{"b":1}})",
-                "Create /a/b: () -> 1", Unsaved, "*"},
-        }},
-        {"escapes", R"({"a":{}})", {
-            {"push /a/~01~1 1", R"({"a":{"~1/":1}})",
-                "Create /a/~01~1: () -> 1", Unsaved, "*"},
-            {"push /a/~01~1 2", R"({"a":{"~1/":2}})",
-                "Change /a/~01~1: 1 -> 2", Unsaved, "*"},
-            /* Handlers are found by what is written */
-            {"push /~1 1", R"({"a":{"~1/":2},"/":1})",
-                "Create /~1: () -> 1", Unsaved, "*"},
-        }},
-        {"empty names", R"({"a":{}})", {
-            {"push /a/ 1", R"({"a":{"":1}})",
-                "Create /a/: () -> 1", Unsaved, "*"},
-            {"push /a/ {}", R"({"a":{"":{}}})",
-                "Change /a/: 1 -> {}", Unsaved, "*"},
-            {"push /a//x 1", R"({"a":{"":{"x":1}}})",
-                "Create /a//x: () -> 1", Unsaved, "*"},
-            {"remove /a//x", R"({"a":{}})",
-                "Remove /a//x: 1 -> ()", Unsaved, "*"},
-        }},
-        {"the root", R"({"a":1})", {
-            {"push  {\"b\":2}", R"({"b":2})",
-                R"(Change : {"a":1} -> {"b":2})", Unsaved, ""},
-            {"remove ", R"({"b":2})", R"(Remove : {"b":2} -> ())", Unsaved,
-                ""},
-            {"undo", R"({"b":2})", R"(Change : {"a":1} -> {"b":2})", Unsaved,
-                ""},
-            {"undo", R"({"a":1})", "", Saved, ""},
-        }},
+        {"nothing to undo or redo", "{'a':1}",
+            {
+                {"undo", "{'a':1}", "", "", Saved},
+                {"redo", "{'a':1}", "", "", Saved},
+            }},
+        {"create, change, remove", "{'a':{'x':1}}",
+            {
+                {"push /a/y 2", "{'a':{'x':1,'y':2}}", "Create /a/y: () -> 2"},
+                {"push /a/y [3]", "{'a':{'x':1,'y':[3]}}",
+                    "Change /a/y: 2 -> [3]"},
+                {"remove /a/y", "{'a':{'x':1}}", "Remove /a/y: [3] -> ()"},
+                {"undo", "{'a':{'x':1,'y':[3]}}", "Change /a/y: 2 -> [3]",
+                    "Create /a/y: () -> [3]"},
+                {"undo", "{'a':{'x':1,'y':2}}", "Create /a/y: () -> 2",
+                    "Change /a/y: [3] -> 2"},
+                {"undo", "{'a':{'x':1}}", "", "Remove /a/y: 2 -> ()", Saved},
+                {"redo", "{'a':{'x':1,'y':2}}", "Create /a/y: () -> 2"},
+                {"redo", "{'a':{'x':1,'y':[3]}}", "Change /a/y: 2 -> [3]"},
+                {"redo", "{'a':{'x':1}}", "Remove /a/y: [3] -> ()"},
+                {"redo", "{'a':{'x':1}}", "Remove /a/y: [3] -> ()", ""},
+            }},
+        {"a push drops what could be redone", "{'a':{'x':1}}",
+            {
+                {"push /a/x 2", "{'a':{'x':2}}", "Change /a/x: 1 -> 2"},
+                {"push /a/x 3", "{'a':{'x':3}}", "Change /a/x: 2 -> 3"},
+                {"undo", "{'a':{'x':2}}", "Change /a/x: 1 -> 2",
+                    "Change /a/x: 3 -> 2"},
+                {"undo", "{'a':{'x':1}}", "", "Change /a/x: 2 -> 1", Saved},
+                {"push /a/x 4", "{'a':{'x':4}}", "Change /a/x: 1 -> 4"},
+                {"redo", "{'a':{'x':4}}", "Change /a/x: 1 -> 4", ""},
+            }},
+        {"missing parents", "{}",
+            {
+                {"push /a/b/c 1", "{'a':{'b':{'c':1}}}",
+                    "Create /a/b/c: () -> 1"},
+                /* The top-level member stays */
+                {"undo", "{'a':{}}", "", "Remove /a/b/c: 1 -> ()", Saved},
+            }},
+        {"a scalar in the way", "{'a':5}",
+            {
+                {"push /a/b 1", "{'a':{'b':1}}", "Create /a/b: () -> 1"},
+            }},
+        {"escapes", "{'a':{}}",
+            {
+                {"push /a/~01~1 1", "{'a':{'~1/':1}}",
+                    "Create /a/~01~1: () -> 1"},
+                {"push /a/~01~1 2", "{'a':{'~1/':2}}",
+                    "Change /a/~01~1: 1 -> 2"},
+                /* Handlers are found by what is written */
+                {"push /~1 1", "{'a':{'~1/':2},'/':1}", "Create /~1: () -> 1"},
+            }},
+        {"empty names", "{'a':{}}",
+            {
+                {"push /a/ 1", "{'a':{'':1}}", "Create /a/: () -> 1"},
+                {"push /a/ {}", "{'a':{'':{}}}", "Change /a/: 1 -> {}"},
+                {"push /a//x 1", "{'a':{'':{'x':1}}}", "Create /a//x: () -> 1"},
+                {"remove /a//x", "{'a':{}}", "Remove /a//x: 1 -> ()"},
+            }},
+        {"the root", "{'a':1}",
+            {
+                {"push  {'b':2}", "{'b':2}", "Change : {'a':1} -> {'b':2}", ""},
+                {"remove ", "{'b':2}", "Remove : {'b':2} -> ()", ""},
+                {"undo", "{'b':2}", "Change : {'a':1} -> {'b':2}", ""},
+                {"undo", "{'a':1}", "", "", Saved},
+            }},
     });
 }
 
 TEST(ChangeManagerTest, removal) {
     check({
         {"empty containers go, up to the top level",
-            R"({"a":{"b":{"l":[{"c":1}]}}})", {
-            {"remove /a/b/l/0/c", R"({"a":{}})",
-                "Remove /a/b/l/0/c: 1 -> ()", Unsaved, "*"},
-        }},
-        {"others stay", R"({"a":{"b":{"x":{"y":1},"z":{}}}})", {
-            {"remove /a/b/x/y", R"({"a":{"b":{"z":{}}}})",
-                "Remove /a/b/x/y: 1 -> ()", Unsaved, "*"},
-            {"undo", R"({"a":{"b":{"z":{},"x":{"y":1}}}})", "", Saved,
-                "Create /a/b/x/y: () -> 1"},
-        }},
-        {"of a top-level member", R"({"a":1,"list":[]})", {
-            {"remove /a", R"({"list":[]})", "Remove /a: 1 -> ()", Unsaved,
-                "*"},
-            {"undo", R"({"list":[],"a":1})", "", Saved, "Create /a: () -> 1"},
-        }},
-        {"of what isn't there", R"({"a":{"b":{},"c":1}})", {
-            {"remove /a/d", R"({"a":{"b":{},"c":1}})",
-                "Create /a/d: () -> ()", Unsaved, "*"},
-            {"remove /a/b/x", R"({"a":{"c":1}})",
-                "Create /a/b/x: () -> ()", Unsaved, "*"},
-            {"remove /a/c/x", R"({"a":{"c":1}})",
-                "Create /a/c/x: () -> ()", Unsaved, "*"},
-            {"undo", R"({"a":{"c":1}})",
-                "Create /a/b/x: () -> ()", Unsaved, "Create /a/c/x: () -> ()"},
-        }},
+            "{'a':{'b':{'l':[{'c':1}]}}}",
+            {
+                {"remove /a/b/l/0/c", "{'a':{}}", "Remove /a/b/l/0/c: 1 -> ()"},
+            }},
+        {"others stay", "{'a':{'b':{'x':{'y':1},'z':{}}}}",
+            {
+                {"remove /a/b/x/y", "{'a':{'b':{'z':{}}}}",
+                    "Remove /a/b/x/y: 1 -> ()"},
+                {"undo", "{'a':{'b':{'z':{},'x':{'y':1}}}}", "",
+                    "Create /a/b/x/y: () -> 1", Saved},
+            }},
+        {"of a top-level member", "{'a':1,'list':[]}",
+            {
+                {"remove /a", "{'list':[]}", "Remove /a: 1 -> ()"},
+                {"undo", "{'list':[],'a':1}", "", "Create /a: () -> 1", Saved},
+            }},
+        {"of what isn't there", "{'a':{'b':{},'c':1}}",
+            {
+                {"remove /a/d", "{'a':{'b':{},'c':1}}",
+                    "Create /a/d: () -> ()"},
+                {"remove /a/b/x", "{'a':{'c':1}}", "Create /a/b/x: () -> ()"},
+                {"remove /a/c/x", "{'a':{'c':1}}", "Create /a/c/x: () -> ()"},
+                {"undo", "{'a':{'c':1}}", "Create /a/b/x: () -> ()",
+                    "Create /a/c/x: () -> ()"},
+            }},
     });
 }
 
 TEST(ChangeManagerTest, arrays) {
     check({
-        {"a removed element comes back where it was", R"({"list":[1,2,3]})", {
-            {"remove /list/1", R"({"list":[1,3]})",
-                "Remove /list/1: 2 -> ()", Unsaved, "*"},
-            {"remove /list/0", R"({"list":[3]})",
-                "Remove /list/0: 1 -> ()", Unsaved, "*"},
-            {"undo", R"({"list":[1,3]})", "Remove /list/1: 2 -> ()", Unsaved,
-                "Create /list/0: () -> 1"},
-            {"undo", R"({"list":[1,2,3]})", "", Saved,
-                "Create /list/1: () -> 2"},
-        }},
-        {"a push replaces", R"({"list":[1,2]})", {
-            {"push /list/0 5", R"({"list":[5,2]})",
-                "Change /list/0: 1 -> 5", Unsaved, "*"},
-            {"undo", R"({"list":[1,2]})", "", Saved,
-                "Change /list/0: 5 -> 1"},
-        }},
-        {"nulls up to the index", R"({"list":[1,2]})", {
-            {"push /list/5 6", R"({"list":[1,2,null,null,null,6]})",
-                "Create /list/5: () -> 6", Unsaved, "*"},
-            {"undo", R"({"list":[1,2,null,null,null]})", "", Saved,
-                "Remove /list/5: 6 -> ()"},
-        }},
-        {"at the end", R"({"list":[1]})", {
-            {"push /list/- 2", R"({"list":[1,2]})",
-                "Create /list/1: () -> 2", Unsaved, "*"},
-            {"push /list/-7 3", R"({"list":[1,2,3]})",
-                "Create /list/2: () -> 3", Unsaved, "*"},
-            {"push /list/2147483648 4", R"({"list":[1,2,3,4]})",
-                "Create /list/3: () -> 4", Unsaved, "*"},
-            {"push /list/99999999999999999999 5", R"({"list":[1,2,3,4,5]})",
-                "Create /list/4: () -> 5", Unsaved, "*"},
-            {"push /list/-99999999999999999999 6",
-                R"({"list":[1,2,3,4,5,6]})",
-                "Create /list/5: () -> 6", Unsaved, "*"},
-            {"undo", R"({"list":[1,2,3,4,5]})",
-                "Create /list/4: () -> 5", Unsaved, "Remove /list/5: 6 -> ()"},
-            {"redo", R"({"list":[1,2,3,4,5,6]})",
-                "Create /list/5: () -> 6", Unsaved, "*"},
-        }},
-        {"an index that is no pointer", R"({"list":[1,2]})", {
-            {"push /list/01 5", R"({"list":[1,5,2]})",
-                "Create /list/1: () -> 5", Unsaved, "*"},
-            {"push /list/-0 6", R"({"list":[6,1,5,2]})",
-                "Create /list/0: () -> 6", Unsaved, "*"},
-            {"undo", R"({"list":[1,5,2]})",
-                "Create /list/1: () -> 5", Unsaved, "Remove /list/0: 6 -> ()"},
-            {"undo", R"({"list":[1,2]})", "", Saved,
-                "Remove /list/1: 5 -> ()"},
-        }},
-        {"below an appended element", R"({"list":[1]})", {
-            {"push /list/-/x 2", R"({"list":[1,{"x":2}]})",
-                "Create /list/1/x: () -> 2", Unsaved, "*"},
-            {"push /list/-/0 3", R"({"list":[1,{"x":2},[3]]})",
-                "Create /list/2/0: () -> 3", Unsaved, "*"},
-            {"undo", R"({"list":[1,{"x":2}]})",
-                "Create /list/1/x: () -> 2", Unsaved,
-                "Remove /list/2/0: 3 -> ()"},
-            {"undo", R"({"list":[1]})", "", Saved,
-                "Remove /list/1/x: 2 -> ()"},
-        }},
-        {"missing ones", R"({"objects":{}})", {
-            {"push /a/1 5", R"({"objects":{},"a":[null,5]})",
-                "Create /a/1: () -> 5", Unsaved, "*"},
-            {"push /objects/b/-3 5",
-                R"({"objects":{"b":[5]},"a":[null,5]})",
-                "Create /objects/b/0: () -> 5", Unsaved, "*"},
-            /* Nothing tells that it would be an array */
-            {"push /objects/c/- 5",
-                R"({"objects":{"b":[5],"c":{"-":5}},"a":[null,5]})",
-                "Create /objects/c/-: () -> 5", Unsaved, "*"},
-        }},
-        {"names that are numbers", R"({"objects":{"7":1}})", {
-            {"push /objects/5 2", R"({"objects":{"7":1,"5":2}})",
-                "Create /objects/5: () -> 2", Unsaved, "*"},
-            {"push /objects/-1 3", R"({"objects":{"7":1,"5":2,"-1":3}})",
-                "Create /objects/-1: () -> 3", Unsaved, "*"},
-            {"push /objects/9/name 4",
-                R"({"objects":{"7":1,"5":2,"-1":3,"9":{"name":4}}})",
-                "Create /objects/9/name: () -> 4", Unsaved, "*"},
-            {"push /list [1]",
-                R"({"objects":{"7":1,"5":2,"-1":3,"9":{"name":4}},"list":[1]})",
-                "Create /list: () -> [1]", Unsaved, "*"},
-            /* A name makes it an object */
-            {"push /list/x 1", R"({"objects":{"7":1,"5":2,"-1":3,)"
-                R"("9":{"name":4}},"list":{"x":1}})",
-                "Create /list/x: () -> 1", Unsaved, "*"},
-        }},
-        {"dragging a created element", R"({"list":[1],"a":0})", {
-            {"push /a 1", R"({"list":[1],"a":1})",
-                "Change /a: 0 -> 1", Unsaved, "*"},
-            {"drag /list/1 2", R"({"list":[1,2],"a":1})",
-                "Create /list/1: () -> 2", Unsaved, "*"},
-            {"drag /list/1 3", R"({"list":[1,3],"a":1})",
-                "Create /list/1: () -> 3", Unsaved, "*"},
-            {"dragRemove /list/1", R"({"list":[1],"a":1})",
-                "Create /list/1: () -> ()", Unsaved, "*"},
-            {"drag /list/1 4", R"({"list":[1,4],"a":1})",
-                "Create /list/1: () -> 4", Unsaved, "*"},
-            {"undo", R"({"list":[1],"a":1})",
-                "Change /a: 0 -> 1", Unsaved, "Remove /list/1: 4 -> ()"},
-        }},
-        {"dragging what moved up", R"({"list":[1,2,3],"a":0})", {
-            {"push /a 1", R"({"list":[1,2,3],"a":1})",
-                "Change /a: 0 -> 1", Unsaved, "*"},
-            {"remove /list/1", R"({"list":[1,3],"a":1})",
-                "Remove /list/1: 2 -> ()", Unsaved, "*"},
-            {"drag /list/1 5", R"({"list":[1,5],"a":1})",
-                "Change /list/1: 3 -> 5", Unsaved, "*"},
-            {"dragRemove /list/1", R"({"list":[1],"a":1})",
-                "Remove /list/1: 3 -> ()", Unsaved, "*"},
-            {"undo", R"({"list":[1,3],"a":1})",
-                "Remove /list/1: 2 -> ()", Unsaved, "Create /list/1: () -> 3"},
-            {"undo", R"({"list":[1,2,3],"a":1})",
-                "Change /a: 0 -> 1", Unsaved, "Create /list/1: () -> 2"},
-        }},
-        {"dragging what moved to a created element", R"({"list":[1],"a":0})", {
-            {"push /a 1", R"({"list":[1],"a":1})",
-                "Change /a: 0 -> 1", Unsaved, "*"},
-            {"push /list/1 2", R"({"list":[1,2],"a":1})",
-                "Create /list/1: () -> 2", Unsaved, "*"},
-            {"push /list/2 3", R"({"list":[1,2,3],"a":1})",
-                "Create /list/2: () -> 3", Unsaved, "*"},
-            {"dragRemove /list/1", R"({"list":[1,3],"a":1})",
-                "Create /list/1: () -> ()", Unsaved, "*"},
-            {"drag /list/1 4", R"({"list":[1,4],"a":1})",
-                "Change /list/1: 3 -> 4", Unsaved, "*"},
-            {"undo", R"({"list":[1,3],"a":1})",
-                "Create /list/1: () -> ()", Unsaved, "Change /list/1: 4 -> 3"},
-        }},
+        {"a removed element comes back where it was", "{'list':[1,2,3]}",
+            {
+                {"remove /list/1", "{'list':[1,3]}", "Remove /list/1: 2 -> ()"},
+                {"remove /list/0", "{'list':[3]}", "Remove /list/0: 1 -> ()"},
+                {"undo", "{'list':[1,3]}", "Remove /list/1: 2 -> ()",
+                    "Create /list/0: () -> 1"},
+                {"undo", "{'list':[1,2,3]}", "", "Create /list/1: () -> 2",
+                    Saved},
+            }},
+        {"a push replaces", "{'list':[1,2]}",
+            {
+                {"push /list/0 5", "{'list':[5,2]}", "Change /list/0: 1 -> 5"},
+                {"undo", "{'list':[1,2]}", "", "Change /list/0: 5 -> 1", Saved},
+            }},
+        {"nulls up to the index", "{'list':[1,2]}",
+            {
+                {"push /list/5 6", "{'list':[1,2,null,null,null,6]}",
+                    "Create /list/5: () -> 6"},
+                {"undo", "{'list':[1,2,null,null,null]}", "",
+                    "Remove /list/5: 6 -> ()", Saved},
+            }},
+        {"at the end", "{'list':[1]}",
+            {
+                {"push /list/- 2", "{'list':[1,2]}", "Create /list/1: () -> 2"},
+                {"push /list/-7 3", "{'list':[1,2,3]}",
+                    "Create /list/2: () -> 3"},
+                {"push /list/2147483648 4", "{'list':[1,2,3,4]}",
+                    "Create /list/3: () -> 4"},
+                {"push /list/99999999999999999999 5", "{'list':[1,2,3,4,5]}",
+                    "Create /list/4: () -> 5"},
+                {"push /list/-99999999999999999999 6", "{'list':[1,2,3,4,5,6]}",
+                    "Create /list/5: () -> 6"},
+                {"undo", "{'list':[1,2,3,4,5]}", "Create /list/4: () -> 5",
+                    "Remove /list/5: 6 -> ()"},
+                {"redo", "{'list':[1,2,3,4,5,6]}", "Create /list/5: () -> 6"},
+            }},
+        {"an index that is no pointer", "{'list':[1,2]}",
+            {
+                {"push /list/01 5", "{'list':[1,5,2]}",
+                    "Create /list/1: () -> 5"},
+                {"push /list/-0 6", "{'list':[6,1,5,2]}",
+                    "Create /list/0: () -> 6"},
+                {"undo", "{'list':[1,5,2]}", "Create /list/1: () -> 5",
+                    "Remove /list/0: 6 -> ()"},
+                {"undo", "{'list':[1,2]}", "", "Remove /list/1: 5 -> ()",
+                    Saved},
+            }},
+        {"below an appended element", "{'list':[1]}",
+            {
+                {"push /list/-/x 2", "{'list':[1,{'x':2}]}",
+                    "Create /list/1/x: () -> 2"},
+                {"push /list/-/0 3", "{'list':[1,{'x':2},[3]]}",
+                    "Create /list/2/0: () -> 3"},
+                {"undo", "{'list':[1,{'x':2}]}", "Create /list/1/x: () -> 2",
+                    "Remove /list/2/0: 3 -> ()"},
+                {"undo", "{'list':[1]}", "", "Remove /list/1/x: 2 -> ()",
+                    Saved},
+            }},
+        {"missing ones", "{'objects':{}}",
+            {
+                {"push /a/1 5", "{'objects':{},'a':[null,5]}",
+                    "Create /a/1: () -> 5"},
+                {"push /objects/b/-3 5", "{'objects':{'b':[5]},'a':[null,5]}",
+                    "Create /objects/b/0: () -> 5"},
+                /* Nothing tells that it would be an array */
+                {"push /objects/c/- 5",
+                    "{'objects':{'b':[5],'c':{'-':5}},'a':[null,5]}",
+                    "Create /objects/c/-: () -> 5"},
+            }},
+        {"names that are numbers", "{'objects':{'7':1}}",
+            {
+                {"push /objects/5 2", "{'objects':{'7':1,'5':2}}",
+                    "Create /objects/5: () -> 2"},
+                {"push /objects/-1 3", "{'objects':{'7':1,'5':2,'-1':3}}",
+                    "Create /objects/-1: () -> 3"},
+                {"push /objects/9/name 4",
+                    "{'objects':{'7':1,'5':2,'-1':3,'9':{'name':4}}}",
+                    "Create /objects/9/name: () -> 4"},
+                {"push /list [1]",
+                    "{'objects':{'7':1,'5':2,'-1':3,'9':{'name':4}},'list':[1]}",
+                    "Create /list: () -> [1]"},
+                /* A name makes it an object */
+                {"push /list/x 1",
+                    "{'objects':{'7':1,'5':2,'-1':3,'9':{'name':4}},"
+                    "'list':{'x':1}}",
+                    "Create /list/x: () -> 1"},
+            }},
+        {"dragging a created element", "{'list':[1],'a':0}",
+            {
+                {"push /a 1", "{'list':[1],'a':1}", "Change /a: 0 -> 1"},
+                {"drag /list/1 2", "{'list':[1,2],'a':1}",
+                    "Create /list/1: () -> 2"},
+                {"drag /list/1 3", "{'list':[1,3],'a':1}",
+                    "Create /list/1: () -> 3"},
+                {"dragRemove /list/1", "{'list':[1],'a':1}",
+                    "Create /list/1: () -> ()"},
+                {"drag /list/1 4", "{'list':[1,4],'a':1}",
+                    "Create /list/1: () -> 4"},
+                {"undo", "{'list':[1],'a':1}", "Change /a: 0 -> 1",
+                    "Remove /list/1: 4 -> ()"},
+            }},
+        {"dragging what moved up", "{'list':[1,2,3],'a':0}",
+            {
+                {"push /a 1", "{'list':[1,2,3],'a':1}", "Change /a: 0 -> 1"},
+                {"remove /list/1", "{'list':[1,3],'a':1}",
+                    "Remove /list/1: 2 -> ()"},
+                {"drag /list/1 5", "{'list':[1,5],'a':1}",
+                    "Change /list/1: 3 -> 5"},
+                {"dragRemove /list/1", "{'list':[1],'a':1}",
+                    "Remove /list/1: 3 -> ()"},
+                {"undo", "{'list':[1,3],'a':1}", "Remove /list/1: 2 -> ()",
+                    "Create /list/1: () -> 3"},
+                {"undo", "{'list':[1,2,3],'a':1}", "Change /a: 0 -> 1",
+                    "Create /list/1: () -> 2"},
+            }},
+        {"dragging what moved to a created element", "{'list':[1],'a':0}",
+            {
+                {"push /a 1", "{'list':[1],'a':1}", "Change /a: 0 -> 1"},
+                {"push /list/1 2", "{'list':[1,2],'a':1}",
+                    "Create /list/1: () -> 2"},
+                {"push /list/2 3", "{'list':[1,2,3],'a':1}",
+                    "Create /list/2: () -> 3"},
+                {"dragRemove /list/1", "{'list':[1,3],'a':1}",
+                    "Create /list/1: () -> ()"},
+                {"drag /list/1 4", "{'list':[1,4],'a':1}",
+                    "Change /list/1: 3 -> 4"},
+                {"undo", "{'list':[1,3],'a':1}", "Create /list/1: () -> ()",
+                    "Change /list/1: 4 -> 3"},
+            }},
     });
 }
 
 TEST(ChangeManagerTest, merging) {
     check({
-        {"never into the first change", R"({"a":{"x":1}})", {
-            {"drag /a/x 2", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, "*"},
-            {"drag /a/x 3", R"({"a":{"x":3}})",
-                "Change /a/x: 2 -> 3", Unsaved, "*"},
-            {"drag /a/x 4", R"({"a":{"x":4}})",
-                "Change /a/x: 2 -> 4", Unsaved, "*"},
-            {"undo", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, "Change /a/x: 4 -> 2"},
-            {"undo", R"({"a":{"x":1}})", "", Saved, "Change /a/x: 2 -> 1"},
-        }},
-        {"only where it is asked for", R"({"a":{"x":1}})", {
-            {"push /a/y 1", R"({"a":{"x":1,"y":1}})",
-                "Create /a/y: () -> 1", Unsaved, "*"},
-            {"push /a/x 2", R"({"a":{"x":2,"y":1}})",
-                "Change /a/x: 1 -> 2", Unsaved, "*"},
-            {"push /a/x 3", R"({"a":{"x":3,"y":1}})",
-                "Change /a/x: 2 -> 3", Unsaved, "*"},
-            /* Into the newest of the path */
-            {"drag /a/x 4", R"({"a":{"x":4,"y":1}})",
-                "Change /a/x: 2 -> 4", Unsaved, "*"},
-            {"undo", R"({"a":{"x":2,"y":1}})",
-                "Change /a/x: 1 -> 2", Unsaved, "Change /a/x: 4 -> 2"},
-        }},
-        {"exchanges with the last change", R"({"a":{"x":1,"y":1,"z":1}})", {
-            {"push /a/x 2", R"({"a":{"x":2,"y":1,"z":1}})",
-                "Change /a/x: 1 -> 2", Unsaved, "*"},
-            {"push /a/y 2", R"({"a":{"x":2,"y":2,"z":1}})",
-                "Change /a/y: 1 -> 2", Unsaved, "*"},
-            {"push /a/z 2", R"({"a":{"x":2,"y":2,"z":2}})",
-                "Change /a/z: 1 -> 2", Unsaved, "*"},
-            {"drag /a/y 3", R"({"a":{"x":2,"y":3,"z":2}})",
-                "Change /a/y: 1 -> 3", Unsaved, "*"},
-            {"undo", R"({"a":{"x":2,"y":1,"z":2}})",
-                "Change /a/z: 1 -> 2", Unsaved, "Change /a/y: 3 -> 1"},
-            {"undo", R"({"a":{"x":2,"y":1,"z":1}})",
-                "Change /a/x: 1 -> 2", Unsaved, "Change /a/z: 2 -> 1"},
-        }},
-        {"keeps what can be redone", R"({"a":{"x":1,"y":1}})", {
-            {"push /a/y 2", R"({"a":{"x":1,"y":2}})",
-                "Change /a/y: 1 -> 2", Unsaved, "*"},
-            {"push /a/x 2", R"({"a":{"x":2,"y":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, "*"},
-            {"push /a/y 3", R"({"a":{"x":2,"y":3}})",
-                "Change /a/y: 2 -> 3", Unsaved, "*"},
-            {"undo", R"({"a":{"x":2,"y":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, "Change /a/y: 3 -> 2"},
-            {"drag /a/x 4", R"({"a":{"x":4,"y":2}})",
-                "Change /a/x: 1 -> 4", Unsaved, "*"},
-            {"redo", R"({"a":{"x":4,"y":3}})",
-                "Change /a/y: 2 -> 3", Unsaved, "*"},
-        }},
-        {"a new change can be forced", R"({"a":{"x":1}})", {
-            {"push /a/y 1", R"({"a":{"x":1,"y":1}})",
-                "Create /a/y: () -> 1", Unsaved, "*"},
-            {"drag /a/x 2", R"({"a":{"x":2,"y":1}})",
-                "Change /a/x: 1 -> 2", Unsaved, "*"},
-            {"forceNew", R"({"a":{"x":2,"y":1}})",
-                "Change /a/x: 1 -> 2", Unsaved, ""},
-            {"drag /a/x 3", R"({"a":{"x":3,"y":1}})",
-                "Change /a/x: 2 -> 3", Unsaved, "*"},
-            {"drag /a/x 4", R"({"a":{"x":4,"y":1}})",
-                "Change /a/x: 2 -> 4", Unsaved, "*"},
-            /* Any push uses it up */
-            {"forceNew", R"({"a":{"x":4,"y":1}})",
-                "Change /a/x: 2 -> 4", Unsaved, ""},
-            {"push /a/y 2", R"({"a":{"x":4,"y":2}})",
-                "Change /a/y: 1 -> 2", Unsaved, "*"},
-            {"drag /a/x 5", R"({"a":{"x":5,"y":2}})",
-                "Change /a/x: 2 -> 5", Unsaved, "*"},
-        }},
-        {"not across a step", R"({"a":{"x":1}})", {
-            {"push /a/y 1", R"({"a":{"x":1,"y":1}})",
-                "Create /a/y: () -> 1", Unsaved, "*"},
-            {"drag /a/x 2", R"({"a":{"x":2,"y":1}})",
-                "Change /a/x: 1 -> 2", Unsaved, "*"},
-            {"beginGroup", R"({"a":{"x":2,"y":1}})",
-                "Change /a/x: 1 -> 2", Unsaved, ""},
-            {"drag /a/x 3", R"({"a":{"x":3,"y":1}})",
-                "Change /a/x: 2 -> 3", Unsaved, ""},
-            {"drag /a/x 4", R"({"a":{"x":4,"y":1}})",
-                "Change /a/x: 2 -> 4", Unsaved, ""},
-            {"commit", R"({"a":{"x":4,"y":1}})",
-                "Change /a/x: 2 -> 4", Unsaved, "*"},
-            {"drag /a/y 2", R"({"a":{"x":4,"y":2}})",
-                "Change /a/y: 1 -> 2", Unsaved, "*"},
-            {"drag /a/x 5", R"({"a":{"x":5,"y":2}})",
-                "Change /a/x: 4 -> 5", Unsaved, "*"},
-        }},
-        {"creations and removals", R"({"a":{"x":1}})", {
-            {"push /a/x 2", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, "*"},
-            {"drag /a/y 1", R"({"a":{"x":2,"y":1}})",
-                "Create /a/y: () -> 1", Unsaved, "*"},
-            {"drag /a/y 2", R"({"a":{"x":2,"y":2}})",
-                "Create /a/y: () -> 2", Unsaved, "*"},
-            {"dragRemove /a/x", R"({"a":{"y":2}})",
-                "Remove /a/x: 2 -> ()", Unsaved, "*"},
-            {"drag /a/x 5", R"({"a":{"y":2,"x":5}})",
-                "Change /a/x: 2 -> 5", Unsaved, "*"},
-            {"dragRemove /a/y", R"({"a":{"x":5}})",
-                "Create /a/y: () -> ()", Unsaved, "*"},
-            {"undo", R"({"a":{"x":5}})", "Change /a/x: 2 -> 5", Unsaved,
-                "Create /a/y: () -> ()"},
-        }},
-        {"numbers in place", R"({"a":{"x":[1,2.5],"y":1}})", {
-            {"push /a/y 2", R"({"a":{"x":[1,2.5],"y":2}})",
-                "Change /a/y: 1 -> 2", Unsaved, "*"},
-            {"drag /a/x [2,3]", R"({"a":{"x":[2,3],"y":2}})",
-                "Change /a/x: [1,2.5] -> [2,3]", Unsaved, "*"},
-            {"drag /a/x [4,5.5]", R"({"a":{"x":[4,5.5],"y":2}})",
-                "Change /a/x: [1,2.5] -> [4,5.5]", Unsaved, "*"},
-            {"drag /a/x [6]", R"({"a":{"x":[6],"y":2}})",
-                "Change /a/x: [1,2.5] -> [6]", Unsaved, "*"},
-            {"undo", R"({"a":{"x":[1,2.5],"y":2}})",
-                "Change /a/y: 1 -> 2", Unsaved, "Change /a/x: [6] -> [1,2.5]"},
-        }},
+        {"never into the first change", "{'a':{'x':1}}",
+            {
+                {"drag /a/x 2", "{'a':{'x':2}}", "Change /a/x: 1 -> 2"},
+                {"drag /a/x 3", "{'a':{'x':3}}", "Change /a/x: 2 -> 3"},
+                {"drag /a/x 4", "{'a':{'x':4}}", "Change /a/x: 2 -> 4"},
+                {"undo", "{'a':{'x':2}}", "Change /a/x: 1 -> 2",
+                    "Change /a/x: 4 -> 2"},
+                {"undo", "{'a':{'x':1}}", "", "Change /a/x: 2 -> 1", Saved},
+            }},
+        {"only where it is asked for", "{'a':{'x':1}}",
+            {
+                {"push /a/y 1", "{'a':{'x':1,'y':1}}", "Create /a/y: () -> 1"},
+                {"push /a/x 2", "{'a':{'x':2,'y':1}}", "Change /a/x: 1 -> 2"},
+                {"push /a/x 3", "{'a':{'x':3,'y':1}}", "Change /a/x: 2 -> 3"},
+                /* Into the newest of the path */
+                {"drag /a/x 4", "{'a':{'x':4,'y':1}}", "Change /a/x: 2 -> 4"},
+                {"undo", "{'a':{'x':2,'y':1}}", "Change /a/x: 1 -> 2",
+                    "Change /a/x: 4 -> 2"},
+            }},
+        {"exchanges with the last change", "{'a':{'x':1,'y':1,'z':1}}",
+            {
+                {"push /a/x 2", "{'a':{'x':2,'y':1,'z':1}}",
+                    "Change /a/x: 1 -> 2"},
+                {"push /a/y 2", "{'a':{'x':2,'y':2,'z':1}}",
+                    "Change /a/y: 1 -> 2"},
+                {"push /a/z 2", "{'a':{'x':2,'y':2,'z':2}}",
+                    "Change /a/z: 1 -> 2"},
+                {"drag /a/y 3", "{'a':{'x':2,'y':3,'z':2}}",
+                    "Change /a/y: 1 -> 3"},
+                {"undo", "{'a':{'x':2,'y':1,'z':2}}", "Change /a/z: 1 -> 2",
+                    "Change /a/y: 3 -> 1"},
+                {"undo", "{'a':{'x':2,'y':1,'z':1}}", "Change /a/x: 1 -> 2",
+                    "Change /a/z: 2 -> 1"},
+            }},
+        {"keeps what can be redone", "{'a':{'x':1,'y':1}}",
+            {
+                {"push /a/y 2", "{'a':{'x':1,'y':2}}", "Change /a/y: 1 -> 2"},
+                {"push /a/x 2", "{'a':{'x':2,'y':2}}", "Change /a/x: 1 -> 2"},
+                {"push /a/y 3", "{'a':{'x':2,'y':3}}", "Change /a/y: 2 -> 3"},
+                {"undo", "{'a':{'x':2,'y':2}}", "Change /a/x: 1 -> 2",
+                    "Change /a/y: 3 -> 2"},
+                {"drag /a/x 4", "{'a':{'x':4,'y':2}}", "Change /a/x: 1 -> 4"},
+                {"redo", "{'a':{'x':4,'y':3}}", "Change /a/y: 2 -> 3"},
+            }},
+        {"a new change can be forced", "{'a':{'x':1}}",
+            {
+                {"push /a/y 1", "{'a':{'x':1,'y':1}}", "Create /a/y: () -> 1"},
+                {"drag /a/x 2", "{'a':{'x':2,'y':1}}", "Change /a/x: 1 -> 2"},
+                {"forceNew", "{'a':{'x':2,'y':1}}", "Change /a/x: 1 -> 2", ""},
+                {"drag /a/x 3", "{'a':{'x':3,'y':1}}", "Change /a/x: 2 -> 3"},
+                {"drag /a/x 4", "{'a':{'x':4,'y':1}}", "Change /a/x: 2 -> 4"},
+                /* Any push uses it up */
+                {"forceNew", "{'a':{'x':4,'y':1}}", "Change /a/x: 2 -> 4", ""},
+                {"push /a/y 2", "{'a':{'x':4,'y':2}}", "Change /a/y: 1 -> 2"},
+                {"drag /a/x 5", "{'a':{'x':5,'y':2}}", "Change /a/x: 2 -> 5"},
+            }},
+        {"not across a step", "{'a':{'x':1}}",
+            {
+                {"push /a/y 1", "{'a':{'x':1,'y':1}}", "Create /a/y: () -> 1"},
+                {"drag /a/x 2", "{'a':{'x':2,'y':1}}", "Change /a/x: 1 -> 2"},
+                {"beginGroup", "{'a':{'x':2,'y':1}}", "Change /a/x: 1 -> 2",
+                    ""},
+                {"drag /a/x 3", "{'a':{'x':3,'y':1}}", "Change /a/x: 2 -> 3",
+                    ""},
+                {"drag /a/x 4", "{'a':{'x':4,'y':1}}", "Change /a/x: 2 -> 4",
+                    ""},
+                {"commit", "{'a':{'x':4,'y':1}}", "Change /a/x: 2 -> 4"},
+                {"drag /a/y 2", "{'a':{'x':4,'y':2}}", "Change /a/y: 1 -> 2"},
+                {"drag /a/x 5", "{'a':{'x':5,'y':2}}", "Change /a/x: 4 -> 5"},
+            }},
+        {"creations and removals", "{'a':{'x':1}}",
+            {
+                {"push /a/x 2", "{'a':{'x':2}}", "Change /a/x: 1 -> 2"},
+                {"drag /a/y 1", "{'a':{'x':2,'y':1}}", "Create /a/y: () -> 1"},
+                {"drag /a/y 2", "{'a':{'x':2,'y':2}}", "Create /a/y: () -> 2"},
+                {"dragRemove /a/x", "{'a':{'y':2}}", "Remove /a/x: 2 -> ()"},
+                {"drag /a/x 5", "{'a':{'y':2,'x':5}}", "Change /a/x: 2 -> 5"},
+                {"dragRemove /a/y", "{'a':{'x':5}}", "Create /a/y: () -> ()"},
+                {"undo", "{'a':{'x':5}}", "Change /a/x: 2 -> 5",
+                    "Create /a/y: () -> ()"},
+            }},
+        {"numbers in place", "{'a':{'x':[1,2.5],'y':1}}",
+            {
+                {"push /a/y 2", "{'a':{'x':[1,2.5],'y':2}}",
+                    "Change /a/y: 1 -> 2"},
+                {"drag /a/x [2,3]", "{'a':{'x':[2,3],'y':2}}",
+                    "Change /a/x: [1,2.5] -> [2,3]"},
+                {"drag /a/x [4,5.5]", "{'a':{'x':[4,5.5],'y':2}}",
+                    "Change /a/x: [1,2.5] -> [4,5.5]"},
+                {"drag /a/x [6]", "{'a':{'x':[6],'y':2}}",
+                    "Change /a/x: [1,2.5] -> [6]"},
+                {"undo", "{'a':{'x':[1,2.5],'y':2}}", "Change /a/y: 1 -> 2",
+                    "Change /a/x: [6] -> [1,2.5]"},
+            }},
     });
 }
 
 TEST(ChangeManagerTest, groups) {
     check({
-        {"one step, told on commit", R"({"a":{"x":1}})", {
-            {"push /a/x 2", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, "*"},
-            {"beginGroup", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, ""},
-            {"push /a/x 3", R"({"a":{"x":3}})",
-                "Change /a/x: 2 -> 3", Unsaved, ""},
-            {"push /a/y 1", R"({"a":{"x":3,"y":1}})",
-                "Create /a/y: () -> 1", Unsaved, ""},
-            {"remove /a/x", R"({"a":{"y":1}})",
-                "Remove /a/x: 3 -> ()", Unsaved, ""},
-            {"commit", R"({"a":{"y":1}})", "Remove /a/x: 3 -> ()", Unsaved,
-                "Change /a/x: 2 -> 3; Create /a/y: () -> 1; "
-                "Remove /a/x: 3 -> ()"},
-            {"undo", R"({"a":{"x":2}})", "Change /a/x: 1 -> 2", Unsaved,
-                "Create /a/x: () -> 3; Remove /a/y: 1 -> (); "
-                "Change /a/x: 3 -> 2"},
-            {"redo", R"({"a":{"y":1}})", "Remove /a/x: 3 -> ()", Unsaved,
-                "Change /a/x: 2 -> 3; Create /a/y: () -> 1; "
-                "Remove /a/x: 3 -> ()"},
-        }},
-        {"empty", R"({"a":{"x":1}})", {
-            {"push /a/x 2", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, "*"},
-            {"beginGroup", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, ""},
-            {"commit", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, ""},
-            {"undo", R"({"a":{"x":1}})", "", Saved, "Change /a/x: 2 -> 1"},
-        }},
-        {"commit without one tells again", R"({"a":{"x":1}})", {
-            {"push /a/x 2", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, "*"},
-            {"push /a/x 3", R"({"a":{"x":3}})",
-                "Change /a/x: 2 -> 3", Unsaved, "*"},
-            {"commit", R"({"a":{"x":3}})", "Change /a/x: 2 -> 3", Unsaved,
-                "Change /a/x: 1 -> 2; Change /a/x: 2 -> 3"},
-            {"undo", R"({"a":{"x":2}})", "Change /a/x: 1 -> 2", Unsaved,
-                "Change /a/x: 3 -> 2"},
-            {"commit", R"({"a":{"x":2}})", "Change /a/x: 1 -> 2", Unsaved,
-                "*"},
-        }},
-        {"begun within another", R"({"a":{"x":1}})", {
-            {"push /a/x 2", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, "*"},
-            {"beginGroup", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, ""},
-            {"push /a/x 3", R"({"a":{"x":3}})",
-                "Change /a/x: 2 -> 3", Unsaved, ""},
-            {"beginGroup", R"({"a":{"x":3}})",
-                "Change /a/x: 2 -> 3", Unsaved, ""},
-            {"push /a/x 4", R"({"a":{"x":4}})",
-                "Change /a/x: 3 -> 4", Unsaved, ""},
-            {"commit", R"({"a":{"x":4}})", "Change /a/x: 3 -> 4", Unsaved,
-                "*"},
-            {"undo", R"({"a":{"x":3}})", "Change /a/x: 2 -> 3", Unsaved,
-                "Change /a/x: 4 -> 3"},
-            {"undo", R"({"a":{"x":2}})", "Change /a/x: 1 -> 2", Unsaved,
-                "Change /a/x: 3 -> 2"},
-            {"redo", R"({"a":{"x":3}})", "Change /a/x: 2 -> 3", Unsaved, "*"},
-        }},
+        {"one step, told on commit", "{'a':{'x':1}}",
+            {
+                {"push /a/x 2", "{'a':{'x':2}}", "Change /a/x: 1 -> 2"},
+                {"beginGroup", "{'a':{'x':2}}", "Change /a/x: 1 -> 2", ""},
+                {"push /a/x 3", "{'a':{'x':3}}", "Change /a/x: 2 -> 3", ""},
+                {"push /a/y 1", "{'a':{'x':3,'y':1}}", "Create /a/y: () -> 1",
+                    ""},
+                {"remove /a/x", "{'a':{'y':1}}", "Remove /a/x: 3 -> ()", ""},
+                {"commit", "{'a':{'y':1}}", "Remove /a/x: 3 -> ()",
+                    "Change /a/x: 2 -> 3; Create /a/y: () -> 1; "
+                    "Remove /a/x: 3 -> ()"},
+                {"undo", "{'a':{'x':2}}", "Change /a/x: 1 -> 2",
+                    "Create /a/x: () -> 3; Remove /a/y: 1 -> (); "
+                    "Change /a/x: 3 -> 2"},
+                {"redo", "{'a':{'y':1}}", "Remove /a/x: 3 -> ()",
+                    "Change /a/x: 2 -> 3; Create /a/y: () -> 1; "
+                    "Remove /a/x: 3 -> ()"},
+            }},
+        {"empty", "{'a':{'x':1}}",
+            {
+                {"push /a/x 2", "{'a':{'x':2}}", "Change /a/x: 1 -> 2"},
+                {"beginGroup", "{'a':{'x':2}}", "Change /a/x: 1 -> 2", ""},
+                {"commit", "{'a':{'x':2}}", "Change /a/x: 1 -> 2", ""},
+                {"undo", "{'a':{'x':1}}", "", "Change /a/x: 2 -> 1", Saved},
+            }},
+        {"commit without one tells again", "{'a':{'x':1}}",
+            {
+                {"push /a/x 2", "{'a':{'x':2}}", "Change /a/x: 1 -> 2"},
+                {"push /a/x 3", "{'a':{'x':3}}", "Change /a/x: 2 -> 3"},
+                {"commit", "{'a':{'x':3}}", "Change /a/x: 2 -> 3",
+                    "Change /a/x: 1 -> 2; Change /a/x: 2 -> 3"},
+                {"undo", "{'a':{'x':2}}", "Change /a/x: 1 -> 2",
+                    "Change /a/x: 3 -> 2"},
+                {"commit", "{'a':{'x':2}}", "Change /a/x: 1 -> 2"},
+            }},
+        {"begun within another", "{'a':{'x':1}}",
+            {
+                {"push /a/x 2", "{'a':{'x':2}}", "Change /a/x: 1 -> 2"},
+                {"beginGroup", "{'a':{'x':2}}", "Change /a/x: 1 -> 2", ""},
+                {"push /a/x 3", "{'a':{'x':3}}", "Change /a/x: 2 -> 3", ""},
+                {"beginGroup", "{'a':{'x':3}}", "Change /a/x: 2 -> 3", ""},
+                {"push /a/x 4", "{'a':{'x':4}}", "Change /a/x: 3 -> 4", ""},
+                {"commit", "{'a':{'x':4}}", "Change /a/x: 3 -> 4"},
+                {"undo", "{'a':{'x':3}}", "Change /a/x: 2 -> 3",
+                    "Change /a/x: 4 -> 3"},
+                {"undo", "{'a':{'x':2}}", "Change /a/x: 1 -> 2",
+                    "Change /a/x: 3 -> 2"},
+                {"redo", "{'a':{'x':3}}", "Change /a/x: 2 -> 3"},
+            }},
     });
 }
 
 TEST(ChangeManagerTest, saveMark) {
     check({
-        {"undo and redo", R"({"a":{"x":1}})", {
-            {"push /a/x 2", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, "*"},
-            {"markSave", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Saved, ""},
-            {"push /a/x 3", R"({"a":{"x":3}})",
-                "Change /a/x: 2 -> 3", Unsaved, "*"},
-            {"undo", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Saved, "Change /a/x: 3 -> 2"},
-            {"redo", R"({"a":{"x":3}})",
-                "Change /a/x: 2 -> 3", Unsaved, "*"},
-            {"undo", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Saved, "Change /a/x: 3 -> 2"},
-            {"undo", R"({"a":{"x":1}})", "", Unsaved, "Change /a/x: 2 -> 1"},
-        }},
-        {"the saved state was dropped", R"({"a":{"x":1}})", {
-            {"push /a/x 2", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, "*"},
-            {"push /a/x 3", R"({"a":{"x":3}})",
-                "Change /a/x: 2 -> 3", Unsaved, "*"},
-            {"push /a/x 4", R"({"a":{"x":4}})",
-                "Change /a/x: 3 -> 4", Unsaved, "*"},
-            {"markSave", R"({"a":{"x":4}})",
-                "Change /a/x: 3 -> 4", Saved, ""},
-            {"undo", R"({"a":{"x":3}})",
-                "Change /a/x: 2 -> 3", Unsaved, "Change /a/x: 4 -> 3"},
-            {"undo", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, "Change /a/x: 3 -> 2"},
-            {"push /a/x 5", R"({"a":{"x":5}})",
-                "Change /a/x: 2 -> 5", Unsaved, "*"},
-            {"push /a/x 6", R"({"a":{"x":6}})",
-                "Change /a/x: 5 -> 6", Unsaved, "*"},
-            {"undo", R"({"a":{"x":5}})",
-                "Change /a/x: 2 -> 5", Unsaved, "Change /a/x: 6 -> 5"},
-            {"undo", R"({"a":{"x":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, "Change /a/x: 5 -> 2"},
-            {"undo", R"({"a":{"x":1}})", "", Saved, "Change /a/x: 2 -> 1"},
-        }},
-        {"a merge doesn't touch it", R"({"a":{"x":1,"y":1}})", {
-            {"push /a/y 2", R"({"a":{"x":1,"y":2}})",
-                "Change /a/y: 1 -> 2", Unsaved, "*"},
-            {"drag /a/x 2", R"({"a":{"x":2,"y":2}})",
-                "Change /a/x: 1 -> 2", Unsaved, "*"},
-            {"markSave", R"({"a":{"x":2,"y":2}})",
-                "Change /a/x: 1 -> 2", Saved, ""},
-            {"drag /a/x 3", R"({"a":{"x":3,"y":2}})",
-                "Change /a/x: 1 -> 3", Saved, "*"},
-            {"forceNew", R"({"a":{"x":3,"y":2}})",
-                "Change /a/x: 1 -> 3", Saved, ""},
-            {"drag /a/x 4", R"({"a":{"x":4,"y":2}})",
-                "Change /a/x: 3 -> 4", Unsaved, "*"},
-        }},
+        {"undo and redo", "{'a':{'x':1}}",
+            {
+                {"push /a/x 2", "{'a':{'x':2}}", "Change /a/x: 1 -> 2"},
+                {"markSave", "{'a':{'x':2}}", "Change /a/x: 1 -> 2", "", Saved},
+                {"push /a/x 3", "{'a':{'x':3}}", "Change /a/x: 2 -> 3"},
+                {"undo", "{'a':{'x':2}}", "Change /a/x: 1 -> 2",
+                    "Change /a/x: 3 -> 2", Saved},
+                {"redo", "{'a':{'x':3}}", "Change /a/x: 2 -> 3"},
+                {"undo", "{'a':{'x':2}}", "Change /a/x: 1 -> 2",
+                    "Change /a/x: 3 -> 2", Saved},
+                {"undo", "{'a':{'x':1}}", "", "Change /a/x: 2 -> 1"},
+            }},
+        {"the saved state was dropped", "{'a':{'x':1}}",
+            {
+                {"push /a/x 2", "{'a':{'x':2}}", "Change /a/x: 1 -> 2"},
+                {"push /a/x 3", "{'a':{'x':3}}", "Change /a/x: 2 -> 3"},
+                {"push /a/x 4", "{'a':{'x':4}}", "Change /a/x: 3 -> 4"},
+                {"markSave", "{'a':{'x':4}}", "Change /a/x: 3 -> 4", "", Saved},
+                {"undo", "{'a':{'x':3}}", "Change /a/x: 2 -> 3",
+                    "Change /a/x: 4 -> 3"},
+                {"undo", "{'a':{'x':2}}", "Change /a/x: 1 -> 2",
+                    "Change /a/x: 3 -> 2"},
+                {"push /a/x 5", "{'a':{'x':5}}", "Change /a/x: 2 -> 5"},
+                {"push /a/x 6", "{'a':{'x':6}}", "Change /a/x: 5 -> 6"},
+                {"undo", "{'a':{'x':5}}", "Change /a/x: 2 -> 5",
+                    "Change /a/x: 6 -> 5"},
+                {"undo", "{'a':{'x':2}}", "Change /a/x: 1 -> 2",
+                    "Change /a/x: 5 -> 2"},
+                {"undo", "{'a':{'x':1}}", "", "Change /a/x: 2 -> 1", Saved},
+            }},
+        {"a merge doesn't touch it", "{'a':{'x':1,'y':1}}",
+            {
+                {"push /a/y 2", "{'a':{'x':1,'y':2}}", "Change /a/y: 1 -> 2"},
+                {"drag /a/x 2", "{'a':{'x':2,'y':2}}", "Change /a/x: 1 -> 2"},
+                {"markSave", "{'a':{'x':2,'y':2}}", "Change /a/x: 1 -> 2", "",
+                    Saved},
+                {"drag /a/x 3", "{'a':{'x':3,'y':2}}", "Change /a/x: 1 -> 3",
+                    "*", Saved},
+                {"forceNew", "{'a':{'x':3,'y':2}}", "Change /a/x: 1 -> 3", "",
+                    Saved},
+                {"drag /a/x 4", "{'a':{'x':4,'y':2}}", "Change /a/x: 3 -> 4"},
+            }},
     });
 }
 
 TEST(ChangeManagerTest, append) {
     check({
-        {"to an array", R"({"list":["x"]})", {
-            {"append /list \"y\"", R"({"list":["x","y"]})",
-                R"(Change /list: ["x"] -> ["x","y"])", Unsaved, "*"},
-            {"append /list \"z\"", R"({"list":["x","y","z"]})",
-                R"(Change /list: ["x","y"] -> ["x","y","z"])", Unsaved, "*"},
-            {"undo", R"({"list":["x","y"]})",
-                R"(Change /list: ["x"] -> ["x","y"])", Unsaved,
-                R"(Change /list: ["x","y","z"] -> ["x","y"])"},
-        }},
-        {"to what isn't one", R"({"a":{"x":1}})", {
-            {"append /a/x \"y\"", R"({"a":{"x":["y"]}})",
-                R"(Change /a/x: 1 -> ["y"])", Unsaved, "*"},
-            {"append /list \"y\"", R"({"a":{"x":["y"]},"list":["y"]})",
-                R"(Create /list: () -> ["y"])", Unsaved, "*"},
-        }},
+        {"to an array", "{'list':['x']}",
+            {
+                {"append /list 'y'", "{'list':['x','y']}",
+                    "Change /list: ['x'] -> ['x','y']"},
+                {"append /list 'z'", "{'list':['x','y','z']}",
+                    "Change /list: ['x','y'] -> ['x','y','z']"},
+                {"undo", "{'list':['x','y']}",
+                    "Change /list: ['x'] -> ['x','y']",
+                    "Change /list: ['x','y','z'] -> ['x','y']"},
+            }},
+        {"to what isn't one", "{'a':{'x':1}}",
+            {
+                {"append /a/x 'y'", "{'a':{'x':['y']}}",
+                    "Change /a/x: 1 -> ['y']"},
+                {"append /list 'y'", "{'a':{'x':['y']},'list':['y']}",
+                    "Create /list: () -> ['y']"},
+            }},
     });
 }
 
@@ -616,14 +570,14 @@ TEST(ChangeManagerTest, typedValues) {
     {
         /* Neither terminated nor there afterwards */
         const std::string text = "textual";
-        fixture.manager.pushChange("/a/text",
-            Containers::StringView{text.data(), 4}, false);
+        fixture.manager.pushChange(
+            "/a/text", Containers::StringView{text.data(), 4}, false);
     }
     fixture.manager.pushChange("/a/none", Containers::StringView{}, false);
     EXPECT_EQ(fixture.document(), R"({"a":{"text":"text","none":""}})");
 
-    fixture.manager.pushChange("/a/vector",
-        Magnum::Math::Vector3<float>{1.0f, -2.0f, 0.1f}, false);
+    fixture.manager.pushChange(
+        "/a/vector", Magnum::Math::Vector3<float>{1.0f, -2.0f, 0.1f}, false);
     EXPECT_EQ(numbers(fixture, "/a/vector"),
         (std::vector<double>{1.0, -2.0, 0.100000001490116119384765625}));
 
@@ -639,16 +593,16 @@ TEST(ChangeManagerTest, transform) {
     fixture.perform("push /a/x 2");
     fixture.told.clear();
 
-    fixture.manager.pushTransformChange("/a", Matrix4::translation({1, 2, 3}),
-        true);
+    fixture.manager.pushTransformChange(
+        "/a", Matrix4::translation({1, 2, 3}), true);
     EXPECT_EQ(fixture.told,
         "Create /a/translation: () -> [1.0,2.0,3.0]; "
         "Create /a/rotation: () -> [0.0,0.0,0.0,1.0]; "
         "Create /a/scaling: () -> [1.0,1.0,1.0]");
 
     /* Merges, which turns the order around */
-    fixture.manager.pushTransformChange("/a", Matrix4::translation({4, 5, 6}),
-        true);
+    fixture.manager.pushTransformChange(
+        "/a", Matrix4::translation({4, 5, 6}), true);
     fixture.told.clear();
     for(int i = 0; i != 4; ++i)
         fixture.manager.undoLast();
@@ -668,15 +622,14 @@ TEST(ChangeManagerTest, ownership) {
     fixture.perform("push /a/w 0");
 
     /* A value of the document, below itself */
-    fixture.manager.pushChange("/a/x/y/0", *fixture.project.find("/a/x"),
-        true);
-    EXPECT_EQ(fixture.document(),
-        R"({"a":{"x":{"y":[{"y":[1]}]},"z":"z","w":0}})");
+    fixture.manager.pushChange("/a/x/y/0", *fixture.project.find("/a/x"), true);
+    EXPECT_EQ(
+        fixture.document(), R"({"a":{"x":{"y":[{"y":[1]}]},"z":"z","w":0}})");
     /* A value of the change that's merged into, and a part of it */
-    fixture.manager.pushChange("/a/x/y/0", *fixture.manager.lastChange().newValue,
-        true);
-    fixture.manager.pushChange("/a/x/y/0",
-        (*fixture.manager.lastChange().newValue)["y"], true);
+    fixture.manager.pushChange(
+        "/a/x/y/0", *fixture.manager.lastChange().newValue, true);
+    fixture.manager.pushChange(
+        "/a/x/y/0", (*fixture.manager.lastChange().newValue)["y"], true);
     EXPECT_EQ(fixture.document(), R"({"a":{"x":{"y":[[1]]},"z":"z","w":0}})");
     /* A value of a change that's about to be dropped */
     fixture.manager.undoLast();
@@ -688,8 +641,8 @@ TEST(ChangeManagerTest, ownership) {
 
     /* Editing the document directly doesn't change the history */
     fixture.project.find("/a/z")->PushBack(2, allocator);
-    EXPECT_EQ(printed(fixture.manager.lastChange()),
-        R"(Change /a/z: "z" -> [1])");
+    EXPECT_EQ(
+        printed(fixture.manager.lastChange()), R"(Change /a/z: "z" -> [1])");
 
     /* A text that is only referred to is copied all the same */
     char text[]{"text"};
@@ -732,7 +685,7 @@ TEST(ChangeManagerTest, applyAndReverse) {
 
 TEST(ChangeManagerTest, moveChange) {
     const auto created = [](const char* path, int oldValue, int newValue,
-        int group) {
+                             int group) {
         Change out;
         out.path = path;
         out.oldValue.emplace(oldValue);
@@ -814,8 +767,8 @@ TEST(ChangeManagerTest, handlers) {
     /* All are found however many there are, the second of one segment too */
     std::vector<Told> many(40);
     for(std::size_t i = 0; i != many.size(); ++i)
-        manager.addChangeHandler(view("n" + std::to_string(i)), Told::handle,
-            &many[i]);
+        manager.addChangeHandler(
+            view("n" + std::to_string(i)), Told::handle, &many[i]);
     manager.addChangeHandler("b", Told::handle, &b2);
     manager.pushChange("/a/b/n0/n39", "", false);
     EXPECT_EQ(a.count, 1);
@@ -871,7 +824,8 @@ TEST(ChangeManagerTest, registerFromHandler) {
         Told told;
         bool done;
     } state{manager, {}, false};
-    manager.addChangeHandler("a",
+    manager.addChangeHandler(
+        "a",
         [](const Change&, Containers::ArrayView<Containers::StringView>,
             void* userData) {
             Registering& self = *static_cast<Registering*>(userData);
@@ -880,8 +834,8 @@ TEST(ChangeManagerTest, registerFromHandler) {
             self.done = true;
             /* Enough to have the lists of handlers move */
             for(int i = 0; i != 20; ++i)
-                self.changeManager.addChangeHandler(view("n" + std::to_string(i)),
-                    Told::handle, &self.told);
+                self.changeManager.addChangeHandler(
+                    view("n" + std::to_string(i)), Told::handle, &self.told);
             self.changeManager.addChangeHandler("a", Told::handle, &self.told);
         },
         &state);
@@ -926,7 +880,8 @@ TEST(ChangeManagerDeathTest, fromHandler) {
     for(const auto& i: cases) {
         ProjectFile project;
         ChangeManager manager{project};
-        manager.addChangeHandler("a",
+        manager.addChangeHandler(
+            "a",
             [&](const Change&, Containers::ArrayView<Containers::StringView>,
                 void*) { i.call(manager, project); },
             nullptr);
@@ -941,10 +896,10 @@ TEST(ChangeManagerDeathTest, openGroup) {
     fixture.perform("beginGroup");
     EXPECT_DEATH(fixture.manager.undoLast(),
         testing::Eq("ChangeManager::undoLast(): Can't undo/redo changes in "
-            "group. Forgot commit()?\n"));
+                    "group. Forgot commit()?\n"));
     EXPECT_DEATH(fixture.manager.redoLastUndo(),
         testing::Eq("ChangeManager::redoLastUndo(): Can't undo/redo changes "
-            "in group. Forgot commit()?\n"));
+                    "in group. Forgot commit()?\n"));
 }
 
 TEST(ChangeManagerDeathTest, invalid) {

@@ -25,9 +25,10 @@ inline std::string printed(const Change& change) {
    and the value as JSON, such as `push /a/b [1]`. To drag is to push
    continuously. */
 struct ChangeOperation {
-    explicit ChangeOperation(std::string n, std::string p = {},
-        std::string v = {}):
-        name{std::move(n)}, path{std::move(p)}, value{std::move(v)} {}
+    explicit ChangeOperation(
+        std::string n, std::string p = {}, std::string v = {}):
+        name{std::move(n)},
+        path{std::move(p)}, value{std::move(v)} {}
 
     explicit ChangeOperation(const char* text) {
         std::istringstream in{text};

@@ -36,14 +36,14 @@ Parts decomposed(const Matrix4& matrix) {
 double length(const std::vector<double>& vector) {
     double out = 0.0;
     for(const double i: vector)
-        out += i*i;
+        out += i * i;
     return std::sqrt(out);
 }
 
 Matrix4 matrix(const float (&columns)[9]) {
     Matrix4 out;
     for(std::size_t i = 0; i != 9; ++i)
-        out[i/3][i%3] = columns[i];
+        out[i / 3][i % 3] = columns[i];
     return out;
 }
 
@@ -52,16 +52,16 @@ TEST(decomposeTest, vectors) {
         SCOPED_TRACE(i["name"].GetString());
         Matrix4 in;
         for(std::size_t j = 0; j != 16; ++j)
-            in[j/4][j%4] = i["matrixColumns"][unsigned(j)].GetFloat();
+            in[j / 4][j % 4] = i["matrixColumns"][unsigned(j)].GetFloat();
         const Parts parts = decomposed(in);
         EXPECT_EQ(parts.translation, numbers(i["translation"]));
 
         const auto expectNear = [](const std::vector<double>& actual,
-            const std::vector<double>& expected) {
+                                    const std::vector<double>& expected) {
             ASSERT_EQ(actual.size(), expected.size());
             for(std::size_t j = 0; j != actual.size(); ++j)
                 EXPECT_NEAR(actual[j], expected[j],
-                    5.0e-7*std::max(1.0, std::abs(expected[j])));
+                    5.0e-7 * std::max(1.0, std::abs(expected[j])));
         };
         expectNear(parts.rotation, numbers(i["rotation"]));
         expectNear(parts.scaling, numbers(i["scaling"]));
@@ -76,8 +76,8 @@ constexpr float Infinity = std::numeric_limits<float>::infinity();
 TEST(decomposeTest, missingAxis) {
     for(std::size_t missing = 0; missing != 3; ++missing) {
         SCOPED_TRACE(missing);
-        Matrix4 in = matrix({0.0f, 2.0f, 0.0f, -3.0f, 0.0f, 0.0f,
-            0.0f, 0.0f, 4.0f});
+        Matrix4 in =
+            matrix({0.0f, 2.0f, 0.0f, -3.0f, 0.0f, 0.0f, 0.0f, 0.0f, 4.0f});
         in[missing] = {};
         const Parts parts = decomposed(in);
         std::vector<double> scaling{2.0, 3.0, 4.0};
@@ -104,8 +104,7 @@ TEST(decomposeTest, degenerate) {
             false},
         {"almost in a plane", {1, 0, 0, 1, 1.0e-3f, 0, 1, 0, 2.0e-3f}, true,
             false},
-        {"two missing, one mirrored", {0, 0, 0, 0, 0, 0, 0, 0, -1}, true,
-            true},
+        {"two missing, one mirrored", {0, 0, 0, 0, 0, 0, 0, 0, -1}, true, true},
         {"tiny", {1.0e-45f, 0, 0, 0, 1.0e-40f, 0, 0, 0, 1.0e-38f}, true, true},
         {"huge", {3.0e38f, 0, 0, 0, 3.0e38f, 0, 0, 0, -3.0e38f}, true, false},
         {"of all sizes", {1.0e-40f, 0, 0, 0, 3.0e38f, 0, 0, 0, 1}, true, true},
@@ -130,16 +129,16 @@ TEST(decomposeTest, degenerate) {
 TEST(decomposeTest, any) {
     std::uint32_t state = 1;
     const auto random = [&state] {
-        state = state*1664525 + 1013904223;
+        state = state * 1664525 + 1013904223;
         return float(std::int32_t(state) >> 8);
     };
     for(int i = 0; i != 20000; ++i) {
         float columns[9];
         for(float& c: columns)
-            c = std::ldexp(random(), i%3 ? 0 : int(random())%100);
+            c = std::ldexp(random(), i % 3 ? 0 : int(random()) % 100);
         /* From spread out to hardly any angle between two axes */
         for(int j = 0; j != 3; ++j)
-            columns[3 + j] = columns[j] + std::ldexp(columns[3 + j], -i%60);
+            columns[3 + j] = columns[j] + std::ldexp(columns[3 + j], -i % 60);
         const Parts parts = decomposed(matrix(columns));
         ASSERT_NEAR(length(parts.rotation), 1.0, 1.0e-6) << i;
     }

@@ -50,9 +50,9 @@ bool EditorSession::open(Containers::StringView file) {
         const int error = errno;
         Utility::Error{} << "EditorSession::open(): can't read" << file
                          << Utility::Debug::nospace << ":"
-                         << std::strerror(
-                                Utility::Path::isDirectory(file) ? EISDIR
-                                                                 : error);
+                         << std::strerror(Utility::Path::isDirectory(file)
+                                    ? EISDIR
+                                    : error);
         return false;
     }
     if(!load({content->data(), content->size()}, file))
@@ -67,8 +67,8 @@ bool EditorSession::parse(Containers::StringView json) {
     return load(json, {});
 }
 
-bool EditorSession::load(Containers::StringView json,
-    Containers::StringView name) {
+bool EditorSession::load(
+    Containers::StringView json, Containers::StringView name) {
     JsonDocument document;
     const Containers::String fault = parseProject(document, json, MaxDepth);
     if(!fault.isEmpty()) {
@@ -132,8 +132,7 @@ void EditorSession::addScriptType(Containers::StringView name,
         parameters) {
     if(!_state->sceneData.main().javaScriptManager.addType(name, parameters))
         Utility::Error{} << "EditorSession::addScriptType(): no room for"
-                         << name << "with" << parameters.size()
-                         << "parameters";
+                         << name << "with" << parameters.size() << "parameters";
 }
 
 }

@@ -144,8 +144,8 @@ Containers::String parseProject(JsonDocument& document,
     return {};
 }
 
-std::size_t writeProject(const JsonValue& document,
-    rapidjson::StringBuffer& out) {
+std::size_t writeProject(
+    const JsonValue& document, rapidjson::StringBuffer& out) {
     FiniteWriter writer{out};
     document.Accept(writer);
     out.Put('\n');

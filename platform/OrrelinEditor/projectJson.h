@@ -14,8 +14,8 @@ Containers::String parseProject(JsonDocument& document,
 
 /* Writes a project document as indented JSON. Returns how many numbers had to
    become null as they aren't finite. */
-std::size_t writeProject(const JsonValue& document,
-    rapidjson::StringBuffer& out);
+std::size_t writeProject(
+    const JsonValue& document, rapidjson::StringBuffer& out);
 
 }
 

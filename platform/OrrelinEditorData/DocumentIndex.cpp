@@ -26,8 +26,8 @@ std::uint32_t hashOf(const char* data, std::size_t size) {
     return std::uint32_t(hash ^ (hash >> 32));
 }
 
-const JsonValue::Member& memberAt(const JsonValue& object,
-    std::uint32_t position) {
+const JsonValue::Member& memberAt(
+    const JsonValue& object, std::uint32_t position) {
     return *(object.MemberBegin() + std::ptrdiff_t(position));
 }
 
@@ -114,8 +114,8 @@ std::uint32_t ObjectIndex::findHinted(const JsonValue& object,
     return found;
 }
 
-std::uint32_t ObjectIndex::find(const JsonValue& object,
-    Containers::StringView name, std::uint64_t epoch) {
+std::uint32_t ObjectIndex::find(
+    const JsonValue& object, Containers::StringView name, std::uint64_t epoch) {
     const std::uint32_t count = object.MemberCount();
     if(_slots.empty() || _surprises > MaxSearches)
         rebuild(object);
@@ -152,8 +152,8 @@ void ObjectIndex::appended(const JsonValue& object) {
         extend(object);
 }
 
-std::size_t ObjectIndex::slotOf(std::uint32_t hash,
-    std::uint32_t position) const {
+std::size_t ObjectIndex::slotOf(
+    std::uint32_t hash, std::uint32_t position) const {
     const std::size_t mask = _slots.size() - 1;
     std::size_t i = hash & mask;
     while(_slots[i].position != Free && _slots[i].position != position)
@@ -179,8 +179,8 @@ void ObjectIndex::freeSlot(std::size_t slot) {
     --_used;
 }
 
-void ObjectIndex::erased(const JsonValue& object, std::uint32_t hash,
-    std::uint32_t position) {
+void ObjectIndex::erased(
+    const JsonValue& object, std::uint32_t hash, std::uint32_t position) {
     /* If it wasn't in step with the object, its hints stay hints */
     if(_count != object.MemberCount() + 1)
         return;
@@ -231,22 +231,22 @@ ObjectIndex* DocumentIndex::indexOf(const JsonValue& object) {
     return &_objects[members];
 }
 
-std::uint32_t DocumentIndex::position(JsonValue& object,
-    Containers::StringView name) {
+std::uint32_t DocumentIndex::position(
+    JsonValue& object, Containers::StringView name) {
     ObjectIndex* const index = indexOf(object);
     return index ? index->find(object, name, _scopes ? _epoch : 0)
                  : search(object, name);
 }
 
-JsonValue* DocumentIndex::findMember(JsonValue& object,
-    Containers::StringView name) {
+JsonValue* DocumentIndex::findMember(
+    JsonValue& object, Containers::StringView name) {
     const std::uint32_t p = position(object, name);
     return p == object.MemberCount() ? nullptr
                                      : &(object.MemberBegin() + p)->value;
 }
 
-JsonValue& DocumentIndex::addMember(JsonValue& object,
-    Containers::StringView name, JsonAllocator& allocator) {
+JsonValue& DocumentIndex::addMember(
+    JsonValue& object, Containers::StringView name, JsonAllocator& allocator) {
     const bool indexed = indexOf(object);
     const void* const before = indexed ? &*object.MemberBegin() : nullptr;
 
@@ -277,8 +277,8 @@ void DocumentIndex::eraseMember(JsonValue& object, std::uint32_t position) {
         index->erased(object, hash, position);
 }
 
-JsonValue* DocumentIndex::child(JsonValue& parent,
-    const PointerTokens& tokens) {
+JsonValue* DocumentIndex::child(
+    JsonValue& parent, const PointerTokens& tokens) {
     if(parent.IsObject())
         return findMember(parent, tokens.name());
     if(!parent.IsArray())
@@ -287,8 +287,8 @@ JsonValue* DocumentIndex::child(JsonValue& parent,
     return index < parent.Size() ? &parent[index] : nullptr;
 }
 
-JsonValue* DocumentIndex::find(JsonValue& root,
-    Containers::StringView pointer) {
+JsonValue* DocumentIndex::find(
+    JsonValue& root, Containers::StringView pointer) {
     JsonValue* value = &root;
     PointerTokens tokens{pointer};
     while(value && tokens.next())
@@ -296,8 +296,8 @@ JsonValue* DocumentIndex::find(JsonValue& root,
     return value && tokens.reachedEnd() ? value : nullptr;
 }
 
-JsonValue& DocumentIndex::create(JsonValue& root,
-    Containers::StringView pointer, JsonAllocator& allocator) {
+JsonValue& DocumentIndex::create(
+    JsonValue& root, Containers::StringView pointer, JsonAllocator& allocator) {
     CORRADE_ASSERT(PointerTokens::isValid(pointer),
         "ProjectFile::create():" << pointer << "is no JSON Pointer", root);
 

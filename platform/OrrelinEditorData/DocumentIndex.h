@@ -28,8 +28,8 @@ public:
 
     /* The member of given name hash at given position was erased, what
        followed moved up */
-    void erased(const JsonValue& object, std::uint32_t hash,
-        std::uint32_t position);
+    void erased(
+        const JsonValue& object, std::uint32_t hash, std::uint32_t position);
 
     /* How many members it indexes */
     std::size_t size() const { return _count; }

@@ -34,8 +34,8 @@ const JsonValue* schemaValue(Containers::StringView path) {
         : nullptr;
 }
 
-Containers::String childPath(Containers::StringView path,
-    Containers::StringView segments) {
+Containers::String childPath(
+    Containers::StringView path, Containers::StringView segments) {
     Containers::String out{Corrade::NoInit, path.size() + 1 + segments.size()};
     char* o = out.data();
     if(!path.isEmpty())
@@ -104,9 +104,10 @@ ValueAccess RecordAccess::operator[](Containers::StringView key) const {
 ValueAccess RecordAccess::operator[](unsigned int index) const {
     /* Once per element of an array, for which formatting is slow */
     char digits[std::numeric_limits<unsigned int>::digits10 + 1];
-    char* const end = std::to_chars(std::begin(digits), std::end(digits), index).ptr;
-    return ValueAccess{*_file,
-        childPath(path, {digits, std::size_t(end - digits)})};
+    char* const end =
+        std::to_chars(std::begin(digits), std::end(digits), index).ptr;
+    return ValueAccess{
+        *_file, childPath(path, {digits, std::size_t(end - digits)})};
 }
 
 RecordAccessKeys RecordAccess::keys() const {

@@ -25,17 +25,17 @@ RecordAccessKeys::RecordAccessKeys(const JsonValue& record):
     for(std::uint32_t i = 0; i != _count; ++i) {
         const Containers::StringView name = nameAt(record, i);
         if(RecordPath::needsEscape(name))
-            arrayAppend(_escaped, Corrade::InPlaceInit, i,
-                RecordPath::segment(name));
+            arrayAppend(
+                _escaped, Corrade::InPlaceInit, i, RecordPath::segment(name));
     }
 }
 
 Containers::StringView KeyIterator::operator*() const {
     const auto& escaped = _source->_escaped;
-    const auto found = std::lower_bound(escaped.begin(), escaped.end(),
-        _position,
-        [](const Containers::Pair<std::uint32_t, Containers::String>& entry,
-            std::uint32_t position) { return entry.first() < position; });
+    const auto found =
+        std::lower_bound(escaped.begin(), escaped.end(), _position,
+            [](const Containers::Pair<std::uint32_t, Containers::String>& entry,
+                std::uint32_t position) { return entry.first() < position; });
     if(found != escaped.end() && found->first() == _position)
         return found->second();
     return nameAt(*_source->_record, _position);

@@ -33,7 +33,8 @@ bool writeAll(int descriptor, Containers::StringView content) {
 
 /* Through links to what they point to, so that they stay links */
 Containers::String resolved(Containers::StringView file) {
-    const Containers::String path = Containers::String::nullTerminatedView(file);
+    const Containers::String path =
+        Containers::String::nullTerminatedView(file);
     if(char* const real = ::realpath(path.data(), nullptr)) {
         const Containers::String out{real};
         std::free(real);
@@ -43,13 +44,12 @@ Containers::String resolved(Containers::StringView file) {
     /* Nothing is there yet, but there may be a link to it. The error is
        another if links form a circle. */
     char target[PATH_MAX];
-    const ssize_t size = errno == ENOENT
-        ? ::readlink(path.data(), target, sizeof(target))
-        : -1;
-    return size < 0 ? Containers::String{file}
-                    : resolved(Utility::Path::join(
-                          Utility::Path::split(file).first(),
-                          {target, std::size_t(size)}));
+    const ssize_t size =
+        errno == ENOENT ? ::readlink(path.data(), target, sizeof(target)) : -1;
+    return size < 0
+        ? Containers::String{file}
+        : resolved(Utility::Path::join(
+              Utility::Path::split(file).first(), {target, std::size_t(size)}));
 }
 
 /* The renaming survives a power loss only once the folder is on the disk.

@@ -28,20 +28,20 @@ struct BoundedStream {
 
 }
 
-Corrade::Utility::Debug& operator<<(Corrade::Utility::Debug& debug,
-    const OrrelinEngine::JsonValue& value) {
+Corrade::Utility::Debug& operator<<(
+    Corrade::Utility::Debug& debug, const OrrelinEngine::JsonValue& value) {
     BoundedStream stream;
-    Writer<BoundedStream, UTF8<>, UTF8<>, CrtAllocator,
-        kWriteNanAndInfFlag>
+    Writer<BoundedStream, UTF8<>, UTF8<>, CrtAllocator, kWriteNanAndInfFlag>
         writer{stream};
     value.Accept(writer);
 
     if(stream.size <= MaxSize)
-        return debug << Corrade::Containers::StringView{stream.data,
-                   stream.size};
+        return debug << Corrade::Containers::StringView{
+                   stream.data, stream.size};
     /* Not in the middle of a character of several bytes */
     std::size_t size = MaxSize;
-    while(size && (static_cast<unsigned char>(stream.data[size]) & 0xc0) == 0x80)
+    while(
+        size && (static_cast<unsigned char>(stream.data[size]) & 0xc0) == 0x80)
         --size;
     return debug << Corrade::Containers::StringView{stream.data, size}
                  << Corrade::Utility::Debug::nospace << "...";

@@ -70,10 +70,9 @@ StringArrayView JavaScriptManager<unsigned short>::paramNames(
             << type << "for" << paramRangeCount << "types",
         StringArrayView{});
     const ParamRange& range = paramRanges[type];
-    return StringArrayView{
-        Containers::Array<std::size_t>{Corrade::InPlaceInit,
-            _state->paramPositions.slice(range.first,
-                range.first + range.count + 1)},
+    return StringArrayView{Containers::Array<std::size_t>{Corrade::InPlaceInit,
+                               _state->paramPositions.slice(
+                                   range.first, range.first + range.count + 1)},
         _state->paramCharacters.data()};
 }
 

@@ -25,7 +25,7 @@ operations work on the terms as last gathered, and as renamed since.
 namespace LocalizationTools {
 
 /** @brief Format of language files */
-enum class LocalizationFormat: std::uint32_t {
+enum class LocalizationFormat : std::uint32_t {
     /**
      * One JSON file per language for i18next: an object with one member
      * "translation", which is an object of texts by term key
@@ -52,8 +52,8 @@ record paths, escaped as @ref RecordPath says.
 
 Logarithmic in the number of terms for each term.
 */
-ORRELIN_LOCALIZATION_EXPORT void gatherStrings(OrrelinEditor& editor,
-    TermMap& strings);
+ORRELIN_LOCALIZATION_EXPORT void gatherStrings(
+    OrrelinEditor& editor, TermMap& strings);
 
 /**
 @brief Gather the terms of one object
@@ -63,8 +63,8 @@ ORRELIN_LOCALIZATION_EXPORT void gatherStrings(OrrelinEditor& editor,
 
 Adds to @p strings and to @ref LocalizationData::terms what isn't there yet.
 */
-ORRELIN_LOCALIZATION_EXPORT void gatherObjectStrings(OrrelinEditor& editor,
-    Containers::StringView objectId, TermMap& strings);
+ORRELIN_LOCALIZATION_EXPORT void gatherObjectStrings(
+    OrrelinEditor& editor, Containers::StringView objectId, TermMap& strings);
 
 /**
 @brief Gather the terms of one component
@@ -87,8 +87,8 @@ True if @p term was gathered and its value isn't excluded: the document may
 store @cpp false @ce beside it, in a member named like it with "_translate"
 appended. Anything there that is no boolean excludes it as well.
 */
-ORRELIN_LOCALIZATION_EXPORT bool termExists(OrrelinEditor& editor,
-    Containers::StringView term);
+ORRELIN_LOCALIZATION_EXPORT bool termExists(
+    OrrelinEditor& editor, Containers::StringView term);
 
 /**
 @brief Rename a term
@@ -139,8 +139,8 @@ of them there that is named after the project. The folder is relative to the
 project root unless it is absolute, and is created if it doesn't exist.
 Files of other languages stay.
 */
-ORRELIN_LOCALIZATION_EXPORT void exportTerms(OrrelinEditor& editor,
-    const Containers::StringIterable& languages);
+ORRELIN_LOCALIZATION_EXPORT void exportTerms(
+    OrrelinEditor& editor, const Containers::StringIterable& languages);
 
 /**
 @brief Export language files into a folder
@@ -216,8 +216,8 @@ a language that is there already takes its translations away.
 
 Writes the project directly; it can't be undone.
 */
-ORRELIN_LOCALIZATION_EXPORT void addLanguage(OrrelinEditor& editor,
-    unsigned short languageIndex);
+ORRELIN_LOCALIZATION_EXPORT void addLanguage(
+    OrrelinEditor& editor, unsigned short languageIndex);
 
 /**
 @brief Remove a language from a project
@@ -230,8 +230,8 @@ language files is left alone, and so are the translations in memory and the
 setting that names the default language. Does nothing if the project doesn't
 have the language.
 */
-ORRELIN_LOCALIZATION_EXPORT void removeLanguage(OrrelinEditor& editor,
-    Containers::StringView languageCode);
+ORRELIN_LOCALIZATION_EXPORT void removeLanguage(
+    OrrelinEditor& editor, Containers::StringView languageCode);
 
 }
 

@@ -23,11 +23,9 @@ void addLanguage(OrrelinEditor& editor, unsigned short languageIndex) {
     /* Both are in the same order, so each entry's place is next to the last */
     auto next = translations.begin();
     for(const auto& term: editor.localization->terms) {
-        while(next != translations.end() &&
-            StrLess{}(next->first, term.first))
+        while(next != translations.end() && StrLess{}(next->first, term.first))
             ++next;
-        next = translations.emplace_hint(next, term.first,
-            Containers::NullOpt);
+        next = translations.emplace_hint(next, term.first, Containers::NullOpt);
         if(first)
             next->second =
                 Containers::String{editor.project[term.second].asString()};

@@ -21,8 +21,8 @@ void makeFolder(Containers::StringView path) {
 
 }
 
-void exportTerms(OrrelinEditor& editor,
-    const Containers::StringIterable& languages) {
+void exportTerms(
+    OrrelinEditor& editor, const Containers::StringIterable& languages) {
     const Containers::String folder = languagesFolder(editor);
     makeFolder(folder);
     if(!isZipCompressed(editor)) {
@@ -46,8 +46,8 @@ void exportTerms(OrrelinEditor& editor,
         Utility::Path::splitExtension(path).first();
     makeFolder(folder);
     for(std::size_t i = 0; i != names.size(); ++i)
-        Utility::Path::write(Utility::Path::join({folder, names[i]}),
-            contents[i]);
+        Utility::Path::write(
+            Utility::Path::join({folder, names[i]}), contents[i]);
 }
 
 void exportTermsCompressed(OrrelinEditor& editor,

@@ -33,8 +33,8 @@ void record(OrrelinEditor& editor, TermMap& strings, Containers::String&& key,
 }
 
 /* The key that the user chose, or what the function generates */
-template<class Generate> Containers::String termKey(const ValueAccess& chosen,
-    Generate&& generate) {
+template<class Generate>
+Containers::String termKey(const ValueAccess& chosen, Generate&& generate) {
     return chosen.hasValue() ? Containers::String{chosen.asString()}
                              : generate();
 }
@@ -80,16 +80,16 @@ void gatherComponentStrings(OrrelinEditor& editor,
     }
 }
 
-void gatherObjectStrings(OrrelinEditor& editor, Containers::StringView objectId,
-    TermMap& strings) {
+void gatherObjectStrings(
+    OrrelinEditor& editor, Containers::StringView objectId, TermMap& strings) {
     const ValueAccess components =
         editor.project["objects"][objectId]["components"];
     if(!components.readValue().IsArray())
         return;
     for(std::size_t i = 0; i < components.size(); ++i) {
         const ValueAccess component = components[static_cast<unsigned int>(i)];
-        gatherComponentStrings(editor,
-            Containers::StringView{component.path}.split('/'), strings);
+        gatherComponentStrings(
+            editor, Containers::StringView{component.path}.split('/'), strings);
     }
 }
 

@@ -24,8 +24,8 @@ namespace {
 
 typedef Containers::Array<Containers::Array<char>> FileContents;
 
-bool collectFolder(Containers::StringView folder, StringArray& names,
-    FileContents& contents) {
+bool collectFolder(
+    Containers::StringView folder, StringArray& names, FileContents& contents) {
     const auto entries = Utility::Path::list(folder);
     if(!entries)
         return false;
@@ -46,8 +46,8 @@ bool collectFolder(Containers::StringView folder, StringArray& names,
     return true;
 }
 
-bool collectArchive(Containers::StringView path, StringArray& names,
-    FileContents& contents) {
+bool collectArchive(
+    Containers::StringView path, StringArray& names, FileContents& contents) {
     const Result result = readZip(names, {".json"}, contents, path);
     if(result)
         return true;
@@ -55,8 +55,8 @@ bool collectArchive(Containers::StringView path, StringArray& names,
     return false;
 }
 
-Containers::Optional<Utility::Json> parseFile(Containers::StringView name,
-    Containers::StringView content) {
+Containers::Optional<Utility::Json> parseFile(
+    Containers::StringView name, Containers::StringView content) {
     Containers::Optional<Utility::Json> json;
     {
         /* One line per file is enough */
@@ -94,12 +94,13 @@ class TermImport {
 public:
     explicit TermImport(OrrelinEditor& editor, Containers::StringView fileName,
         TranslationMap& translations, bool isDefault):
-        _editor(editor), _fileName{fileName}, _terms(editor.localization->terms),
+        _editor(editor),
+        _fileName{fileName}, _terms(editor.localization->terms),
         _translations(translations), _isDefault{isDefault},
         _nextTerm{_terms.begin()}, _nextTranslation{_translations.begin()} {}
 
-    void importTerm(Containers::StringView key,
-        const Utility::JsonToken& value) {
+    void importTerm(
+        Containers::StringView key, const Utility::JsonToken& value) {
         const bool isText = value.type() == Utility::JsonToken::Type::String;
         if(!isText && value.type() != Utility::JsonToken::Type::Null) {
             Utility::Warning{} << "Invalid type for term" << key
@@ -125,8 +126,7 @@ public:
 
 private:
     TermPathMap::const_iterator find(Containers::StringView key) {
-        const auto found =
-            _nextTerm != _terms.end() && _nextTerm->first == key
+        const auto found = _nextTerm != _terms.end() && _nextTerm->first == key
             ? _nextTerm
             : _terms.find(key);
         if(found != _terms.end())
@@ -139,8 +139,8 @@ private:
         const auto found = _nextTranslation != _translations.end() &&
                 _nextTranslation->first == key
             ? _nextTranslation
-            : _translations.emplace_hint(_nextTranslation, key,
-                  Containers::NullOpt);
+            : _translations.emplace_hint(
+                  _nextTranslation, key, Containers::NullOpt);
         _nextTranslation = std::next(found);
         return found->second;
     }
@@ -200,8 +200,8 @@ void importFile(OrrelinEditor& editor, Containers::StringView name,
 void importTerms(OrrelinEditor& editor) {
     Containers::String path = languagesFolder(editor);
     if(isZipCompressed(editor))
-        path = Utility::Path::join(path,
-            editor.project["settings/project/name"].asString() + ".zip");
+        path = Utility::Path::join(
+            path, editor.project["settings/project/name"].asString() + ".zip");
     if(Utility::Path::exists(path))
         importTerms(editor, path, LocalizationFormat::I18next);
     else
@@ -217,8 +217,9 @@ void importTerms(OrrelinEditor& editor, Containers::StringView path,
     StringArray names{24};
     FileContents contents;
     const auto split = Utility::Path::splitExtension(path);
-    if(split.second() == ".zip" ? !collectArchive(path, names, contents)
-                                : !collectFolder(split.first(), names, contents))
+    if(split.second() == ".zip"
+            ? !collectArchive(path, names, contents)
+            : !collectFolder(split.first(), names, contents))
         return;
 
     editor.changeManager->beginGroup();

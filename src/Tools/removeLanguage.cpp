@@ -8,7 +8,8 @@
 
 namespace OrrelinEngine { namespace LocalizationTools {
 
-void removeLanguage(OrrelinEditor& editor, Containers::StringView languageCode) {
+void removeLanguage(
+    OrrelinEditor& editor, Containers::StringView languageCode) {
     const ValueAccess record =
         editor.project["languages"][RecordPath::segment(languageCode)];
     if(!record.hasValue())

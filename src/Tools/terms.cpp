@@ -14,8 +14,8 @@ constexpr rapidjson::SizeType FewMembers = 32;
 
 /* The object that a value and its flag are members of, if it's faster to
    search it itself. In a path, names with a tilde are escaped. */
-const JsonValue* smallRecord(const OrrelinEditor& editor,
-    Containers::StringView path) {
+const JsonValue* smallRecord(
+    const OrrelinEditor& editor, Containers::StringView path) {
     const Containers::StringView slash = path.findLast('/');
     if(!slash || slash.begin() == path.begin() ||
         path.suffix(slash.end()).contains('~'))
@@ -28,8 +28,8 @@ const JsonValue* smallRecord(const OrrelinEditor& editor,
 }
 
 const JsonValue* member(const JsonValue& record, Containers::StringView name) {
-    const auto found = record.FindMember(JsonValue{rapidjson::StringRef(
-        name.data(), rapidjson::SizeType(name.size()))});
+    const auto found = record.FindMember(JsonValue{
+        rapidjson::StringRef(name.data(), rapidjson::SizeType(name.size()))});
     return found == record.MemberEnd() ? nullptr : &found->value;
 }
 
@@ -50,8 +50,8 @@ Containers::StringView StoredTerm::text() const {
         : Containers::StringView{};
 }
 
-StoredTerm storedTerm(const OrrelinEditor& editor,
-    Containers::StringView path) {
+StoredTerm storedTerm(
+    const OrrelinEditor& editor, Containers::StringView path) {
     if(const JsonValue* const record = smallRecord(editor, path)) {
         const Containers::StringView name =
             path.suffix(path.findLast('/').end());

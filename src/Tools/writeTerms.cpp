@@ -41,8 +41,7 @@ void writeTranslations(Utility::JsonWriter& writer,
     /* Both are in the same order, so no term has to be searched for */
     auto next = translations.begin();
     for(const Term& term: terms) {
-        while(next != translations.end() &&
-            StrLess{}(next->first, term.key))
+        while(next != translations.end() && StrLess{}(next->first, term.key))
             ++next;
         writer.writeKey(term.key);
         if(next == translations.end() || next->first != term.key) {
@@ -76,8 +75,8 @@ Containers::Array<char> withEscapedControls(Containers::StringView json) {
     for(const char c: json) {
         if(isControl(c)) {
             const char* const digits = "0123456789abcdef";
-            for(const char e: {'\\', 'u', '0', '0', digits[c >> 4],
-                    digits[c & 0xf]})
+            for(const char e:
+                {'\\', 'u', '0', '0', digits[c >> 4], digits[c & 0xf]})
                 *o++ = e;
         } else
             *o++ = c;
@@ -103,16 +102,15 @@ void writeTerms(OrrelinEditor& editor,
     const TranslationMap none;
     for(const Containers::StringView code: languages) {
         const auto found = all.find(code);
-        Utility::JsonWriter writer{
-            Utility::JsonWriter::Option::Wrap |
+        Utility::JsonWriter writer{Utility::JsonWriter::Option::Wrap |
                 Utility::JsonWriter::Option::TypographicalSpace,
             2, 0};
         writer.beginObject().writeKey("translation").beginObject();
         if(code == defaultCode)
             writeSources(writer, terms);
         else
-            writeTranslations(writer, terms,
-                found == all.end() ? none : found->second);
+            writeTranslations(
+                writer, terms, found == all.end() ? none : found->second);
         writer.endObject().endObject();
 
         arrayAppend(fileContents, withEscapedControls(writer.toString()));

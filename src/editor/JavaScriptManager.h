@@ -70,10 +70,10 @@ private:
     Containers::Pointer<State> _state;
 
 public:
-    const std::uint32_t* typeCount;   /**< @brief Number of types */
-    StringArrayView typeNames;        /**< @brief Name of each type */
-    const ParamRange* paramRanges;    /**< @brief Parameters of each type */
-    std::size_t paramRangeCount;      /**< @brief Size of @ref paramRanges */
+    const std::uint32_t* typeCount; /**< @brief Number of types */
+    StringArrayView typeNames; /**< @brief Name of each type */
+    const ParamRange* paramRanges; /**< @brief Parameters of each type */
+    std::size_t paramRangeCount; /**< @brief Size of @ref paramRanges */
     const unsigned short* paramTypes; /**< @brief Type codes of parameters */
 };
 

@@ -26,10 +26,13 @@ Values are addressed by JSON Pointers with the rules of
 index, so a look-up in an object of 500,000 members costs about what it costs
 in one of 500. The index only ever proposes where a member may stand: what it
 says is checked against the document on each look-up, so @ref document may be
-edited directly at any time and a look-up is still right.
+edited directly at any time and a look-up is still right. Names of members are
+expected to differ; of those that don't, which JSON allows, the first is found,
+or any once the document was edited directly.
 
 The exception in cost is a name that is absent: that it really is can be known
-only from searching the object, about a millisecond in a million members.
+only from searching the object, about a millisecond in a million members. So is
+one that moved or came in a direct edit, for the first look-up of it.
 @ref EditScope lifts that for edits made in a row.
 */
 class ProjectFile: public RecordAccess {
@@ -100,8 +103,9 @@ private:
 
 While an instance exists, look-ups through @ref ProjectFile and accessors
 believe their index about names that are absent, once they checked it. The
-promise is that @ref ProjectFile::document isn't edited directly between two
-look-ups made in scopes of the same series.
+promise is that between two look-ups made in scopes of the same series,
+@ref ProjectFile::document is edited only with @ref ProjectFile::create(),
+@ref ProjectFile::erase() and accessors.
 */
 class EditScope {
 public:

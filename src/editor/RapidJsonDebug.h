@@ -17,8 +17,8 @@ namespace rapidjson {
 The value as JSON on one line without spaces. A long value is cut after 1000
 bytes, marked with "...".
 */
-Corrade::Utility::Debug& operator<<(Corrade::Utility::Debug& debug,
-    const OrrelinEngine::JsonValue& value);
+Corrade::Utility::Debug& operator<<(
+    Corrade::Utility::Debug& debug, const OrrelinEngine::JsonValue& value);
 
 }
 

@@ -18,8 +18,10 @@ namespace OrrelinEngine {
 class KeyIterator {
 public:
     /** @brief Iterator over @p source, standing at @p position */
-    explicit KeyIterator(const RecordAccessKeys& source,
-        std::uint32_t position): _source{&source}, _position{position} {}
+    explicit KeyIterator(
+        const RecordAccessKeys& source, std::uint32_t position):
+        _source{&source},
+        _position{position} {}
 
     /** @brief Advance to the next name */
     KeyIterator& operator++() {

@@ -25,8 +25,8 @@ Returns an empty string, or one line that tells what can't be written and why.
 Then there is what was before, without the temporary file. Folders and devices
 are never replaced.
 */
-Containers::String replaceFile(Containers::StringView file,
-    Containers::StringView content);
+Containers::String replaceFile(
+    Containers::StringView file, Containers::StringView content);
 
 }
 

@@ -43,8 +43,8 @@ public:
     /*implicit*/ Function(F&& callable): Function{} {
         typedef typename std::decay<F>::type Callable;
         /* A reference to a function is never null */
-        if constexpr(
-            std::is_pointer<typename std::remove_reference<F>::type>::value)
+        if constexpr(std::is_pointer<
+                         typename std::remove_reference<F>::type>::value)
             if(!callable)
                 return;
 
@@ -57,7 +57,7 @@ public:
                     std::forward<Args>(args)...);
             };
         } else {
-            new(_storage) Callable*{new Callable(std::forward<F>(callable))};
+            new(_storage) Callable* {new Callable(std::forward<F>(callable))};
             _call = [](void* storage, Args... args) -> R {
                 return (**static_cast<Callable**>(storage))(
                     std::forward<Args>(args)...);
@@ -72,9 +72,7 @@ public:
     Function(const Function&) = delete;
 
     /** @brief Move constructor; leaves @p other empty */
-    Function(Function&& other) noexcept {
-        take(other);
-    }
+    Function(Function&& other) noexcept { take(other); }
 
     ~Function() { destroy(); }
 

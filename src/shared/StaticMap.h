@@ -25,7 +25,7 @@ public:
     /** @brief An entry; ordered by key, byte-wise */
     struct Entry {
         Containers::String key; /**< @brief Key, empty if not used */
-        V value;                /**< @brief Value */
+        V value; /**< @brief Value */
     };
 
     /** @brief An empty, compiled map of capacity 0 */
@@ -44,8 +44,8 @@ public:
      * is valid until the next @ref put(), @ref grow() or @ref clear().
      */
     V* find(Containers::StringView key) {
-        CORRADE_ASSERT(_compiled,
-            "StaticMap::find(): Map needs to be compiled.", {});
+        CORRADE_ASSERT(
+            _compiled, "StaticMap::find(): Map needs to be compiled.", {});
         Entry* const end = _entries.begin() + _size;
         Entry* const found = std::lower_bound(_entries.begin(), end, key,
             [](const Entry& entry, Containers::StringView k) {
@@ -62,8 +62,8 @@ public:
      * returned is valid until @ref compile(), @ref grow() or @ref clear().
      */
     V* put(Containers::StringView key, V&& value) {
-        CORRADE_ASSERT(!key.isEmpty(),
-            "StaticMap::put(): key cannot be nullptr.", {});
+        CORRADE_ASSERT(
+            !key.isEmpty(), "StaticMap::put(): key cannot be nullptr.", {});
         CORRADE_ASSERT(_size < _entries.size(),
             "StaticMap::put(): capacity exhausted.", {});
         Entry& entry = _entries[_size++];
@@ -83,8 +83,8 @@ public:
 
     /** @brief Make room for @p count more entries */
     void grow(std::size_t count) {
-        Containers::Array<Entry> entries{Corrade::ValueInit,
-            _entries.size() + count};
+        Containers::Array<Entry> entries{
+            Corrade::ValueInit, _entries.size() + count};
         std::move(_entries.begin(), _entries.end(), entries.begin());
         _entries = std::move(entries);
     }

@@ -32,8 +32,10 @@ public:
      *      the position just past the last string's terminating zero
      * @param data      Characters, not owned
      */
-    explicit StringArrayView(Containers::Array<std::size_t>&& positions,
-        const char* data): _positions{std::move(positions)}, _data{data} {}
+    explicit StringArrayView(
+        Containers::Array<std::size_t>&& positions, const char* data):
+        _positions{std::move(positions)},
+        _data{data} {}
 
     /** @brief Copying is not allowed */
     StringArrayView(const StringArrayView&) = delete;
@@ -65,7 +67,8 @@ public:
     Containers::StringView get(std::size_t index) const {
         CORRADE_ASSERT(index < size(),
             "StringArrayView::get(): invalid index" << index << "for size"
-                                                    << size(), {});
+                                                    << size(),
+            {});
         return {_data + _positions[index],
             _positions[index + 1] - _positions[index] - 1,
             Containers::StringViewFlag::NullTerminated};

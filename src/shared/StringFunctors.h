@@ -57,8 +57,7 @@ struct StrLess {
     /** @brief Whether @p a stands before @p b */
     bool operator()(Containers::StringView a, Containers::StringView b) const {
         const std::size_t common = a.size() < b.size() ? a.size() : b.size();
-        const int order =
-            common ? std::memcmp(a.data(), b.data(), common) : 0;
+        const int order = common ? std::memcmp(a.data(), b.data(), common) : 0;
         return order ? order < 0 : a.size() < b.size();
     }
 };

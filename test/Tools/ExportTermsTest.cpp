@@ -18,8 +18,7 @@ std::string listed(const TemporaryFolder& folder) {
     std::vector<std::string> names;
     for(const auto& i:
         std::filesystem::recursive_directory_iterator{folder.path()})
-        names.push_back(
-            i.path().string().substr(folder.path().size() + 1) +
+        names.push_back(i.path().string().substr(folder.path().size() + 1) +
             (i.is_directory() ? "/ " : " "));
     std::sort(names.begin(), names.end());
     std::string out;
@@ -116,7 +115,8 @@ TEST(ExportTerms, archiveHoldsTheLooseFiles) {
     const Containers::StringView languages[]{"pt-BR", "en", "de"};
     const LocalizationFormat format = LocalizationFormat::I18next;
     exportTerms(demo.editor(), languages, folder.path("loose"), format);
-    exportTermsCompressed(demo.editor(), languages, folder.path("demo"), format);
+    exportTermsCompressed(
+        demo.editor(), languages, folder.path("demo"), format);
 
     StringArray names;
     Containers::Array<Containers::Array<char>> contents;

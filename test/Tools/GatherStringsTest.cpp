@@ -69,15 +69,14 @@ const struct {
     Pairs shared;
 } Documents[]{
     {"empty", "{}", {}, {}},
-    {"nothing in it",
-        R"({"settings": {"project": {}}, "objects": {"a": {}}})", {}, {}},
+    {"nothing in it", R"({"settings": {"project": {}}, "objects": {"a": {}}})",
+        {}, {}},
     {"project name", R"({"settings": {"project": {"name": "My Game"}}})",
         {{"projectName", "/settings/project/name"}}, {}},
     {"project name with a key",
         R"({"settings": {"project": {"name": "", "name_term": "title"}}})",
         {{"title", "/settings/project/name"}}, {}},
-    {"any value is a name",
-        R"({"settings": {"project": {"name": null}}})",
+    {"any value is a name", R"({"settings": {"project": {"name": null}}})",
         {{"projectName", "/settings/project/name"}}, {}},
     {"key without a project name",
         R"({"settings": {"project": {"name_term": "title"}}})", {}, {}},
@@ -90,22 +89,26 @@ const struct {
         {{"a1-js-1-tool/tip", "/objects/a1/components/1/button/tool~1tip"},
             {"a1-text-0", "/objects/a1/components/0/text/text"},
             {"ok-label", "/objects/a1/components/1/button/label"},
-            {"projectName", "/settings/project/name"}}, {}},
+            {"projectName", "/settings/project/name"}},
+        {}},
     {"no value is needed",
         R"({"objects": {"k3": {"components": [{"type": "text"},
             {"type": "button", "button": 1}, {"type": "text", "text": []}]}}})",
         {{"k3-js-1-label", "/objects/k3/components/1/button/label"},
             {"k3-js-1-tool/tip", "/objects/k3/components/1/button/tool~1tip"},
             {"k3-text-0", "/objects/k3/components/0/text/text"},
-            {"k3-text-2", "/objects/k3/components/2/text/text"}}, {}},
+            {"k3-text-2", "/objects/k3/components/2/text/text"}},
+        {}},
     {"other components",
         R"({"objects": {"a": {"components": [{"type": "mesh"},
             {"type": "Text"}, {"type": "text "}, {"type": 1}, {}, null,
-            "text", {"type": "silent"}]}}})", {}, {}},
+            "text", {"type": "silent"}]}}})",
+        {}, {}},
     {"components that are none",
         R"({"objects": {"a": {"components": {"0": {"type": "text"}}},
             "b": {"components": 2}, "c": {"components": []}, "d": {}, "e": 1,
-            "f": {"components": null}}})", {}, {}},
+            "f": {"components": null}}})",
+        {}, {}},
     {"objects that are none", R"({"objects": [{"components": []}]})", {}, {}},
     {"first claim of a key",
         R"({"objects": {
@@ -142,7 +145,8 @@ const struct {
             {"a~1b~0-js-3-title", "/objects/a~1b~0/components/3/a~1b/title"},
             {"a~1b~0-text-1", "/objects/a~1b~0/components/1/text/text"},
             {"found", "/objects/a~1b~0/components/0/text/text"},
-            {"title", "/objects/a~1b~0/components/2/a~1b/title"}}, {}},
+            {"title", "/objects/a~1b~0/components/2/a~1b/title"}},
+        {}},
     {"flags don't count",
         R"({"objects": {"a": {"components": [{"type": "text",
             "text": {"text": "x", "text_translate": false}}]}}})",
@@ -211,8 +215,7 @@ TEST_F(GatherStringsTest, innerOperationsAdd) {
         LocalizationTools::gatherObjectStrings(session.editor(), "a", strings);
         EXPECT_EQ(pairs(terms()),
             (Pairs{{"a-js-1-label", "/kept"},
-                {"a-js-1-tool/tip",
-                    "/objects/a/components/1/button/tool~1tip"},
+                {"a-js-1-tool/tip", "/objects/a/components/1/button/tool~1tip"},
                 {"a-text-0", "/objects/a/components/0/text/text"}}));
         EXPECT_EQ(sorted(strings),
             (Pairs{{"/objects/a/components/0/text/text", "kept"},
@@ -225,8 +228,8 @@ TEST_F(GatherStringsTest, innerOperationsAdd) {
 
     const StringView parts[]{""_s, "objects"_s, "b"_s, "components"_s, "0"_s};
     LocalizationTools::gatherComponentStrings(session.editor(), parts, strings);
-    EXPECT_EQ(text(terms().at("b-text-0")),
-        "/objects/b/components/0/text/text");
+    EXPECT_EQ(
+        text(terms().at("b-text-0")), "/objects/b/components/0/text/text");
 }
 
 TEST_F(GatherStringsTest, tooFewParts) {

@@ -71,10 +71,11 @@ TEST(AddLanguage, project) {
 TEST(AddLanguage, lastRow) {
     Project project{"{}"};
     addLanguage(project.editor(), AllLanguageCount - 1);
-    EXPECT_EQ(project.translations().count(
-        AllLanguages[AllLanguageCount - 1].code), 1u);
-    for(const unsigned short index: {AllLanguageCount,
-            static_cast<unsigned short>(0xffff)})
+    EXPECT_EQ(
+        project.translations().count(AllLanguages[AllLanguageCount - 1].code),
+        1u);
+    for(const unsigned short index:
+        {AllLanguageCount, static_cast<unsigned short>(0xffff)})
         EXPECT_DEATH(addLanguage(project.editor(), index),
             "languageIndex < AllLanguageCount");
 }
@@ -136,7 +137,8 @@ TEST(RemoveLanguage, project) {
         EXPECT_EQ(project.translationsText(), R"({"de":{"a":"A"}})");
         for(const char* const f: i.folders)
             EXPECT_EQ(std::filesystem::exists(folder.path(f + file)),
-                !i.deletedFrom || f != std::string{i.deletedFrom}) << f;
+                !i.deletedFrom || f != std::string{i.deletedFrom})
+                << f;
         EXPECT_EQ(project.changes().hasUnsavedChanges(),
             languages != std::string{i.expectedLanguages});
 
@@ -162,8 +164,8 @@ TEST(RemoveLanguage, keysOfTheProject) {
         const JsonValue& languages =
             *project.editor().languagesSection.readValueNoDefault();
         ASSERT_STREQ(languages.MemberBegin()->name.GetString(), code);
-        removeLanguage(project.editor(),
-            languages.MemberBegin()->name.GetString());
+        removeLanguage(
+            project.editor(), languages.MemberBegin()->name.GetString());
     }
     EXPECT_EQ(project.stored("/languages"), "{}");
     EXPECT_EQ(folder.read("precious.json"), "{}");

@@ -15,15 +15,17 @@ public:
     explicit Museum() {
         JsonDocument types;
         types.Parse(
-            TemporaryFolder::readFile(EXAMPLES "/museum/components.json").data());
+            TemporaryFolder::readFile(EXAMPLES "/museum/components.json")
+                .data());
         EXPECT_TRUE(types.IsObject());
         for(const auto& type: types.GetObject()) {
-            std::vector<Containers::Pair<Containers::StringView,
-                unsigned short>> parameters;
+            std::vector<
+                Containers::Pair<Containers::StringView, unsigned short>>
+                parameters;
             for(const auto& i: type.value.GetObject())
                 parameters.push_back({i.name.GetString(),
-                    static_cast<unsigned short>(i.value == "string" ?
-                        Data::StringParamType : 0)});
+                    static_cast<unsigned short>(
+                        i.value == "string" ? Data::StringParamType : 0)});
             session.addScriptType(type.name.GetString(),
                 Containers::arrayView(parameters.data(), parameters.size()));
         }

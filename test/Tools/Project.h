@@ -45,8 +45,9 @@ private:
    except for the flags that exclude others from translation. */
 class Project {
 public:
-    explicit Project(Containers::StringView json,
-        Containers::StringView root = {}): _session{root} {
+    explicit Project(
+        Containers::StringView json, Containers::StringView root = {}):
+        _session{root} {
         if(!_session.parse(json))
             ADD_FAILURE() << "no project: " << text(json);
         for(const Containers::StringView key: editor().project["texts"].keys())
@@ -75,11 +76,11 @@ public:
         for(const auto& language: document.GetObject()) {
             TranslationMap& out = translations()[language.name.GetString()];
             for(const auto& i: language.value.GetObject()) {
-                auto& translation = out[Containers::String{i.name.GetString(),
-                    i.name.GetStringLength()}];
+                auto& translation = out[Containers::String{
+                    i.name.GetString(), i.name.GetStringLength()}];
                 if(i.value.IsString())
-                    translation = Containers::String{i.value.GetString(),
-                        i.value.GetStringLength()};
+                    translation = Containers::String{
+                        i.value.GetString(), i.value.GetStringLength()};
             }
         }
     }

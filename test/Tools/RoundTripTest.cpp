@@ -39,25 +39,25 @@ public:
 private:
     void character(std::string& out) {
         switch(below(8)) {
-            case 0:
-                out += char(below(0x20));
-                break;
-            case 1:
-                out += "\"\\/~.{}:,$"[below(10)];
-                break;
-            case 2:
-                out += {char(0xc3), char(0x80 + below(0x40))};
-                break;
-            case 3:
-                out += {char(0xe3), char(0x80 + below(0x40)),
-                    char(0x80 + below(0x40))};
-                break;
-            case 4:
-                out += {char(0xf0), char(0x9f), char(0x98 + below(8)),
-                    char(0x80 + below(0x40))};
-                break;
-            default:
-                out += char('a' + below(26));
+        case 0:
+            out += char(below(0x20));
+            break;
+        case 1:
+            out += "\"\\/~.{}:,$"[below(10)];
+            break;
+        case 2:
+            out += {char(0xc3), char(0x80 + below(0x40))};
+            break;
+        case 3:
+            out += {
+                char(0xe3), char(0x80 + below(0x40)), char(0x80 + below(0x40))};
+            break;
+        case 4:
+            out += {char(0xf0), char(0x9f), char(0x98 + below(8)),
+                char(0x80 + below(0x40))};
+            break;
+        default:
+            out += char('a' + below(26));
         }
     }
 
@@ -164,11 +164,11 @@ std::string someProject(Random& random, const Codes& languages) {
 
 /* Translates some of the terms, and some that aren't there. Returns what the
    files are expected to bring back. */
-LanguageTranslations translate(OrrelinEditor& editor, Random& random,
-    const Codes& languages) {
+LanguageTranslations translate(
+    OrrelinEditor& editor, Random& random, const Codes& languages) {
     LanguageTranslations out;
-    const std::string defaultCode = text(editor.project[
-        "settings/localization/defaultLanguage"].asString());
+    const std::string defaultCode = text(
+        editor.project["settings/localization/defaultLanguage"].asString());
     for(const Containers::StringView code: languages) {
         TranslationMap& translations = editor.localization->translations[code];
         for(const auto& term: editor.localization->terms) {
@@ -181,8 +181,7 @@ LanguageTranslations translate(OrrelinEditor& editor, Random& random,
             if(code == defaultCode)
                 translation =
                     Containers::String{editor.project[term.second].asString()};
-            const ValueAccess flag =
-                editor.project[term.second + "_translate"];
+            const ValueAccess flag = editor.project[term.second + "_translate"];
             if(!flag.hasValue() || flag.asBool())
                 out[code].emplace(term.first, translation);
         }
@@ -197,8 +196,8 @@ unsigned int setting(const char* name, unsigned int otherwise) {
     return value ? unsigned(std::strtoul(value, nullptr, 10)) : otherwise;
 }
 
-void expectRoundTrip(EditorSession& session, const TemporaryFolder& folder,
-    Random& random) {
+void expectRoundTrip(
+    EditorSession& session, const TemporaryFolder& folder, Random& random) {
     const Codes codes = someLanguages(random);
     const std::string project = someProject(random, codes);
     ASSERT_TRUE(session.parse(project));
@@ -230,9 +229,9 @@ void expectRoundTrip(EditorSession& session, const TemporaryFolder& folder,
    seed that is told and one project */
 TEST(RoundTrip, randomProjects) {
     EditorSession session;
-    const Containers::Pair<Containers::StringView, unsigned short>
-        parameters[]{{"label", Data::StringParamType}, {"count", 3},
-            {"a/b~c", Data::StringParamType}};
+    const Containers::Pair<Containers::StringView, unsigned short> parameters[]{
+        {"label", Data::StringParamType}, {"count", 3},
+        {"a/b~c", Data::StringParamType}};
     session.addScriptType("button", parameters);
 
     const TemporaryFolder folder;

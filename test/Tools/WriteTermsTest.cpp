@@ -49,11 +49,13 @@ TEST(WriteTerms, files) {
             "settings": {"localization": {"defaultLanguage": "en"}},
             "texts": {"a-1": "A one", "a": "A", "number": 1, "apple": "\"",
                 "Zebra": ""}
-        })", R"({
+        })",
+            R"({
             "en": {"a": "not the text"},
             "de": {"a": "Ah", "a-1": null, "apple": "", "b": "no term",
                 "0": "neither"}
-        })", {"de", "en", "pt-BR", "EN"},
+        })",
+            {"de", "en", "pt-BR", "EN"},
             "de.json: {\n"
             "  \"translation\": {\n"
             "    \"Zebra\": null,\n"
@@ -94,7 +96,8 @@ TEST(WriteTerms, files) {
             "settings": {"localization": {"defaultLanguage": "en"}},
             "texts": {"off": "", "off_translate": false,
                 "on": "On", "on_translate": true}
-        })", R"({"de": {"off": "Aus", "on": "An"}})", {"en", "de", "en"},
+        })",
+            R"({"de": {"off": "Aus", "on": "An"}})", {"en", "de", "en"},
             "en.json: {\n"
             "  \"translation\": {\n"
             "    \"on\": \"On\"\n"
@@ -121,8 +124,9 @@ TEST(WriteTerms, files) {
         SCOPED_TRACE(i.name);
         Project project{i.project};
         project.setTranslations(i.translations);
-        EXPECT_EQ(written(project, Containers::arrayView(i.languages.data(),
-                      i.languages.size())),
+        EXPECT_EQ(
+            written(project,
+                Containers::arrayView(i.languages.data(), i.languages.size())),
             i.expected);
     }
 }
@@ -152,8 +156,8 @@ TEST(WriteTerms, appends) {
     for(const char* const language: {"de", "fr"})
         writeTerms(project.editor(), {language}, LocalizationFormat::I18next,
             names, contents);
-    writeTerms(project.editor(), {"it"}, LocalizationFormat(1), names,
-        contents);
+    writeTerms(
+        project.editor(), {"it"}, LocalizationFormat(1), names, contents);
     ASSERT_EQ(names.size(), 2u);
     EXPECT_EQ(contents.size(), 2u);
     EXPECT_EQ(text(names[0]), "de.json");
@@ -162,8 +166,8 @@ TEST(WriteTerms, appends) {
 
 TEST(WriteTerms, measuredFiles) {
     JsonDocument vectors;
-    vectors.Parse(TemporaryFolder::readFile(
-        TEST_DATA "/utility-libraries.json").data());
+    vectors.Parse(
+        TemporaryFolder::readFile(TEST_DATA "/utility-libraries.json").data());
     ASSERT_TRUE(vectors.IsObject());
 
     for(const char* const name: {"emptyTranslation", "mixed"}) {
@@ -176,7 +180,8 @@ TEST(WriteTerms, measuredFiles) {
             project.terms().emplace(i.name.GetString(), "/none");
         project.setTranslations(
             (R"({"de": )" + jsonText(source["translation"]) + "}").data());
-        EXPECT_EQ(written(project, {"de"}), std::string{"de.json: "} + expected);
+        EXPECT_EQ(
+            written(project, {"de"}), std::string{"de.json: "} + expected);
     }
 }
 
@@ -191,7 +196,8 @@ void expectReadable(const std::string& file, const std::string& expected) {
     const auto& key = terms.MemberBegin()->name;
     const auto& value = terms.MemberBegin()->value;
     EXPECT_EQ(std::string(key.GetString(), key.GetStringLength()), expected);
-    EXPECT_EQ(std::string(value.GetString(), value.GetStringLength()), expected);
+    EXPECT_EQ(
+        std::string(value.GetString(), value.GetStringLength()), expected);
 }
 
 std::string writtenAlone(const std::string& content) {

@@ -64,7 +64,8 @@ const struct {
         "Missing a comma or ']' after an array element at line 1, column 12"},
     {"trailing comma", "{\"a\": 1,}",
         "Missing a name for object member at line 1, column 9"},
-    {"something after it", "{} {}", "The document root must not be followed "
+    {"something after it", "{} {}",
+        "The document root must not be followed "
         "by other values at line 1, column 4"},
     {"NUL after it", {"{\"a\":1}\0garbage", 15},
         "The document root must not be followed by other values "
@@ -103,8 +104,9 @@ TEST_F(EditorSessionTest, faults) {
         {
             const Printed printed;
             EXPECT_FALSE(session.open(file));
-            EXPECT_EQ(printed.text(), "EditorSession::open(): can't open " +
-                file + ": " + data.fault + '\n');
+            EXPECT_EQ(printed.text(),
+                "EditorSession::open(): can't open " + file + ": " +
+                    data.fault + '\n');
         }
         expectKept();
     }
@@ -124,8 +126,9 @@ TEST_F(EditorSessionTest, openWhatCannotBeRead) {
         SCOPED_TRACE(data.file);
         const Printed printed;
         EXPECT_FALSE(session.open(data.file));
-        EXPECT_EQ(printed.text(), "EditorSession::open(): can't read " +
-            data.file + ": " + data.reason + '\n');
+        EXPECT_EQ(printed.text(),
+            "EditorSession::open(): can't read " + data.file + ": " +
+                data.reason + '\n');
     }
     expectKept();
 }
@@ -171,8 +174,8 @@ TEST_F(EditorSessionTest, openingStartsAnew) {
     EXPECT_FALSE(session.changeManager().hasUnsavedChanges());
     EXPECT_TRUE(session.localization().terms.empty());
     EXPECT_TRUE(session.localization().translations.empty());
-    EXPECT_EQ(*session.editor().sceneData->main().javaScriptManager.typeCount,
-        1u);
+    EXPECT_EQ(
+        *session.editor().sceneData->main().javaScriptManager.typeCount, 1u);
 
     /* Nothing to undo or redo, no group is open, nobody listens */
     session.changeManager().undoLast();
@@ -233,8 +236,9 @@ TEST_F(EditorSessionTest, saveIntoMissingFolder) {
     {
         const Printed printed;
         EXPECT_FALSE(session.save(file));
-        EXPECT_EQ(printed.text(), "EditorSession::save(): can't write " + file +
-            ": No such file or directory\n");
+        EXPECT_EQ(printed.text(),
+            "EditorSession::save(): can't write " + file +
+                ": No such file or directory\n");
     }
     expectKept();
 }
@@ -245,8 +249,9 @@ TEST_F(EditorSessionTest, failedSaveKeepsTheFile) {
     {
         const Printed printed;
         EXPECT_FALSE(session.save(folder.path("project.json")));
-        EXPECT_EQ(printed.text(), "EditorSession::save(): can't write " +
-            folder.path("project.json") + ": Is a directory\n");
+        EXPECT_EQ(printed.text(),
+            "EditorSession::save(): can't write " +
+                folder.path("project.json") + ": Is a directory\n");
     }
     std::size_t count = 0;
     for(const auto& i: std::filesystem::directory_iterator{folder.path()}) {
@@ -280,8 +285,8 @@ TEST_F(EditorSessionTest, newFileHasTheUsualMode) {
     const mode_t mask = ::umask(0027);
     EXPECT_TRUE(session.save(folder.path("project.json")));
     ::umask(mask);
-    EXPECT_EQ(std::filesystem::status(folder.path("project.json"))
-                  .permissions(),
+    EXPECT_EQ(
+        std::filesystem::status(folder.path("project.json")).permissions(),
         std::filesystem::perms(0640));
 }
 
@@ -293,9 +298,9 @@ TEST_F(EditorSessionTest, saveOfWhatIsNoNumber) {
 
     const Printed printed;
     EXPECT_TRUE(session.save(folder.path("project.json")));
-    EXPECT_EQ(printed.text(), "EditorSession::save(): numbers in " +
-        folder.path("project.json") +
-        " that aren't finite were written as null: 3\n");
+    EXPECT_EQ(printed.text(),
+        "EditorSession::save(): numbers in " + folder.path("project.json") +
+            " that aren't finite were written as null: 3\n");
     ASSERT_TRUE(session.open(folder.path("project.json")));
     EXPECT_EQ(jsonText(session.projectFile().document),
         R"({"a":[1.5,null,null,null]})");
@@ -306,7 +311,8 @@ TEST_F(EditorSessionTest, tooManyScriptTypes) {
         session.addScriptType("type", {});
     const Printed printed;
     session.addScriptType("one", {});
-    EXPECT_EQ(printed.text(), "EditorSession::addScriptType(): no room for "
+    EXPECT_EQ(printed.text(),
+        "EditorSession::addScriptType(): no room for "
         "one with 0 parameters\n");
 }
 

@@ -13,8 +13,8 @@ typedef std::vector<Containers::Pair<Containers::StringView, unsigned short>>
 
 bool add(ScriptTypes& types, Containers::StringView name,
     const Parameters& parameters) {
-    return types.addType(name,
-        Containers::arrayView(parameters.data(), parameters.size()));
+    return types.addType(
+        name, Containers::arrayView(parameters.data(), parameters.size()));
 }
 
 TEST(JavaScriptManagerTest, types) {
@@ -36,8 +36,8 @@ TEST(JavaScriptManagerTest, types) {
     EXPECT_EQ(text(types.typeNames.get(2)), "button");
 
     ASSERT_EQ(types.paramRangeCount, 3u);
-    const std::vector<std::vector<std::string>> names{{"label", "size"}, {},
-        {"tooltip"}};
+    const std::vector<std::vector<std::string>> names{
+        {"label", "size"}, {}, {"tooltip"}};
     const std::vector<std::vector<int>> codes{{16, 3}, {}, {16}};
     for(unsigned short i = 0; i != 3; ++i) {
         const StringArrayView found = types.paramNames(i);
@@ -45,8 +45,8 @@ TEST(JavaScriptManagerTest, types) {
         ASSERT_EQ(types.paramRanges[i].count, names[i].size());
         for(std::size_t j = 0; j != found.size(); ++j) {
             EXPECT_EQ(text(found.get(j)), names[i][j]);
-            EXPECT_EQ(types.paramTypes[types.paramRanges[i].first + j],
-                codes[i][j]);
+            EXPECT_EQ(
+                types.paramTypes[types.paramRanges[i].first + j], codes[i][j]);
         }
     }
 }

@@ -37,8 +37,8 @@ const char* const Names[]{"", "a", "b", "a/b", "~", "~1", "0", "1", "2", "01",
 const char* const Segments[]{"", "a", "b", "a~1b", "~0", "~01", "0", "1", "2",
     "01", "-", "-1", "99999999999", "with a space", "é", "m3", "m59", "absent"};
 
-JsonValue randomValue(Random& random, JsonAllocator& allocator,
-    std::size_t depth) {
+JsonValue randomValue(
+    Random& random, JsonAllocator& allocator, std::size_t depth) {
     const std::size_t kind = random.below(depth ? 6 : 3);
     JsonValue out;
     if(kind == 1)
@@ -54,8 +54,8 @@ JsonValue randomValue(Random& random, JsonAllocator& allocator,
         /* So many that they are indexed, now and then */
         if(random.below(4) == 0)
             for(int i = 0; i != 60; ++i)
-                out.AddMember(JsonValue{("m" + std::to_string(i)).data(),
-                                  allocator},
+                out.AddMember(
+                    JsonValue{("m" + std::to_string(i)).data(), allocator},
                     JsonValue{i}, allocator);
         for(const char* name: Names)
             if(random.below(2))
@@ -154,8 +154,8 @@ public:
 
     JsonValue newKey() {
         const std::string name = newName();
-        return JsonValue{name.data(), rapidjson::SizeType(name.size()),
-            allocator()};
+        return JsonValue{
+            name.data(), rapidjson::SizeType(name.size()), allocator()};
     }
 
     JsonValue fresh(std::size_t size) {
@@ -239,93 +239,103 @@ const Edit ProjectEdits[]{
     {"create below",
         [](auto& o) { o.file.create("/objects/" + o.newName() + "/a/b"); }},
     {"erase", [](auto& o) { o.file.erase(o.randomPath()); }},
-    {"setString", [](auto& o) {
-        o.file[o.randomPath()].setString("text");
-        o.file["objects"][o.newName()]["name"].setString("text");
-    }},
-    {"addResource", [](auto& o) {
-        ProjectSection{o.file, "objects"}.addResource(o.newName());
-    }},
-    {"erase and add one", [](auto& o) {
-        o.file.erase(o.randomPath());
-        ProjectSection{o.file, "objects"}.addResource(o.newName());
-    }},
-    {"add and erase one", [](auto& o) {
-        const std::string name = o.newName();
-        o.file.create("/objects/" + name);
-        o.file.erase("/objects/" + name);
-    }},
-    {"replace members of a value for writing", [](auto& o) {
-        JsonValue& object = o.file["objects"].writeValue();
-        object.RemoveMember(o.randomMember());
-        object.AddMember(o.newKey(), JsonValue{}, o.allocator());
-    }},
-    {"replace a value for writing", [](auto& o) {
-        o.file["objects"].writeValue() = o.fresh(o.object().MemberCount());
-    }},
+    {"setString",
+        [](auto& o) {
+            o.file[o.randomPath()].setString("text");
+            o.file["objects"][o.newName()]["name"].setString("text");
+        }},
+    {"addResource",
+        [](auto& o) {
+            ProjectSection{o.file, "objects"}.addResource(o.newName());
+        }},
+    {"erase and add one",
+        [](auto& o) {
+            o.file.erase(o.randomPath());
+            ProjectSection{o.file, "objects"}.addResource(o.newName());
+        }},
+    {"add and erase one",
+        [](auto& o) {
+            const std::string name = o.newName();
+            o.file.create("/objects/" + name);
+            o.file.erase("/objects/" + name);
+        }},
+    {"replace members of a value for writing",
+        [](auto& o) {
+            JsonValue& object = o.file["objects"].writeValue();
+            object.RemoveMember(o.randomMember());
+            object.AddMember(o.newKey(), JsonValue{}, o.allocator());
+        }},
+    {"replace a value for writing",
+        [](auto& o) {
+            o.file["objects"].writeValue() = o.fresh(o.object().MemberCount());
+        }},
 };
 
 /* Behind its back */
 const Edit DirectEdits[]{
-    {"AddMember", [](auto& o) {
-        o.object().AddMember(o.newKey(), JsonValue{}, o.allocator());
-    }},
-    {"RemoveMember", [](auto& o) {
-        o.object().RemoveMember(o.randomMember());
-    }},
-    {"EraseMember", [](auto& o) { o.object().EraseMember(o.randomMember()); }},
-    {"EraseMember, some", [](auto& o) {
-        const auto first = o.object().MemberBegin() +
-            std::ptrdiff_t(o.random.below(o.object().MemberCount() - 5));
-        o.object().EraseMember(first, first + 5);
-    }},
-    {"remove and add one", [](auto& o) {
-        o.object().RemoveMember(o.randomMember());
-        o.object().AddMember(o.newKey(), JsonValue{}, o.allocator());
-    }},
-    {"erase and add one", [](auto& o) {
-        o.object().EraseMember(o.randomMember());
-        o.object().AddMember(o.newKey(), JsonValue{}, o.allocator());
-    }},
-    {"rename", [](auto& o) { o.randomMember()->name = o.newKey(); }},
-    {"exchange names", [](auto& o) {
-        o.randomMember()->name.Swap(o.randomMember()->name);
-    }},
-    {"exchange members", [](auto& o) {
-        swapMembers(*o.randomMember(), *o.randomMember());
-    }},
-    {"sort", [](auto& o) { sortMembers(o.object()); }},
-    {"reverse", [](auto& o) {
-        const std::uint32_t count = o.object().MemberCount();
-        const auto begin = o.object().MemberBegin();
-        for(std::uint32_t i = 0; i != count / 2; ++i)
-            swapMembers(begin[i], begin[count - 1 - i]);
-    }},
-    {"other members in the same place", [](auto& o) {
-        const std::uint32_t count = o.object().MemberCount();
-        o.object().RemoveAllMembers();
-        for(std::uint32_t i = 0; i != count; ++i)
+    {"AddMember",
+        [](auto& o) {
             o.object().AddMember(o.newKey(), JsonValue{}, o.allocator());
-    }},
-    {"assign", [](auto& o) {
-        o.object() = o.fresh(o.object().MemberCount());
-    }},
-    {"exchange", [](auto& o) {
-        JsonValue other = o.fresh(o.object().MemberCount() + 1);
-        o.object().Swap(other);
-    }},
-    {"parse", [](auto& o) {
-        JsonDocument document;
-        document.SetObject().AddMember("objects",
-            o.fresh(o.object().MemberCount()), document.GetAllocator());
-        o.file.document.Parse(jsonText(document).data());
-    }},
-    {"exchange documents", [](auto& o) {
-        JsonDocument document;
-        document.Parse(jsonText(o.file.document).data());
-        document["objects"].RemoveMember(document["objects"].MemberBegin());
-        o.file.document.Swap(document);
-    }},
+        }},
+    {"RemoveMember",
+        [](auto& o) { o.object().RemoveMember(o.randomMember()); }},
+    {"EraseMember", [](auto& o) { o.object().EraseMember(o.randomMember()); }},
+    {"EraseMember, some",
+        [](auto& o) {
+            const auto first = o.object().MemberBegin() +
+                std::ptrdiff_t(o.random.below(o.object().MemberCount() - 5));
+            o.object().EraseMember(first, first + 5);
+        }},
+    {"remove and add one",
+        [](auto& o) {
+            o.object().RemoveMember(o.randomMember());
+            o.object().AddMember(o.newKey(), JsonValue{}, o.allocator());
+        }},
+    {"erase and add one",
+        [](auto& o) {
+            o.object().EraseMember(o.randomMember());
+            o.object().AddMember(o.newKey(), JsonValue{}, o.allocator());
+        }},
+    {"rename", [](auto& o) { o.randomMember()->name = o.newKey(); }},
+    {"exchange names",
+        [](auto& o) { o.randomMember()->name.Swap(o.randomMember()->name); }},
+    {"exchange members",
+        [](auto& o) { swapMembers(*o.randomMember(), *o.randomMember()); }},
+    {"sort", [](auto& o) { sortMembers(o.object()); }},
+    {"reverse",
+        [](auto& o) {
+            const std::uint32_t count = o.object().MemberCount();
+            const auto begin = o.object().MemberBegin();
+            for(std::uint32_t i = 0; i != count / 2; ++i)
+                swapMembers(begin[i], begin[count - 1 - i]);
+        }},
+    {"other members in the same place",
+        [](auto& o) {
+            const std::uint32_t count = o.object().MemberCount();
+            o.object().RemoveAllMembers();
+            for(std::uint32_t i = 0; i != count; ++i)
+                o.object().AddMember(o.newKey(), JsonValue{}, o.allocator());
+        }},
+    {"assign", [](auto& o) { o.object() = o.fresh(o.object().MemberCount()); }},
+    {"exchange",
+        [](auto& o) {
+            JsonValue other = o.fresh(o.object().MemberCount() + 1);
+            o.object().Swap(other);
+        }},
+    {"parse",
+        [](auto& o) {
+            JsonDocument document;
+            document.SetObject().AddMember("objects",
+                o.fresh(o.object().MemberCount()), document.GetAllocator());
+            o.file.document.Parse(jsonText(document).data());
+        }},
+    {"exchange documents",
+        [](auto& o) {
+            JsonDocument document;
+            document.Parse(jsonText(o.file.document).data());
+            document["objects"].RemoveMember(document["objects"].MemberBegin());
+            o.file.document.Swap(document);
+        }},
 };
 
 template<std::size_t size> std::vector<Edit> all(const Edit (&edits)[size]) {
@@ -421,8 +431,8 @@ TEST(ProjectFileTest, neverStaleInManyLargeObjects) {
     for(int i = 0; i != 500; ++i) {
         JsonValue object{rapidjson::kObjectType};
         for(int j = 0; j != 300; ++j)
-            object.AddMember(JsonValue{("m" + std::to_string(j)).data(),
-                                 file.allocator()},
+            object.AddMember(
+                JsonValue{("m" + std::to_string(j)).data(), file.allocator()},
                 JsonValue{i + j}, file.allocator());
         list.PushBack(std::move(object), file.allocator());
     }
@@ -437,8 +447,8 @@ TEST(ProjectFileTest, neverStaleInManyLargeObjects) {
             found == object.MemberEnd() ? nullptr : &found->value);
 
         if(random.below(50) == 0)
-            file.erase("/list/" + std::to_string(random.below(500)) + '/' +
-                name);
+            file.erase(
+                "/list/" + std::to_string(random.below(500)) + '/' + name);
         else if(random.below(50) == 0)
             object.Swap(file.document["list"][unsigned(random.below(500))]);
     }

@@ -38,11 +38,9 @@ const struct {
 } Paths[]{
     {"one name", [](auto& p) { return p["settings"]; }, "/settings"},
     {"leading slash", [](auto& p) { return p["/settings"]; }, "/settings"},
-    {"chained",
-        [](auto& p) { return p["settings"]["project"]["name"]; },
+    {"chained", [](auto& p) { return p["settings"]["project"]["name"]; },
         "/settings/project/name"},
-    {"several segments",
-        [](auto& p) { return p["settings/project"]["name"]; },
+    {"several segments", [](auto& p) { return p["settings/project"]["name"]; },
         "/settings/project/name"},
     {"record path of another",
         [](auto& p) { return p[p["settings/project"]["name"].path]; },
@@ -57,8 +55,7 @@ const struct {
         "/a/b/c"},
     {"empty name", [](auto& p) { return p["a"][""]; }, "/a/"},
     {"empty name in between", [](auto& p) { return p["a//b"]; }, "/a//b"},
-    {"escapes are kept", [](auto& p) { return p["a~1b"]["~0"]; },
-        "/a~1b/~0"},
+    {"escapes are kept", [](auto& p) { return p["a~1b"]["~0"]; }, "/a~1b/~0"},
 };
 
 TEST_F(RecordAccessTest, paths) {
@@ -150,8 +147,9 @@ TEST_F(RecordAccessTest, settingsSchema) {
         const char* key;
         const char* value;
     } defaults[]{
-        {"", R"({"languagesFolder":"languages","format":"i18next",)"
-             R"("enableZipCompression":false})"},
+        {"",
+            R"({"languagesFolder":"languages","format":"i18next",)"
+            R"("enableZipCompression":false})"},
         {"/languagesFolder", "\"languages\""},
         {"/format", "\"i18next\""},
         {"/enableZipCompression", "false"},
@@ -201,8 +199,8 @@ TEST_F(RecordAccessTest, hostDefaults) {
     ValueAccess{language}.setString("de");
     EXPECT_TRUE(language.hasValue());
     EXPECT_EQ(text(language.asString()), "de");
-    EXPECT_STREQ(defaults["settings"]["localization"]["defaultLanguage"]
-                     .GetString(),
+    EXPECT_STREQ(
+        defaults["settings"]["localization"]["defaultLanguage"].GetString(),
         "en");
 
     file.setDefaults(nullptr);
@@ -290,8 +288,7 @@ const struct {
     {"replaces a string", R"({"a":"old"})", "a", R"({"a":"new"})"},
     {"replaces anything", R"({"a":{"b":[1]}})", "a", R"({"a":"new"})"},
     {"creates the parents", R"({})", "a/b/c", R"({"a":{"b":{"c":"new"}}})"},
-    {"creates an array for an index", R"({})", "a/1",
-        R"({"a":[null,"new"]})"},
+    {"creates an array for an index", R"({})", "a/1", R"({"a":[null,"new"]})"},
     {"replaces an element", R"({"a":[1,2]})", "a/0", R"({"a":["new",2]})"},
     {"appends", R"({"a":[1]})", "a/-", R"({"a":[1,"new"]})"},
     {"replaces what's in the way", R"({"a":1})", "a/b", R"({"a":{"b":"new"}})"},
@@ -312,14 +309,15 @@ TEST_F(RecordAccessTest, setStringCopies) {
         const String text = "a text \0 of more than a few bytes"_s;
         project["copy"].setString(text);
     }
-    EXPECT_EQ(project["copy"].asString(), "a text \0 of more than a few bytes"_s);
+    EXPECT_EQ(
+        project["copy"].asString(), "a text \0 of more than a few bytes"_s);
 
     /* A text of the document itself, to where it is and below it */
     project["copy"].setString(project["copy"].asString().exceptPrefix(2));
     EXPECT_EQ(project["copy"].asString(), "text \0 of more than a few bytes"_s);
     project["copy/below"].setString(project["copy"].asString());
-    EXPECT_EQ(project["copy/below"].asString(),
-        "text \0 of more than a few bytes"_s);
+    EXPECT_EQ(
+        project["copy/below"].asString(), "text \0 of more than a few bytes"_s);
 
     project["copy"].setString({});
     EXPECT_EQ(stored("/copy"), "\"\"");

@@ -86,7 +86,7 @@ std::string littleEndian(std::uint32_t value, std::size_t size) {
 
 std::string noise(std::size_t size) {
     std::string out;
-    for(std::uint32_t i = 1; out.size() != size; i = i*1664525 + 1013904223)
+    for(std::uint32_t i = 1; out.size() != size; i = i * 1664525 + 1013904223)
         out += char(i >> 24);
     return out;
 }
@@ -135,7 +135,7 @@ TEST_F(Zip, OtherReader) {
     const std::string command = "cd " + folder.string() + " && LC_ALL=C.UTF-8 ";
     EXPECT_EQ(std::system((command + "unzip -qq Demo.zip").data()), 0);
     for(const Entry& i: Languages)
-        EXPECT_EQ(readFile(folder/i.name), i.content) << i.name;
+        EXPECT_EQ(readFile(folder / i.name), i.content) << i.name;
 }
 
 TEST_F(Zip, SameBytes) {
@@ -158,16 +158,17 @@ TEST_F(Zip, Extensions) {
     } data[]{
         {{".json"}, {{"a.json", "1"}, {"x/a.json", "2"}, {"b.b.json", "3"}}},
         {{".JSON", ".txt"}, {{"c.JSON", "4"}}},
-        {{""}, {{".json", "5"}, {"json", "6"}}},
-        {{}, {}}};
-    ASSERT_TRUE(write({{"a.json", "1"}, {"c.JSON", "4"}, {"x/", ""},
-        {"x/a.json", "2"}, {".json", "5"}, {"y.json/", ""}, {"json", "6"},
-        {"b.b.json", "3"}}, path));
+        {{""}, {{".json", "5"}, {"json", "6"}}}, {{}, {}}};
+    ASSERT_TRUE(write(
+        {{"a.json", "1"}, {"c.JSON", "4"}, {"x/", ""}, {"x/a.json", "2"},
+            {".json", "5"}, {"y.json/", ""}, {"json", "6"}, {"b.b.json", "3"}},
+        path));
     for(const auto& i: data) {
         Entries out;
         EXPECT_EQ(read(path, out,
-            ArrayView<const StringView>{i.extensions.data(),
-                i.extensions.size()}), "");
+                      ArrayView<const StringView>{
+                          i.extensions.data(), i.extensions.size()}),
+            "");
         EXPECT_EQ(out, i.expected);
     }
 }
@@ -179,13 +180,12 @@ TEST_F(Zip, WriteFailures) {
         Entries entries;
         const char* file;
         std::string reason;
-    } data[]{
-        {{}, "old.zip", "there are no entries"},
+    } data[]{{{}, "old.zip", "there are no entries"},
         {{{"a", "1"}, {"b", "2"}, {"a", "3"}}, "old.zip",
             "entry a: two different contents have this name"},
         {{{"a", ""}, {std::string{"a\0b", 3}, ""}}, "old.zip",
-            std::string{"entry a\0b: the name is too long or has a zero byte",
-                50}},
+            std::string{
+                "entry a\0b: the name is too long or has a zero byte", 50}},
         {{{name, ""}}, "old.zip",
             "entry " + name + ": the name is too long or has a zero byte"},
         {{{"", ""}}, "old.zip", "entry : the name is empty"},
@@ -196,18 +196,18 @@ TEST_F(Zip, WriteFailures) {
         {Languages, "missing/x.zip", "No such file or directory"},
         {Languages, "old.zip/x.zip", "Not a directory"}};
 
-    writeFile(folder/"old.zip", "old");
-    std::filesystem::create_directory(folder/"folder");
-    ASSERT_EQ(::mkfifo((folder/"pipe").c_str(), 0600), 0);
+    writeFile(folder / "old.zip", "old");
+    std::filesystem::create_directory(folder / "folder");
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
     for(const auto& i: data) {
-        const std::string file = folder/i.file;
+        const std::string file = folder / i.file;
         const Result result = write(i.entries, file);
         ASSERT_FALSE(result) << file;
         EXPECT_EQ(std::string{result.error()},
             "can't write " + file + ": " + i.reason);
     }
-    EXPECT_EQ(readFile(folder/"old.zip"), "old");
-    EXPECT_TRUE(std::filesystem::is_fifo(folder/"pipe"));
+    EXPECT_EQ(readFile(folder / "old.zip"), "old");
+    EXPECT_TRUE(std::filesystem::is_fifo(folder / "pipe"));
     const std::filesystem::directory_iterator files{folder};
     EXPECT_EQ(std::distance(begin(files), end(files)), 3);
 }
@@ -216,22 +216,24 @@ TEST_F(Zip, WriteFailures) {
 TEST_F(Zip, FullDisk) {
     writeFile(path, "old");
     const Entries large{{"a", noise(100'000)}};
-    EXPECT_EXIT({
-        std::signal(SIGXFSZ, SIG_IGN);
-        rlimit limit;
-        limit.rlim_cur = limit.rlim_max = 8192;
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-        const Result result = write(large, path);
-        std::fputs(result ? "written" : result.error().data(), stderr);
-        std::_Exit(0);
-    }, testing::ExitedWithCode(0), "can't write .*Demo.zip: File too large");
+    EXPECT_EXIT(
+        {
+            std::signal(SIGXFSZ, SIG_IGN);
+            rlimit limit;
+            limit.rlim_cur = limit.rlim_max = 8192;
+            ::setrlimit(RLIMIT_FSIZE, &limit);
+            const Result result = write(large, path);
+            std::fputs(result ? "written" : result.error().data(), stderr);
+            std::_Exit(0);
+        },
+        testing::ExitedWithCode(0), "can't write .*Demo.zip: File too large");
     EXPECT_EQ(readFile(path), "old");
     const std::filesystem::directory_iterator files{folder};
     EXPECT_EQ(std::distance(begin(files), end(files)), 1);
 }
 
 TEST_F(Zip, ReplacesLinkTarget) {
-    const std::string target = folder/"target.zip";
+    const std::string target = folder / "target.zip";
     writeFile(target, "old");
     ::chmod(target.data(), 0640);
     std::filesystem::create_symlink("target.zip", path);
@@ -245,21 +247,18 @@ TEST_F(Zip, ReplacesLinkTarget) {
 }
 
 TEST_F(Zip, NoArchive) {
-    std::filesystem::create_directory(folder/"folder");
-    ASSERT_EQ(::mkfifo((folder/"pipe").c_str(), 0600), 0);
-    writeFile(folder/"nothing", "");
-    writeFile(folder/"text", "{\"translation\": {}}");
+    std::filesystem::create_directory(folder / "folder");
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    writeFile(folder / "nothing", "");
+    writeFile(folder / "text", "{\"translation\": {}}");
     const struct {
         const char* file;
         const char* reason;
-    } data[]{
-        {"missing", "No such file or directory"},
-        {"folder", "Is a directory"},
-        {"pipe", "it is not a regular file"},
-        {"nothing", "it is empty"},
-        {"text", "Not a zip archive"}};
+    } data[]{{"missing", "No such file or directory"},
+        {"folder", "Is a directory"}, {"pipe", "it is not a regular file"},
+        {"nothing", "it is empty"}, {"text", "Not a zip archive"}};
     for(const auto& i: data) {
-        const std::string file = folder/i.file;
+        const std::string file = folder / i.file;
         Entries out;
         EXPECT_EQ(read(file, out), "can't read " + file + ": " + i.reason);
         EXPECT_EQ(out, Entries{});
@@ -273,8 +272,14 @@ TEST_F(Zip, NoArchive) {
 }
 
 /* Offsets in the central directory's record of an entry */
-enum: std::size_t { Flags = 8, Method = 10, Crc = 16, Packed = 20, Size = 24,
-    Offset = 42 };
+enum : std::size_t {
+    Flags = 8,
+    Method = 10,
+    Crc = 16,
+    Packed = 20,
+    Size = 24,
+    Offset = 42
+};
 
 TEST_F(Zip, HostileEntries) {
     constexpr std::uint32_t limit = 2048u << 20;
@@ -282,11 +287,9 @@ TEST_F(Zip, HostileEntries) {
         std::size_t entry, field, size;
         std::uint32_t value;
         const char* reason;
-    } data[]{
-        {0, Crc, 4, 0xdeadbeef, "entry de.json: CRC error"},
+    } data[]{{0, Crc, 4, 0xdeadbeef, "entry de.json: CRC error"},
         {0, Flags, 2, 1, "entry de.json: it is encrypted"},
-        {0, Method, 2, 12,
-            "entry de.json: it is packed in an unsupported way"},
+        {0, Method, 2, 12, "entry de.json: it is packed in an unsupported way"},
         {0, Method, 2, 0, "entry de.json: CRC error"},
         {0, Packed, 4, 7, "entry de.json: CRC error"},
         {0, Offset, 4, 1000000, "entry de.json: Invalid argument"},
@@ -315,8 +318,8 @@ TEST_F(Zip, HostileEntries) {
 
     for(const auto& i: data) {
         std::string changed = archive;
-        changed.replace(records[i.entry] + i.field, i.size,
-            littleEndian(i.value, i.size));
+        changed.replace(
+            records[i.entry] + i.field, i.size, littleEndian(i.value, i.size));
         writeFile(path, changed);
         Entries out;
         EXPECT_EQ(read(path, out),

@@ -72,8 +72,7 @@ public:
     /* Every file with its content */
     std::map<std::string, std::string> files() const {
         std::map<std::string, std::string> out;
-        for(const auto& entry:
-            Fs::recursive_directory_iterator{folder.path()})
+        for(const auto& entry: Fs::recursive_directory_iterator{folder.path()})
             out[entry.path()] = entry.is_directory()
                 ? ""
                 : TemporaryFolder::readFile(entry.path());
@@ -90,15 +89,16 @@ rapidjson::Document parsed(const std::string& json) {
     return out;
 }
 
-void expectContains(const std::string& text,
-    const std::vector<std::string>& parts) {
+void expectContains(
+    const std::string& text, const std::vector<std::string>& parts) {
     for(const std::string& part: parts)
         EXPECT_NE(text.find(part), std::string::npos)
-            << "'" << part << "' not in:\n" << text;
+            << "'" << part << "' not in:\n"
+            << text;
 }
 
-std::string translation(const Host& host, const std::string& file,
-    const char* key) {
+std::string translation(
+    const Host& host, const std::string& file, const char* key) {
     const auto json = parsed(host.folder.read(file));
     const auto& texts = json["translation"];
     const auto found = texts.FindMember(key);
@@ -114,12 +114,15 @@ const struct {
     int exitCode;
     std::vector<std::string> out;
     const char* err;
-} Commands[]{
-    {"Version", "--version", 0, {"orrelin-localize 1."}, ""},
-    {"Help", "--help", 0, {"terms ", "status ", "rename ", "languages ",
-        "add ", "remove ", "export ", "import "}, ""},
-    {"HelpOfCommand", "export --help", 0, {"PROJECT [CODE...]", "--prune",
-        "Example:\n  orrelin-localize export museum de fr\n"}, ""},
+} Commands[]{{"Version", "--version", 0, {"orrelin-localize 1."}, ""},
+    {"Help", "--help", 0,
+        {"terms ", "status ", "rename ", "languages ", "add ", "remove ",
+            "export ", "import "},
+        ""},
+    {"HelpOfCommand", "export --help", 0,
+        {"PROJECT [CODE...]", "--prune",
+            "Example:\n  orrelin-localize export museum de fr\n"},
+        ""},
     {"NoCommand", "", 1, {},
         "orrelin-localize: a command is required; try --help\n"},
     {"UnknownCommand", "frobnicate museum", 1, {},
@@ -131,12 +134,14 @@ const struct {
     {"Terms", "terms museum", 0,
         {"hours                                 yes        Open around the "
          "clock.⏎Guided tours at 10:00, 14:00 and 18:00 (UTC).",
-         "café-sign-text-0                      no         Café Méridienne  ",
-         "\n\n89 terms, 79 to translate\n"}, ""},
+            "café-sign-text-0                      no         Café Méridienne  ",
+            "\n\n89 terms, 79 to translate\n"},
+        ""},
     {"TermsOfFile", "terms museum/project.json --json", 0,
         {"\"key\": \"museum.name\",\n    \"text\": \"Meridian House Museum\","
          "\n    \"path\": \"/settings/project/name\",\n    \"translate\": true",
-         "\"text\": null,"}, ""},
+            "\"text\": null,"},
+        ""},
     {"TermsNoScripts", "terms museum --components empty.json", 0,
         {"\n21 terms, 18 to translate\n"}, ""},
     {"NoFile", "terms nowhere", 2, {},
@@ -154,23 +159,26 @@ const struct {
         "unknown type 'strng'\n"},
 
     {"Languages", "languages", 0, {"code", "\nde  ", "\nmi  ", "\nzu  "}, ""},
-    {"LanguagesByName", "languages MAORI", 0,
-        {"code  language\nmi    Māori\n"}, ""},
+    {"LanguagesByName", "languages MAORI", 0, {"code  language\nmi    Māori\n"},
+        ""},
     {"LanguagesByCode", "languages pt-b --json", 0,
         {"[\n  {\n    \"code\": \"pt-BR\",\n    \"name\": \"Brazilian "
-         "Portuguese\"\n  }\n]\n"}, ""},
+         "Portuguese\"\n  }\n]\n"},
+        ""},
     {"LanguagesNone", "languages Grek", 2, {},
         "orrelin-localize: no language has 'Grek' in its code or name; did you "
         "mean el (Greek)"},
 
     {"Status", "status museum", 0,
         {"en    English (default)          79        0     79  100.0 %  █",
-         "de    German                     75        4     79   94.9 %  █",
-         "█░\n"}, ""},
+            "de    German                     75        4     79   94.9 %  █",
+            "█░\n"},
+        ""},
     {"StatusJson", "status museum --json", 0,
         {"\"code\": \"de\",\n    \"name\": \"German\",\n    \"default\": "
          "false,\n    \"translated\": 75,\n    \"missing\": 4,\n    \"total\": "
-         "79,\n    \"percent\": 94.9\n"}, ""},
+         "79,\n    \"percent\": 94.9\n"},
+        ""},
     {"StatusEnough", "status museum --fail-under 94.9", 0, {}, ""},
     {"StatusTooLittle", "status museum --fail-under 95", 2, {"German"},
         "orrelin-localize: translated to less than 95 %: de (94.9 %)\n"},
@@ -192,10 +200,12 @@ const struct {
     {"ExportMissing", "export museum fr", 2, {}, "have the language 'fr'"},
     {"Export", "export museum", 0,
         {"en.json     79             0\nde.json     75             4\n",
-         "Wrote 2 language files to museum/languages\n"}, ""},
+            "Wrote 2 language files to museum/languages\n"},
+        ""},
     {"Import", "import museum", 0,
         {"en    English    79 of 79\nde    German     75 of 79\n",
-         "Nothing to change in the project.\n"}, ""},
+            "Nothing to change in the project.\n"},
+        ""},
     {"RenameMissing", "rename museum nothing x", 2, {},
         "orrelin-localize: the project has no term 'nothing'\n"},
     {"RenameToNothing", "rename museum hours ''", 2, {}, "key is empty\n"},
@@ -230,71 +240,111 @@ const struct {
     const char* arguments;
     std::vector<std::string> err;
 } Protected[]{
-    {"InvalidJson", [](const Host& host) {
-        host.folder.write("museum/languages/de.json", "{\"translation\": {");
-    }, "export museum", {"Invalid JSON in imported file de.json\n",
-        "\norrelin-localize: museum/languages/de.json can't be read as a "
-        "language file and would be overwritten; "}},
-    {"InvalidJsonOnImport", [](const Host& host) {
-        host.folder.write("museum/languages/de.json", "");
-    }, "import museum", {"Invalid JSON in imported file de.json\n"}},
-    {"InvalidJsonOnRename", [](const Host& host) {
-        host.folder.write("museum/languages/de.json", "[]");
-    }, "rename museum hours h", {"museum/languages/de.json can't be read"}},
-    {"InvalidJsonOnStatus", [](const Host& host) {
-        host.folder.write("museum/languages/de.json", "{}");
-    }, "status museum", {"Missing or invalid 'translation' object in imported "
-        "file de.json\n"}},
-    {"FileThatIsFolder", [](const Host& host) {
-        Fs::remove(host.folder.path("museum/languages/de.json"));
-        Fs::create_directory(host.folder.path("museum/languages/de.json"));
-    }, "export museum", {"museum/languages/de.json"}},
-    {"UnknownTerm", [](const Host& host) {
-        host.edit("museum/languages/de.json", "\"hours\"", "\"hourz\"");
-    }, "export museum", {"orrelin-localize: 1 text would be lost, such as "
-        "'hourz' in museum/languages/de.json; "}},
-    {"UnknownMember", [](const Host& host) {
-        host.edit("museum/languages/de.json", "{", "{\"note\": \"draft\",");
-    }, "export museum de", {"'note' in museum/languages/de.json"}},
-    {"NoText", [](const Host& host) {
-        host.edit("museum/languages/de.json", "\"Yatate\"", "17");
-    }, "export museum", {"Invalid type for term exhibit-yatate-js-1-title in "
-        "imported file de.json\n", "1 text would be lost"}},
-    {"NoComponents", [](const Host& host) {
-        Fs::remove(host.folder.path("museum/components.json"));
-    }, "export museum", {" texts would be lost"}},
-    {"EditedSourceOnRename", [](const Host& host) {
-        host.translate("en");
-    }, "rename museum hours h", {"orrelin-localize: 2 texts in the default "
-        "language's file differ from the project; "}},
-    {"CodeThatIsPath", [](const Host& host) {
-        host.edit("museum/project.json", "\"de\": {", "\"../../de\": {");
-    }, "export museum",
+    {"InvalidJson",
+        [](const Host& host) {
+            host.folder.write(
+                "museum/languages/de.json", "{\"translation\": {");
+        },
+        "export museum",
+        {"Invalid JSON in imported file de.json\n",
+            "\norrelin-localize: museum/languages/de.json can't be read as a "
+            "language file and would be overwritten; "}},
+    {"InvalidJsonOnImport",
+        [](const Host& host) {
+            host.folder.write("museum/languages/de.json", "");
+        },
+        "import museum", {"Invalid JSON in imported file de.json\n"}},
+    {"InvalidJsonOnRename",
+        [](const Host& host) {
+            host.folder.write("museum/languages/de.json", "[]");
+        },
+        "rename museum hours h", {"museum/languages/de.json can't be read"}},
+    {"InvalidJsonOnStatus",
+        [](const Host& host) {
+            host.folder.write("museum/languages/de.json", "{}");
+        },
+        "status museum",
+        {"Missing or invalid 'translation' object in imported "
+         "file de.json\n"}},
+    {"FileThatIsFolder",
+        [](const Host& host) {
+            Fs::remove(host.folder.path("museum/languages/de.json"));
+            Fs::create_directory(host.folder.path("museum/languages/de.json"));
+        },
+        "export museum", {"museum/languages/de.json"}},
+    {"UnknownTerm",
+        [](const Host& host) {
+            host.edit("museum/languages/de.json", "\"hours\"", "\"hourz\"");
+        },
+        "export museum",
+        {"orrelin-localize: 1 text would be lost, such as "
+         "'hourz' in museum/languages/de.json; "}},
+    {"UnknownMember",
+        [](const Host& host) {
+            host.edit("museum/languages/de.json", "{", "{\"note\": \"draft\",");
+        },
+        "export museum de", {"'note' in museum/languages/de.json"}},
+    {"NoText",
+        [](const Host& host) {
+            host.edit("museum/languages/de.json", "\"Yatate\"", "17");
+        },
+        "export museum",
+        {"Invalid type for term exhibit-yatate-js-1-title in "
+         "imported file de.json\n",
+            "1 text would be lost"}},
+    {"NoComponents",
+        [](const Host& host) {
+            Fs::remove(host.folder.path("museum/components.json"));
+        },
+        "export museum", {" texts would be lost"}},
+    {"EditedSourceOnRename", [](const Host& host) { host.translate("en"); },
+        "rename museum hours h",
+        {"orrelin-localize: 2 texts in the default "
+         "language's file differ from the project; "}},
+    {"CodeThatIsPath",
+        [](const Host& host) {
+            host.edit("museum/project.json", "\"de\": {", "\"../../de\": {");
+        },
+        "export museum",
         {"orrelin-localize: '../../de' can't be the code of a language\n"}},
-    {"NoLanguageFiles", [](const Host& host) {
-        Fs::remove_all(host.folder.path("museum/languages"));
-    }, "import museum",
+    {"NoLanguageFiles",
+        [](const Host& host) {
+            Fs::remove_all(host.folder.path("museum/languages"));
+        },
+        "import museum",
         {"orrelin-localize: there is no museum/languages; 'export' writes it"}},
-    {"ImportNoLanguages", [](const Host& host) {
-        host.edit("museum/project.json", "\"languages\": {", "\"none\": {");
-    }, "import museum", {"first 'add' the language of its own texts"}},
-    {"ExportNoLanguages", [](const Host& host) {
-        host.edit("museum/project.json", "\"languages\": {", "\"none\": {");
-    }, "export museum", {"the project has no languages yet; "}},
-    {"ArchiveOfNoName", [](const Host& host) {
-        host.useArchive();
-        host.edit("museum/project.json", "Meridian House Museum", "a/b");
-    }, "export museum", {"name 'a/b' can't be the name of an archive\n"}},
-    {"BrokenArchive", [](const Host& host) {
-        host.useArchive();
-        host.folder.write(Archive, "PK");
-    }, "export museum", {"orrelin-localize: can't read " + Archive}},
-    {"ForeignArchive", [](const Host& host) {
-        host.useArchive();
-        host.succeed("export museum");
-        host.succeed("remove museum de");
-    }, "export museum", {"75 texts would be lost, such as "
-        "'Foyer_Exit-js-1-label' in " + Archive + "/de.json; "}}};
+    {"ImportNoLanguages",
+        [](const Host& host) {
+            host.edit("museum/project.json", "\"languages\": {", "\"none\": {");
+        },
+        "import museum", {"first 'add' the language of its own texts"}},
+    {"ExportNoLanguages",
+        [](const Host& host) {
+            host.edit("museum/project.json", "\"languages\": {", "\"none\": {");
+        },
+        "export museum", {"the project has no languages yet; "}},
+    {"ArchiveOfNoName",
+        [](const Host& host) {
+            host.useArchive();
+            host.edit("museum/project.json", "Meridian House Museum", "a/b");
+        },
+        "export museum", {"name 'a/b' can't be the name of an archive\n"}},
+    {"BrokenArchive",
+        [](const Host& host) {
+            host.useArchive();
+            host.folder.write(Archive, "PK");
+        },
+        "export museum", {"orrelin-localize: can't read " + Archive}},
+    {"ForeignArchive",
+        [](const Host& host) {
+            host.useArchive();
+            host.succeed("export museum");
+            host.succeed("remove museum de");
+        },
+        "export museum",
+        {"75 texts would be lost, such as "
+         "'Foyer_Exit-js-1-label' in " +
+            Archive + "/de.json; "}}};
 
 TEST(Host, Protected) {
     for(const auto& data: Protected) {
@@ -379,9 +429,10 @@ TEST(Host, WholeLoop) {
     host.succeed("remove museum pt-BR");
     host.succeed("export museum");
     for(const char* const code: {"de", "en", "fr", "ja"})
-        EXPECT_EQ(host.folder.read("museum/languages/" + std::string{code} +
-            ".json"), TemporaryFolder::readFile(EXAMPLES
-            "/museum/translations/" + std::string{code} + ".json"));
+        EXPECT_EQ(
+            host.folder.read("museum/languages/" + std::string{code} + ".json"),
+            TemporaryFolder::readFile(EXAMPLES "/museum/translations/" +
+                std::string{code} + ".json"));
 }
 
 TEST(Host, ImportGoesOnAfterErrors) {
@@ -391,11 +442,12 @@ TEST(Host, ImportGoesOnAfterErrors) {
     host.folder.write("museum/languages/tlh.json", "{\"translation\": {}}");
     const Output output = host.run("import museum");
     EXPECT_EQ(output.exitCode, 2);
-    expectContains(output.err, {"Invalid JSON in imported file de.json\n",
-        "Unknown language code tlh in imported file tlh.json\n"});
+    expectContains(output.err,
+        {"Invalid JSON in imported file de.json\n",
+            "Unknown language code tlh in imported file tlh.json\n"});
     expectContains(output.out, {"2 texts changed", "0 of 79  not read\n"});
-    expectContains(host.folder.read("museum/project.json"),
-        {"Draws a path on the floor"});
+    expectContains(
+        host.folder.read("museum/project.json"), {"Draws a path on the floor"});
 }
 
 TEST(Host, ExportReplacesAndPrunes) {
@@ -404,8 +456,8 @@ TEST(Host, ExportReplacesAndPrunes) {
     host.translate("en");
     expectContains(host.succeed("export museum --prune"),
         {"de.json     74             5\n",
-         "2 texts in en.json replaced by the project's.\n",
-         "1 text dropped, such as 'hourz' in museum/languages/de.json.\n"});
+            "2 texts in en.json replaced by the project's.\n",
+            "1 text dropped, such as 'hourz' in museum/languages/de.json.\n"});
     EXPECT_EQ(translation(host, "museum/languages/de.json", "hourz"), "(none)");
 }
 
@@ -428,7 +480,7 @@ TEST(Host, Rename) {
     host.translate("fr");
     expectContains(host.succeed("rename museum floor-plan-text-0 plan/title"),
         {"Renamed 'floor-plan-text-0' to 'plan/title' (1 value) in museum/",
-         "Updated 3 language files in museum/languages\n"});
+            "Updated 3 language files in museum/languages\n"});
     const std::map<std::string, std::string> expected{
         {"en", "Floor plan"}, {"de", "Museumsplan"}, {"fr", "Plan du musée"}};
     for(const auto& text: expected) {
@@ -439,18 +491,20 @@ TEST(Host, Rename) {
         EXPECT_EQ(json["translation"].MemberCount(), 79);
     }
     const auto project = parsed(host.folder.read("museum/project.json"));
-    EXPECT_EQ(project["objects"]["floor-plan"]["components"][0]["text"]
-        ["text_term"], "plan/title");
+    EXPECT_EQ(
+        project["objects"]["floor-plan"]["components"][0]["text"]["text_term"],
+        "plan/title");
     EXPECT_EQ(project["languages"].MemberCount(), 2);
     expectContains(host.succeed("import museum"),
         {"79 of 79  added to the project\n", "Saved museum/project.json\n"});
     EXPECT_EQ(parsed(host.folder.read("museum/project.json"))["languages"]
-        .MemberCount(), 3);
+                  .MemberCount(),
+        3);
 
     /* Both values get a key that they share, then another */
     host.succeed("rename museum tour.start welcome.title --merge");
-    expectContains(host.succeed("rename museum welcome.title welcome"),
-        {"(2 values)"});
+    expectContains(
+        host.succeed("rename museum welcome.title welcome"), {"(2 values)"});
     EXPECT_EQ(translation(host, "museum/languages/de.json", "welcome"),
         "Willkommen im Haus Meridian");
     expectContains(host.succeed("terms museum"), {"88 terms, 78 to translate"});
@@ -470,18 +524,21 @@ TEST(Host, RenameWithoutFiles) {
     const Host host;
     Fs::remove_all(host.folder.path("museum/languages"));
     const std::string out = host.succeed("rename museum hours opening");
-    EXPECT_EQ(out, "Renamed 'hours' to 'opening' (1 value) in "
+    EXPECT_EQ(out,
+        "Renamed 'hours' to 'opening' (1 value) in "
         "museum/project.json\n");
     EXPECT_FALSE(Fs::exists(host.folder.path("museum/languages")));
 }
 
 TEST(Host, Remove) {
     const Host host;
-    EXPECT_EQ(host.succeed("remove museum de"), "Removed the language de\n"
+    EXPECT_EQ(host.succeed("remove museum de"),
+        "Removed the language de\n"
         "Deleted museum/languages/de.json\nSaved museum/project.json\n");
     EXPECT_FALSE(Fs::exists(host.folder.path("museum/languages/de.json")));
-    EXPECT_FALSE(parsed(host.folder.read("museum/project.json"))["languages"]
-        .HasMember("de"));
+    EXPECT_FALSE(
+        parsed(host.folder.read("museum/project.json"))["languages"].HasMember(
+            "de"));
 }
 
 /* Files are exported to another folder than the one with the extension */
@@ -490,8 +547,8 @@ TEST(Host, FolderWithExtension) {
     host.edit("museum/project.json", "Folder\": \"languages",
         "Folder\": \"texts.old");
     Fs::create_directory(host.folder.path("museum/texts.old"));
-    Fs::rename(host.folder.path("museum/languages"),
-        host.folder.path("museum/texts"));
+    Fs::rename(
+        host.folder.path("museum/languages"), host.folder.path("museum/texts"));
     const auto before = host.files();
     host.succeed("export museum");
     expectContains(host.succeed("import museum"), {"75 of 79"});
@@ -506,8 +563,8 @@ TEST(Host, Archive) {
     host.useArchive();
     /* Nothing is in the archive yet, so it starts from the loose files */
     expectContains(host.succeed("export museum"),
-        {"de.json     75             4\n", "Wrote 2 language files to " +
-            Archive + "\n"});
+        {"de.json     75             4\n",
+            "Wrote 2 language files to " + Archive + "\n"});
     Fs::remove(host.folder.path("museum/languages/de.json"));
     Fs::remove(host.folder.path("museum/languages/en.json"));
     const std::string archive = host.folder.read(Archive);
@@ -520,8 +577,8 @@ TEST(Host, Archive) {
     host.succeed("rename museum floor-plan-text-0 plan.title");
     expectContains(host.succeed("remove museum de"),
         {Archive + " stays as it is; 'export --prune' writes it without"});
-    host.edit("museum/project.json", "Compression\": true",
-        "Compression\": false");
+    host.edit(
+        "museum/project.json", "Compression\": true", "Compression\": false");
     host.succeed("add museum de");
     host.succeed("export museum");
     EXPECT_EQ(translation(host, "museum/languages/de.json", "plan.title"),
@@ -604,7 +661,7 @@ TEST(Host, Terminal) {
          "c-text-0  yes        a\\u001b[3…  /objects/…\r\n"});
     expectContains(onTerminal(120, host, {"status", "museum"}),
         {"100.0 %  ██████████████████████████████\r\n",
-         "94.9 %  ████████████████████████████░░\r\n"});
+            "94.9 %  ████████████████████████████░░\r\n"});
     /* Too narrow for anything */
     expectContains(onTerminal(5, host, {"terms", "wide.json"}), {"日本語"});
     unsetenv("NO_COLOR");

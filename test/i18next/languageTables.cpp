@@ -31,8 +31,8 @@ namespace {
 typedef rapidjson::Writer<rapidjson::StringBuffer> Writer;
 
 void write(Writer& writer, Containers::StringView text) {
-    writer.String(text.data() ? text.data() : "",
-        rapidjson::SizeType(text.size()));
+    writer.String(
+        text.data() ? text.data() : "", rapidjson::SizeType(text.size()));
 }
 
 /* One text component for each key, its text telling what is hard on it */
@@ -43,9 +43,8 @@ void openHardProject(EditorSession& session) {
         "sum_one", "sum_other", "male_male", "42", "ключ", "鍵", "\U0001F511",
         "constructor", "__proto__", "translation"};
     const char* const texts[]{"Plain", "", " ", "{{name}} has {{count}}",
-        "$t(plain)", "$t(missing)", "a\nb\tc", "\"quoted\"", "ümläut",
-        "日本語", "\U0001F5FF", "<b>bold</b>", "50 % & more", "null", "{{",
-        "\\n"};
+        "$t(plain)", "$t(missing)", "a\nb\tc", "\"quoted\"", "ümläut", "日本語",
+        "\U0001F5FF", "<b>bold</b>", "50 % & more", "null", "{{", "\\n"};
 
     JsonDocument document;
     document.SetObject();
@@ -79,16 +78,16 @@ void openHardProject(EditorSession& session) {
         ++i;
         /* Every fifth has none, of the others each text comes up */
         if(i % 5)
-            german[term.first] = Containers::String{
-                texts[i % (sizeof(texts) / sizeof(*texts))]};
+            german[term.first] =
+                Containers::String{texts[i % (sizeof(texts) / sizeof(*texts))]};
     }
 }
 
 bool openProject(EditorSession& session, const char* file) {
     /* What the sample project's script components are */
     const Containers::Optional<Containers::String> types =
-        Utility::Path::readString(Utility::Path::join(
-            Utility::Path::path(file), "components.json"));
+        Utility::Path::readString(
+            Utility::Path::join(Utility::Path::path(file), "components.json"));
     if(!types || !session.open(file))
         return false;
     rapidjson::Document document;

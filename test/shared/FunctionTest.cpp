@@ -9,7 +9,7 @@ namespace OrrelinEngine { namespace Test { namespace {
 typedef Function<int(int)> IntFunction;
 
 int twice(int i) {
-    return 2*i;
+    return 2 * i;
 }
 
 TEST(FunctionTest, call) {
@@ -21,13 +21,13 @@ TEST(FunctionTest, call) {
     IntFunction functions[]{
         twice,
         &twice,
-        [](int i) { return 2*i; },
-        [small](int i) { return small*2*i; },
+        [](int i) { return 2 * i; },
+        [small](int i) { return small * 2 * i; },
         /* Doesn't fit */
-        [large](int i) { return large.bytes[0]*i; },
+        [large](int i) { return large.bytes[0] * i; },
         /* Can't be moved as bytes */
-        [owned](int i) { return *owned*i - i; },
-        [text = std::string{"xx"}](int i) { return int(text.size())*i; },
+        [owned](int i) { return *owned * i - i; },
+        [text = std::string{"xx"}](int i) { return int(text.size()) * i; },
     };
     for(IntFunction& function: functions) {
         EXPECT_TRUE(function);
@@ -38,10 +38,10 @@ TEST(FunctionTest, call) {
 }
 
 TEST(FunctionTest, arguments) {
-    Function<std::unique_ptr<int>&(std::unique_ptr<int>&&,
-        std::unique_ptr<int>&)>
-        function = [](std::unique_ptr<int>&& in, std::unique_ptr<int>& out)
-        -> std::unique_ptr<int>& {
+    Function<std::unique_ptr<int>&(
+        std::unique_ptr<int>&&, std::unique_ptr<int>&)>
+        function = [](std::unique_ptr<int>&& in,
+                       std::unique_ptr<int>& out) -> std::unique_ptr<int>& {
         out = std::move(in);
         return out;
     };
@@ -58,8 +58,9 @@ TEST(FunctionTest, arguments) {
 }
 
 TEST(FunctionTest, move) {
-    EXPECT_EQ(sizeof(IntFunction), 2*sizeof(void*) + 64);
-    const auto first = std::make_shared<int>(), second = std::make_shared<int>();
+    EXPECT_EQ(sizeof(IntFunction), 2 * sizeof(void*) + 64);
+    const auto first = std::make_shared<int>();
+    const auto second = std::make_shared<int>();
     {
         IntFunction a = [first](int i) { return i; };
         IntFunction b = std::move(a);

@@ -30,9 +30,9 @@ TEST(StringArrayViewTest, get) {
 
 TEST(StringArrayViewTest, empty) {
     EXPECT_EQ(StringArrayView{}.size(), 0u);
-    EXPECT_EQ((StringArrayView{
-                  Array<std::size_t>{Corrade::ValueInit, 1}, Characters}
-                  .size()),
+    EXPECT_EQ(
+        (StringArrayView{Array<std::size_t>{Corrade::ValueInit, 1}, Characters}
+                .size()),
         0u);
 }
 

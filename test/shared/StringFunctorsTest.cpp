@@ -24,8 +24,8 @@ TEST(StringFunctorsTest, hash) {
 TEST(StringFunctorsTest, flagsDontCount) {
     const char data[] = "term";
     const StringView plain{data, 4};
-    const StringView flagged{data, 4,
-        StringViewFlag::NullTerminated | StringViewFlag::Global};
+    const StringView flagged{
+        data, 4, StringViewFlag::NullTerminated | StringViewFlag::Global};
     EXPECT_EQ(StrHash{}(plain), StrHash{}(flagged));
     EXPECT_TRUE(StrEq{}(plain, flagged));
     EXPECT_FALSE(StrLess{}(plain, flagged));
