@@ -321,7 +321,9 @@ JsonValue& DocumentIndex::create(
         else if(value->IsObject())
             value = &addMember(*value, tokens.name(), allocator);
         else {
-            value->Reserve(index + 1, allocator);
+            /* For one more it grows by itself, and by more than one */
+            if(index > value->Size())
+                value->Reserve(index + 1, allocator);
             while(index >= value->Size())
                 value->PushBack(JsonValue{}, allocator);
             value = &(*value)[index];
