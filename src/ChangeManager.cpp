@@ -167,6 +167,7 @@ void ChangeManager::expectNotInHandler(const char* what) const {
 void ChangeManager::reset(ProjectFile& project) {
     expectNotInHandler("reset(): Can't reset");
     _projectFile = &project;
+    _projectFile->distrustLookups();
     _mergeIndex->clear();
     arrayResize(_changes, 0);
     _lastChange = -1;
@@ -231,7 +232,7 @@ JsonValue* ChangeManager::updateChange(
 void ChangeManager::pushChange(
     Containers::String&& path, const JsonValue* value, bool continuous) {
     expectNotInHandler("pushChange(): Can't push changes");
-    const EditScope scope{*_projectFile, _currentGroup};
+    const EditScope scope = EditScope::continued(*_projectFile);
 
     const std::int32_t target = continuous ? mergeTarget(path) : -1;
     _forceNewChange = false;
@@ -304,9 +305,12 @@ void ChangeManager::setValue(
 
 void ChangeManager::createValue(
     Containers::StringView path, const JsonValue& value) {
-    const bool index = namesIndex(lastSegment(path));
+    if(!namesIndex(lastSegment(path))) {
+        setValue(path, value);
+        return;
+    }
     const JsonValue* const parent = _projectFile->find(parentOf(path));
-    if(!index || (parent && parent->IsObject())) {
+    if(parent && parent->IsObject()) {
         setValue(path, value);
         return;
     }
@@ -365,7 +369,7 @@ void ChangeManager::undoLast() {
     if(_lastChange == -1)
         return;
 
-    const EditScope scope{*_projectFile};
+    const EditScope scope = EditScope::continued(*_projectFile);
     const std::int32_t group = lastChange().group;
     do
         undo(lastChange());
@@ -379,7 +383,7 @@ void ChangeManager::redoLastUndo() {
     if(std::size_t(_lastChange + 1) == _changes.size())
         return;
 
-    const EditScope scope{*_projectFile};
+    const EditScope scope = EditScope::continued(*_projectFile);
     const std::int32_t group = _changes[std::size_t(_lastChange + 1)].group;
     do {
         ++_lastChange;

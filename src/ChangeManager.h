@@ -153,10 +153,10 @@ is there now.
 
 A push, undo or redo costs the same in a small and a large document and with
 any length of history. What doesn't: erasing from a large object or array moves
-what follows, and creating a member of an object of very many others searches
-it to be sure that it is new, about a millisecond per million. In a group and
-in undo and redo of steps it's searched a few times only; while a group is
-open, @ref ProjectFile::document must not be edited directly.
+what follows. The first members that are created in a large object search it to
+be sure that they are new, until the index of its names is believed; again so
+after @ref ProjectFile::document was edited directly in that object. See
+@ref EditScope for the one kind of direct edit that has to be told.
 
 Values are copied into the document's memory pool, which frees nothing before
 the document is closed.

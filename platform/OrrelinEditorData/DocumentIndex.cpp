@@ -80,6 +80,32 @@ void ObjectIndex::extend(const JsonValue& object) {
         const JsonValue& name = memberAt(object, _count).name;
         insert(hashOf(name.GetString(), name.GetStringLength()), _count);
     }
+    rememberLast(object);
+}
+
+void ObjectIndex::rememberLast(const JsonValue& object) {
+    if(!_count)
+        return;
+    const JsonValue& name = memberAt(object, _count - 1).name;
+    _lastName = name.GetString();
+    _lastHash = hashOf(name.GetString(), name.GetStringLength());
+}
+
+bool ObjectIndex::lastStands(const JsonValue& object) const {
+    if(!_count || object.MemberCount() < _count)
+        return false;
+    const JsonValue& name = memberAt(object, _count - 1).name;
+    return name.GetString() == _lastName &&
+        hashOf(name.GetString(), name.GetStringLength()) == _lastHash;
+}
+
+void ObjectIndex::checkComplete(const JsonValue& object) {
+    /* Whatever was removed and added directly, the member at the end of those
+       that are known is another one then */
+    if(_complete && !lastStands(object)) {
+        _complete = false;
+        _vainSearches = 0;
+    }
 }
 
 void ObjectIndex::rebuild(const JsonValue& object) {
@@ -125,14 +151,17 @@ std::uint32_t ObjectIndex::find(
         _complete = false;
     }
     if(count != _count)
-        _complete = false;
+        checkComplete(object);
     if(count > _count)
         extend(object);
 
     const std::uint32_t hash = hashOf(name.data(), name.size());
     const std::uint32_t hinted = findHinted(object, name, hash);
-    if(hinted != count || _complete)
+    if(hinted != count)
         return hinted;
+    checkComplete(object);
+    if(_complete)
+        return count;
 
     const std::uint32_t searched = search(object, name);
     if(searched != count) {
@@ -179,12 +208,16 @@ void ObjectIndex::freeSlot(std::size_t slot) {
     --_used;
 }
 
-void ObjectIndex::erased(
-    const JsonValue& object, std::uint32_t hash, std::uint32_t position) {
+void ObjectIndex::erase(JsonValue& object, std::uint32_t position) {
+    checkComplete(object);
+    const JsonValue& name = memberAt(object, position).name;
+    const std::uint32_t hash = hashOf(name.GetString(), name.GetStringLength());
+    object.EraseMember(object.MemberBegin() + std::ptrdiff_t(position));
     /* If it wasn't in step with the object, its hints stay hints */
     if(_count != object.MemberCount() + 1)
         return;
     --_count;
+    rememberLast(object);
 
     const std::size_t slot = slotOf(hash, position);
     if(_slots[slot].position != Free)
@@ -195,11 +228,12 @@ void ObjectIndex::erased(
         i.position -= i.position > position && i.position != Free;
 }
 
-void DocumentIndex::beginScope(int series) {
-    if(!_scopes++ && (series < 0 || series != _series)) {
+void DocumentIndex::beginScope(bool continues) {
+    if(_scopes++)
+        return;
+    if(!continues || !_continues)
         ++_epoch;
-        _series = series;
-    }
+    _continues = continues;
 }
 
 void DocumentIndex::sweep() {
@@ -247,14 +281,14 @@ JsonValue* DocumentIndex::findMember(
 
 JsonValue& DocumentIndex::addMember(
     JsonValue& object, Containers::StringView name, JsonAllocator& allocator) {
-    const bool indexed = indexOf(object);
-    const void* const before = indexed ? &*object.MemberBegin() : nullptr;
+    ObjectIndex* const index = indexOf(object);
+    const void* const before = index ? &*object.MemberBegin() : nullptr;
 
     object.AddMember(JsonValue{name.data() ? name.data() : "",
                          rapidjson::SizeType(name.size()), allocator},
         JsonValue{}, allocator);
 
-    if(indexed) {
+    if(index) {
         const void* const after = &*object.MemberBegin();
         if(after != before) {
             auto node = _objects.extract(before);
@@ -262,19 +296,16 @@ JsonValue& DocumentIndex::addMember(
             node.key() = after;
             _objects.insert(std::move(node));
         }
-        _objects.at(after).appended(object);
+        index->appended(object);
     }
     return (object.MemberEnd() - 1)->value;
 }
 
 void DocumentIndex::eraseMember(JsonValue& object, std::uint32_t position) {
-    ObjectIndex* const index = indexOf(object);
-    const JsonValue& name = memberAt(object, position).name;
-    const std::uint32_t hash =
-        index ? hashOf(name.GetString(), name.GetStringLength()) : 0;
-    object.EraseMember(object.MemberBegin() + std::ptrdiff_t(position));
-    if(index)
-        index->erased(object, hash, position);
+    if(ObjectIndex* const index = indexOf(object))
+        index->erase(object, position);
+    else
+        object.EraseMember(object.MemberBegin() + std::ptrdiff_t(position));
 }
 
 JsonValue* DocumentIndex::child(
@@ -304,6 +335,10 @@ JsonValue& DocumentIndex::create(
     JsonValue* value = &root;
     PointerTokens tokens{pointer};
     while(tokens.next()) {
+        if(JsonValue* const existing = child(*value, tokens)) {
+            value = existing;
+            continue;
+        }
         const std::uint32_t index = tokens.index();
         if(value->IsArray() && tokens.name() == "-") {
             value->PushBack(JsonValue{}, allocator);
@@ -315,10 +350,7 @@ JsonValue& DocumentIndex::create(
         else if(!value->IsArray() && !value->IsObject())
             value->SetArray();
 
-        JsonValue* const existing = child(*value, tokens);
-        if(existing)
-            value = existing;
-        else if(value->IsObject())
+        if(value->IsObject())
             value = &addMember(*value, tokens.name(), allocator);
         else {
             /* For one more it grows by itself, and by more than one */

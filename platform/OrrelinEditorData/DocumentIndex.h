@@ -18,18 +18,17 @@ class ObjectIndex {
 public:
     /* Position of the member, or the number of members if it's absent. That
        a name it doesn't know is absent it believes only if it made sure in
-       the same epoch that it knows all names; otherwise it searches the
-       object. Epoch 0 never lasts from one call to the next. */
+       the same epoch that it knows all names and the last of them is still
+       where it was; otherwise it searches the object. Epoch 0 never lasts
+       from one call to the next. */
     std::uint32_t find(const JsonValue& object, Containers::StringView name,
         std::uint64_t epoch);
 
     /* A member was appended to the object, all else is as it was */
     void appended(const JsonValue& object);
 
-    /* The member of given name hash at given position was erased, what
-       followed moved up */
-    void erased(
-        const JsonValue& object, std::uint32_t hash, std::uint32_t position);
+    /* Erases the member at given position, what follows moves up */
+    void erase(JsonValue& object, std::uint32_t position);
 
     /* How many members it indexes */
     std::size_t size() const { return _count; }
@@ -46,6 +45,9 @@ private:
     void extend(const JsonValue& object);
     void insert(std::uint32_t hash, std::uint32_t position);
     void growTable(std::size_t memberCount);
+    void rememberLast(const JsonValue& object);
+    bool lastStands(const JsonValue& object) const;
+    void checkComplete(const JsonValue& object);
     std::uint32_t findHinted(const JsonValue& object,
         Containers::StringView name, std::uint32_t hash) const;
     std::size_t slotOf(std::uint32_t hash, std::uint32_t position) const;
@@ -61,6 +63,9 @@ private:
     std::uint64_t _epoch = 0;
     std::uint32_t _vainSearches = 0;
     bool _complete = false;
+    /* Name of the last member that was indexed */
+    const char* _lastName = nullptr;
+    std::uint32_t _lastHash = 0;
 };
 
 /* Look-ups in the project document whose cost doesn't grow with the number
@@ -75,12 +80,13 @@ public:
 
     bool erase(JsonValue& root, Containers::StringView pointer);
 
-    /* Between these two, and between two of the same non-negative series with
-       no other in between, nobody else edits the document */
-    void beginScope(int series);
+    /* Between these two the document is edited only here. A scope that
+       continues believes what earlier such scopes made sure of if no other was
+       in between. */
+    void beginScope(bool continues);
     void endScope() { --_scopes; }
 
-    /* What was made sure of in the current scopes doesn't hold anymore */
+    /* What was made sure of doesn't hold anymore */
     void distrust() { ++_epoch; }
 
 private:
@@ -99,7 +105,7 @@ private:
     std::size_t _members = 0;
     std::size_t _sweepAt = 0;
     int _scopes = 0;
-    int _series = -1;
+    bool _continues = false;
     std::uint64_t _epoch = 1;
 };
 

@@ -24,6 +24,8 @@ Containers::String unescape(Containers::StringView token) {
 }
 
 bool PointerTokens::isValid(Containers::StringView pointer) {
+    if(!pointer.contains('~'))
+        return pointer.isEmpty() || pointer[0] == '/';
     PointerTokens tokens{pointer};
     while(tokens.next()) {
     }

@@ -30,8 +30,12 @@ bool ProjectFile::erase(Containers::StringView pointer) {
     return _index->erase(document, pointer);
 }
 
-EditScope::EditScope(ProjectFile& file, int series): _index{*file._index} {
-    _index.beginScope(series);
+void ProjectFile::distrustLookups() {
+    _index->distrust();
+}
+
+EditScope::EditScope(ProjectFile& file, bool continues): _index{*file._index} {
+    _index.beginScope(continues);
 }
 
 EditScope::~EditScope() {

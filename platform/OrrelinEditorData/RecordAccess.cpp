@@ -88,7 +88,7 @@ JsonValue& RecordAccess::writeValue() {
     JsonValue& value = _file->create(path);
     /* Members may be added, removed and renamed through the reference */
     if(value.IsObject() || value.IsArray())
-        _file->_index->distrust();
+        _file->distrustLookups();
     return value;
 }
 

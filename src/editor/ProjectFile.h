@@ -87,6 +87,14 @@ public:
      */
     bool erase(Containers::StringView pointer);
 
+    /**
+     * @brief Tell of names that changed in place
+     *
+     * To be called after an edit of @ref document that look-ups in an
+     * @ref EditScope can't notice; see there. No other edit needs it.
+     */
+    void distrustLookups();
+
     /** @brief The project document */
     JsonDocument document;
 
@@ -102,29 +110,39 @@ private:
 @brief Promise that the document is edited through its project only
 
 While an instance exists, look-ups through @ref ProjectFile and accessors
-believe their index about names that are absent, once they checked it. The
-promise is that between two look-ups made in scopes of the same series,
-@ref ProjectFile::document is edited only with @ref ProjectFile::create(),
-@ref ProjectFile::erase() and accessors.
+believe their index about names that are absent, once they made sure of it by
+searching the object some times. The promise is that @ref ProjectFile::document
+is edited only with @ref ProjectFile::create(), @ref ProjectFile::erase() and
+accessors meanwhile.
+
+Scopes that continue, as those of @ref ChangeManager do, go on believing what
+the last such scope made sure of. In between, the document may be edited
+directly: that members were added to an object, removed from it or put into
+another place shows from their number, where they are in memory and the name of
+the last one. An edit that changes names but none of these, such as renaming a
+member in place, has to be told with @ref ProjectFile::distrustLookups().
 */
 class EditScope {
 public:
-    /** @brief A scope of its own */
-    explicit EditScope(ProjectFile& file): EditScope{file, -1} {}
+    /** @brief A scope that believes nothing from before */
+    explicit EditScope(ProjectFile& file): EditScope{file, false} {}
 
     /**
-     * @brief A scope of a series
+     * @brief A scope that continues the last one
      *
-     * Scopes directly following each other with the same number of a series
-     * believe what the earlier checked. A negative one isn't a series.
+     * Believes nothing from before if that one didn't continue.
      */
-    explicit EditScope(ProjectFile& file, int series);
+    static EditScope continued(ProjectFile& file) {
+        return EditScope{file, true};
+    }
 
     EditScope(const EditScope&) = delete;
     EditScope& operator=(const EditScope&) = delete;
     ~EditScope();
 
 private:
+    explicit EditScope(ProjectFile& file, bool continues);
+
     DocumentIndex& _index;
 };
 

@@ -272,7 +272,7 @@ const Edit ProjectEdits[]{
 };
 
 /* Behind its back */
-const Edit DirectEdits[]{
+const Edit NoticedEdits[]{
     {"AddMember",
         [](auto& o) {
             o.object().AddMember(o.newKey(), JsonValue{}, o.allocator());
@@ -296,19 +296,6 @@ const Edit DirectEdits[]{
             o.object().EraseMember(o.randomMember());
             o.object().AddMember(o.newKey(), JsonValue{}, o.allocator());
         }},
-    {"rename", [](auto& o) { o.randomMember()->name = o.newKey(); }},
-    {"exchange names",
-        [](auto& o) { o.randomMember()->name.Swap(o.randomMember()->name); }},
-    {"exchange members",
-        [](auto& o) { swapMembers(*o.randomMember(), *o.randomMember()); }},
-    {"sort", [](auto& o) { sortMembers(o.object()); }},
-    {"reverse",
-        [](auto& o) {
-            const std::uint32_t count = o.object().MemberCount();
-            const auto begin = o.object().MemberBegin();
-            for(std::uint32_t i = 0; i != count / 2; ++i)
-                swapMembers(begin[i], begin[count - 1 - i]);
-        }},
     {"other members in the same place",
         [](auto& o) {
             const std::uint32_t count = o.object().MemberCount();
@@ -329,6 +316,23 @@ const Edit DirectEdits[]{
                 o.fresh(o.object().MemberCount()), document.GetAllocator());
             o.file.document.Parse(jsonText(document).data());
         }},
+};
+
+/* Names may be others in the same place, with the same one last */
+const Edit EditsInPlace[]{
+    {"rename", [](auto& o) { o.randomMember()->name = o.newKey(); }},
+    {"exchange names",
+        [](auto& o) { o.randomMember()->name.Swap(o.randomMember()->name); }},
+    {"exchange members",
+        [](auto& o) { swapMembers(*o.randomMember(), *o.randomMember()); }},
+    {"sort", [](auto& o) { sortMembers(o.object()); }},
+    {"reverse",
+        [](auto& o) {
+            const std::uint32_t count = o.object().MemberCount();
+            const auto begin = o.object().MemberBegin();
+            for(std::uint32_t i = 0; i != count / 2; ++i)
+                swapMembers(begin[i], begin[count - 1 - i]);
+        }},
     {"exchange documents",
         [](auto& o) {
             JsonDocument document;
@@ -338,40 +342,42 @@ const Edit DirectEdits[]{
         }},
 };
 
-template<std::size_t size> std::vector<Edit> all(const Edit (&edits)[size]) {
-    return {edits, edits + size};
+std::vector<Edit> allEdits() {
+    std::vector<Edit> out;
+    for(const Containers::ArrayView<const Edit> edits:
+        {Containers::arrayView(ProjectEdits),
+            Containers::arrayView(NoticedEdits),
+            Containers::arrayView(EditsInPlace)})
+        out.insert(out.end(), edits.begin(), edits.end());
+    return out;
 }
 
 /* The same edit again and again, up to where the index is made anew */
 TEST(ProjectFileTest, neverStaleAfterOneKindOfEdit) {
-    for(const auto& edits: {all(ProjectEdits), all(DirectEdits)})
-        for(const Edit& edit: edits) {
-            SCOPED_TRACE(edit.name);
-            LargeObject large{500};
-            for(int i = 0; i != 40; ++i) {
-                edit.make(large);
-                ASSERT_NO_FATAL_FAILURE(large.checkSome());
-            }
-            large.checkAll();
+    for(const Edit& edit: allEdits()) {
+        SCOPED_TRACE(edit.name);
+        LargeObject large{500};
+        for(int i = 0; i != 40; ++i) {
+            edit.make(large);
+            ASSERT_NO_FATAL_FAILURE(large.checkSome());
         }
+        large.checkAll();
+    }
 }
 
 TEST(ProjectFileTest, neverStaleAfterManyEditsWithoutLookUp) {
-    for(const auto& edits: {all(ProjectEdits), all(DirectEdits)})
-        for(const Edit& edit: edits) {
-            SCOPED_TRACE(edit.name);
-            LargeObject large{500};
-            large.checkSome();
-            for(int i = 0; i != 60; ++i)
-                edit.make(large);
-            large.checkAll();
-        }
+    for(const Edit& edit: allEdits()) {
+        SCOPED_TRACE(edit.name);
+        LargeObject large{500};
+        large.checkSome();
+        for(int i = 0; i != 60; ++i)
+            edit.make(large);
+        large.checkAll();
+    }
 }
 
 TEST(ProjectFileTest, neverStaleAfterMixedEdits) {
-    std::vector<Edit> edits = all(ProjectEdits);
-    for(const Edit& edit: DirectEdits)
-        edits.push_back(edit);
+    const std::vector<Edit> edits = allEdits();
     /* Around the size from which on objects are indexed, and larger ones */
     for(unsigned int seed = 0; seed != 20; ++seed) {
         LargeObject large{seed % 4 ? 30 + seed * 2 : 2000, seed};
@@ -392,34 +398,58 @@ TEST(ProjectFileTest, neverStaleAfterMixedEdits) {
     }
 }
 
-/* In scopes of their own, of a series and nested, with so many look-ups of
-   absent names that the index is believed. Direct edits come between. */
+/* In scopes that continue or don't, with so many look-ups of absent names that
+   the index is believed. Direct edits come between. */
 TEST(ProjectFileTest, neverStaleInScopes) {
-    for(unsigned int seed = 0; seed != 20; ++seed) {
+    for(unsigned int seed = 0; seed != 40; ++seed) {
         LargeObject large{seed % 4 ? 30 + seed * 2 : 2000, seed};
-        int series = 0;
-        auto scope = std::make_unique<EditScope>(large.file, series);
         std::string made;
-        for(int i = 0; i != 200; ++i) {
-            if(large.random.below(8) == 0) {
-                scope = nullptr;
-                if(large.random.below(2)) {
-                    large.random.oneOf(DirectEdits).make(large);
-                    series = i % 2 ? i : -1;
-                }
-                scope = std::make_unique<EditScope>(large.file, series);
+        const auto make = [&](const Edit& edit) {
+            made += std::string{edit.name} + '\n';
+            edit.make(large);
+        };
+        for(int i = 0; i != 40; ++i) {
+            SCOPED_TRACE("seed " + std::to_string(seed) + ":\n" + made);
+            const EditScope scope = large.random.below(4)
+                ? EditScope::continued(large.file)
+                : EditScope{large.file};
+            for(std::size_t j = large.random.below(8); j; --j) {
+                make(large.object().MemberCount() < 20
+                        ? ProjectEdits[0]
+                        : large.random.oneOf(ProjectEdits));
+                const EditScope nested{large.file};
+                ASSERT_NO_FATAL_FAILURE(large.checkSome());
             }
 
-            const Edit& edit = large.object().MemberCount() < 20
-                ? ProjectEdits[0]
-                : large.random.oneOf(ProjectEdits);
-            made += std::string{edit.name} + '\n';
-            SCOPED_TRACE("seed " + std::to_string(seed) + ":\n" + made);
-            edit.make(large);
-            const EditScope nested{large.file};
-            ASSERT_NO_FATAL_FAILURE(large.checkSome());
+            if(large.object().MemberCount() < 20 || large.random.below(2))
+                continue;
+            make(large.random.oneOf(NoticedEdits));
+            if(large.random.below(4) == 0) {
+                make(large.random.oneOf(EditsInPlace));
+                large.file.distrustLookups();
+            }
         }
         large.checkAll();
+    }
+}
+
+/* Each kind of direct edit between scopes that continue, so that no other one
+   draws attention to it */
+TEST(ProjectFileTest, directEditsBetweenScopesAreNoticed) {
+    for(const Edit& edit: NoticedEdits) {
+        SCOPED_TRACE(edit.name);
+        LargeObject large{500};
+        for(int i = 0; i != 60; ++i) {
+            {
+                const EditScope scope = EditScope::continued(large.file);
+                for(int j = 0; j != 20; ++j)
+                    ASSERT_EQ(large.file.find("/objects/absent"), nullptr);
+                ASSERT_NO_FATAL_FAILURE(large.checkSome());
+                if(i % 2)
+                    large.file.erase(large.randomPath());
+            }
+            edit.make(large);
+        }
     }
 }
 
