@@ -1,5 +1,6 @@
 #include "projectJson.h"
 
+#include <charconv>
 #include <cmath>
 #include <Corrade/Utility/Format.h>
 #include <rapidjson/document.h>
@@ -44,19 +45,21 @@ private:
     const char* _end;
 };
 
-/* Passes everything on to the document, up to a depth */
-struct DepthLimit {
+/* Passes everything on to the document, up to a depth, with numbers
+   converted */
+struct ProjectHandler {
     typedef char Ch;
 
     bool Null() { return out.Null(); }
     bool Bool(bool b) { return out.Bool(b); }
-    bool Int(int i) { return out.Int(i); }
-    bool Uint(unsigned i) { return out.Uint(i); }
-    bool Int64(std::int64_t i) { return out.Int64(i); }
-    bool Uint64(std::uint64_t i) { return out.Uint64(i); }
-    bool Double(double d) { return out.Double(d); }
-    bool RawNumber(const char* s, rapidjson::SizeType size, bool copy) {
-        return out.RawNumber(s, size, copy);
+    /* All numbers come raw */
+    bool Int(int) { return false; }
+    bool Uint(unsigned) { return false; }
+    bool Int64(std::int64_t) { return false; }
+    bool Uint64(std::uint64_t) { return false; }
+    bool Double(double) { return false; }
+    bool RawNumber(const char* s, rapidjson::SizeType size, bool) {
+        return number({s, size});
     }
     bool String(const char* s, rapidjson::SizeType size, bool copy) {
         return out.String(s, size, copy);
@@ -76,11 +79,39 @@ struct DepthLimit {
     }
 
     bool enter() { return ++depth <= maxDepth; }
+    bool number(Containers::StringView text);
 
     JsonDocument& out;
     unsigned int maxDepth;
     unsigned int depth = 0;
+    bool numberTooBig = false;
 };
+
+template<class T> bool parseNumber(Containers::StringView text, T& out) {
+    const std::from_chars_result result =
+        std::from_chars(text.begin(), text.end(), out);
+    return result.ec == std::errc{} && result.ptr == text.end();
+}
+
+/* RapidJSON's own conversion with full precision shifts by an undefined number
+   of bits for zeros such as 0e23 */
+bool ProjectHandler::number(Containers::StringView text) {
+    std::int64_t integer;
+    std::uint64_t large;
+    double real;
+    if(parseNumber(text, integer))
+        return out.Int64(integer);
+    if(parseNumber(text, large))
+        return out.Uint64(large);
+    if(parseNumber(text, real))
+        return out.Double(real);
+
+    /* What is too large for a double isn't for a wider one, as the reader
+       refuses larger exponents. All else is too small. */
+    long double wide;
+    numberTooBig = parseNumber(text, wide) && std::abs(wide) > 1.0L;
+    return !numberTooBig && out.Double(text.hasPrefix('-') ? -0.0 : 0.0);
+}
 
 Containers::String fault(Containers::StringView what,
     Containers::StringView json, std::size_t offset) {
@@ -120,18 +151,18 @@ Containers::String parseProject(JsonDocument& document,
         : content;
     Input input{json};
     rapidjson::ParseResult result;
-    unsigned int depth = 0;
-    auto read = [&](JsonDocument& out) {
-        DepthLimit handler{out, maxDepth};
+    ProjectHandler handler{document, maxDepth};
+    auto read = [&](JsonDocument&) {
         rapidjson::Reader reader;
         result = reader.Parse<rapidjson::kParseIterativeFlag |
-            rapidjson::kParseFullPrecisionFlag>(input, handler);
-        depth = handler.depth;
+            rapidjson::kParseNumbersAsStringsFlag>(input, handler);
         return !result.IsError();
     };
     document.Populate(read);
 
-    if(result.Code() == rapidjson::kParseErrorTermination && depth > maxDepth)
+    if(handler.numberTooBig)
+        result.Set(rapidjson::kParseErrorNumberTooBig, result.Offset());
+    else if(handler.depth > maxDepth)
         return fault(Utility::format("More than {} nested levels", maxDepth),
             json, result.Offset());
     if(result.IsError()) {

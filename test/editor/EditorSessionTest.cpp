@@ -78,6 +78,8 @@ const struct {
         "The surrogate pair in string is invalid at line 1, column 8"},
     {"number too large", "{\"a\": 1e999}",
         "Number too big to be stored in double at line 1, column 7"},
+    {"number a little too large", "{\"a\": -1.8e308}",
+        "Number too big to be stored in double at line 1, column 7"},
     {"fault after a byte order mark", "\xef\xbb\xbf{x}",
         "Missing a name for object member at line 1, column 2"},
     {"root is an array", "[{}]", "The root is no object at line 1, column 1"},
@@ -218,6 +220,34 @@ TEST_F(EditorSessionTest, saveIsByteIdentical) {
     ASSERT_TRUE(session.open(EXAMPLES "/museum/project.json"));
     ASSERT_TRUE(session.save(folder.path("project.json")));
     EXPECT_EQ(folder.read("project.json"), original);
+}
+
+TEST_F(EditorSessionTest, numbers) {
+    const struct {
+        const char* json;
+        const char* saved;
+    } data[]{
+        {"0", "0"},
+        {"-0", "0"},
+        {"-0.0", "-0.0"},
+        {"0e113", "0.0"},
+        {"-0.00e50", "-0.0"},
+        {"2147483648", "2147483648"},
+        {"-9223372036854775808", "-9223372036854775808"},
+        {"18446744073709551615", "18446744073709551615"},
+        {"18446744073709551616", "18446744073709553000.0"},
+        {"0.1", "0.1"},
+        {"1.7976931348623157e308", "1.7976931348623157e308"},
+        {"5e-324", "5e-324"},
+        {"123e-400", "0.0"},
+        {"-0.0001e-330", "-0.0"},
+    };
+    for(const auto& i: data) {
+        SCOPED_TRACE(i.json);
+        ASSERT_TRUE(session.parse("{\"a\": " + std::string{i.json} + '}'));
+        EXPECT_EQ(jsonText(session.projectFile().document),
+            "{\"a\":" + std::string{i.saved} + '}');
+    }
 }
 
 TEST_F(EditorSessionTest, saveMarksAsSaved) {
