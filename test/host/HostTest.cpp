@@ -1,4 +1,7 @@
+#include <chrono>
+#include <csignal>
 #include <map>
+#include <thread>
 #include <vector>
 #include <gtest/gtest.h>
 #include <pty.h>
@@ -384,6 +387,48 @@ TEST(Host, FullDisk) {
         expectContains(output.err, {data.err});
         EXPECT_EQ(host.files(), before);
     }
+}
+
+/* Killed ever later while it saves the project and then the language files */
+TEST(Host, Killed) {
+    const Host host, renamed;
+    const auto before = host.files();
+    const auto begin = std::chrono::steady_clock::now();
+    renamed.succeed("rename museum hours opening");
+    const auto duration = std::chrono::steady_clock::now() - begin;
+
+    constexpr int count = 60;
+    int killed = 0;
+    for(int i = 0; i != count; ++i) {
+        for(const auto& file: before)
+            if(!Fs::is_directory(file.first))
+                host.folder.write(
+                    Fs::relative(file.first, host.folder.path()), file.second);
+
+        const pid_t child = fork();
+        if(!child) {
+            if(!std::freopen("/dev/null", "w", stdout))
+                _exit(127);
+            execl(HOST_BINARY, HOST_BINARY, "rename",
+                host.folder.path("museum").data(), "hours", "opening", nullptr);
+            _exit(127);
+        }
+        std::this_thread::sleep_for(duration * i * 3 / (count * 2));
+        kill(child, SIGKILL);
+        int status;
+        waitpid(child, &status, 0);
+        killed += WIFSIGNALED(status);
+
+        for(const char* const name: {"museum/project.json",
+                "museum/languages/en.json", "museum/languages/de.json"}) {
+            const std::string content = host.folder.read(name);
+            EXPECT_TRUE(content == before.at(host.folder.path(name)) ||
+                content == renamed.folder.read(name))
+                << name << " after " << i;
+        }
+        host.succeed("terms museum");
+    }
+    EXPECT_GT(killed, count / 10);
 }
 
 TEST(Host, WholeLoop) {
