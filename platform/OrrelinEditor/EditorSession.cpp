@@ -21,7 +21,8 @@ namespace OrrelinEngine {
 struct EditorSession::State {
     explicit State(Containers::StringView root):
         projectRoot{root}, changeManager{projectFile},
-        editor{&projectRoot, &sceneData, &localization, projectFile,
+        editor{&projectRoot, &sceneData, &localization,
+            RecordAccess{projectFile, {}},
             ProjectSection{projectFile, "objects"},
             ProjectSection{projectFile, "languages"}, &changeManager} {}
 

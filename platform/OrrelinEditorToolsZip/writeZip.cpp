@@ -45,7 +45,7 @@ Containers::String addNew(zip_t* archive, const char* name, Content content) {
             ? "the name is not UTF-8"
             : zip_strerror(archive);
 
-    source.release();
+    static_cast<void>(source.release());
     if(zip_set_file_compression(
            archive, zip_uint64_t(index), ZIP_CM_DEFLATE, Level) < 0 ||
         zip_file_set_dostime(archive, zip_uint64_t(index), Time, Date, 0) < 0)
@@ -120,12 +120,12 @@ Containers::String pack(const Containers::StringIterable& names,
     /* Otherwise it would go with the archive */
     zip_source_keep(memory.get());
 
-    const Containers::String fault = addAll(archive.get(), names, contents);
+    Containers::String fault = addAll(archive.get(), names, contents);
     if(!fault.isEmpty())
         return fault;
     if(zip_close(archive.get()) < 0)
         return zip_strerror(archive.get());
-    archive.release();
+    static_cast<void>(archive.release());
     return readAll(memory.get(), packed);
 }
 

@@ -36,7 +36,7 @@ Containers::String resolved(Containers::StringView file) {
     const Containers::String path =
         Containers::String::nullTerminatedView(file);
     if(char* const real = ::realpath(path.data(), nullptr)) {
-        const Containers::String out{real};
+        Containers::String out{real};
         std::free(real);
         return out;
     }
