@@ -107,9 +107,22 @@ private:
             segment,
             [this, name](const Change& change,
                 Containers::ArrayView<Containers::StringView>, void*) {
-                _notifications.push_back(name + ' ' + printed(change));
+                _notifications.push_back(name + ' ' + textOf(change));
             },
             nullptr);
+    }
+
+    /* As it's printed, but with values of any length */
+    static std::string textOf(const Change& change) {
+        const auto value = [](const JsonValue* json) {
+            return json ? jsonText(*json) : std::string{"()"};
+        };
+        const char* const kind = !change.oldValue ? "Create "
+            : change.newValue                     ? "Change "
+                                                  : "Remove ";
+        return kind + std::string{change.path.data(), change.path.size()} +
+            ": " + value(change.oldValue.get()) + " -> " +
+            value(change.newValue.get());
     }
 
     std::string difference() {
@@ -142,7 +155,7 @@ private:
             const Change& actual = _manager.lastChange();
             out = differing("last change",
                 expected.text() + ' ' + std::to_string(expected.group),
-                printed(actual) + ' ' + std::to_string(actual.group));
+                textOf(actual) + ' ' + std::to_string(actual.group));
         }
         return out;
     }
