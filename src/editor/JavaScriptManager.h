@@ -11,7 +11,10 @@
 
 #include "editor/StringArray.h"
 
-namespace OrrelinEngine { namespace Data {
+namespace OrrelinEngine {
+
+/** @brief What scenes are made of */
+namespace Data {
 
 /** @brief Type code of a string-valued script parameter */
 constexpr unsigned short StringParamType = 16;
@@ -77,6 +80,7 @@ public:
     const unsigned short* paramTypes; /**< @brief Type codes of parameters */
 };
 
-}}
+}
+}
 
 #endif

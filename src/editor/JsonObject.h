@@ -67,9 +67,17 @@ public:
 
 protected:
     explicit JsonObject() = default;
+
+    /** @brief Only subclasses are copied */
     JsonObject(const JsonObject&) = default;
+
+    /** @brief Only subclasses are moved */
     JsonObject(JsonObject&&) = default;
+
+    /** @brief Only subclasses are copied */
     JsonObject& operator=(const JsonObject&) = default;
+
+    /** @brief Only subclasses are moved */
     JsonObject& operator=(JsonObject&&) = default;
 };
 

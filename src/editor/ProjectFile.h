@@ -21,14 +21,14 @@ Holds the project document and is the accessor of its root.
 
 @section ProjectFile-lookup Look-ups
 
-Values are addressed by JSON Pointers with the rules of
-@ref rapidjson::GenericPointer. Members of large objects are found through an
-index, so a look-up in an object of 500,000 members costs about what it costs
-in one of 500. The index only ever proposes where a member may stand: what it
-says is checked against the document on each look-up, so @ref document may be
-edited directly at any time and a look-up is still right. Names of members are
-expected to differ; of those that don't, which JSON allows, the first is found,
-or any once the document was edited directly.
+Values are addressed by JSON Pointers with the rules of RapidJSON's
+`GenericPointer`. Members of large objects are found through an index, so a
+look-up in an object of 500,000 members costs about what it costs in one of 500.
+The index only ever proposes where a member may stand: what it says is checked
+against the document on each look-up, so @ref document may be edited directly at
+any time and a look-up is still right. Names of members are expected to differ;
+of those that don't, which JSON allows, the first is found, or any once the
+document was edited directly.
 
 The exception in cost is a name that is absent: that it really is can be known
 only from searching the object, about a millisecond in a million members. So is

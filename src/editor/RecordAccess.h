@@ -37,10 +37,18 @@ public:
      */
     explicit RecordAccess(ProjectFile& file, Containers::String&& place);
 
+    /** @brief An accessor of the same place */
     RecordAccess(const RecordAccess&) = default;
+
+    /** @brief Move constructor */
     RecordAccess(RecordAccess&&) = default;
+
     ~RecordAccess() override;
+
+    /** @brief Make this an accessor of the same place */
     RecordAccess& operator=(const RecordAccess&) = default;
+
+    /** @brief Move assignment */
     RecordAccess& operator=(RecordAccess&&) = default;
 
     bool exists() const override;

@@ -67,7 +67,7 @@ Result writeZip(const Containers::StringIterable& names,
 @param zipPath      The archive
 
 Entries with one of the extensions, compared byte by byte with what
-@ref Corrade::Utility::Path::splitExtension() tells, are read in the order of
+@relativeref{Corrade,Utility::Path::splitExtension()} tells, are read in the order of
 the archive; folders and all other entries are passed over, whatever they
 contain. Names that the archive doesn't have in UTF-8 are converted. Two entries
 can have the same name.

@@ -34,7 +34,7 @@ typedef std::map<Containers::String, Containers::String, StrLess> TermPathMap;
 @brief Translations of one language, by term key
 
 A term with a value reads so in that language, the empty text included. A term
-with an empty @ref Corrade::Containers::Optional has no translation.
+with an empty @relativeref{Corrade,Containers::Optional} has no translation.
 */
 typedef std::map<Containers::String, Containers::Optional<Containers::String>,
     StrLess>

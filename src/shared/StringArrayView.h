@@ -76,7 +76,11 @@ public:
 
 protected:
     /* The owning lists that derive from this one fill the two */
+
+    /** @brief Where each string begins and, as last, where the last one ends */
     Containers::Array<std::size_t> _positions;
+
+    /** @brief Characters of all strings */
     const char* _data = nullptr;
 };
 

@@ -16,7 +16,7 @@ namespace OrrelinEngine {
 /**
 @brief Hash of a string for the unordered standard containers
 
-The 64-bit @ref Corrade::Utility::MurmurHash2 with seed 0 over the bytes of the
+The 64-bit @relativeref{Corrade,Utility::MurmurHash2} with seed 0 over the bytes of the
 view; its flags and a terminating zero don't count. Linear in the length.
 */
 struct StrHash {
