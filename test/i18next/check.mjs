@@ -9,7 +9,7 @@ import fs from 'node:fs';
 import path from 'node:path';
 import i18next from 'i18next';
 
-// What docs/language-files.md recommends
+// What docs/language-files.md recommends, but with nulls told as they are
 const recommended = {
     keySeparator: false,
     nsSeparator: false,

@@ -4,7 +4,10 @@
    languageTables PROJECT FOLDER   exports an existing project with the
                                    language files that it has
    languageTables --hard FOLDER    exports terms whose keys and texts are hard
-                                   on readers */
+                                   on readers
+
+   With --from FILES at the end, all translations are forgotten before and
+   those in the folder FILES imported. */
 
 #include <cstdio>
 #include <string>
@@ -145,13 +148,19 @@ void printTables(EditorSession& session) {
 }
 
 int main(int argc, char** argv) {
-    if(argc != 3)
+    const bool imports = argc == 5 && argv[3] == std::string{"--from"};
+    if(argc != 3 && !imports)
         return 1;
     EditorSession session;
     if(argv[1] == std::string{"--hard"})
         openHardProject(session);
     else if(!openProject(session, argv[1]))
         return 2;
+    if(imports) {
+        session.localization().translations.clear();
+        LocalizationTools::importTerms(session.editor(), argv[4],
+            LocalizationTools::LocalizationFormat::I18next);
+    }
 
     Containers::Array<Containers::String> languages;
     for(const Containers::StringView code:
