@@ -11,7 +11,7 @@
 #include "ChangeManager.h"
 #include "Tools/LocalizationTools.h"
 #include "Tools/languagesFolder.h"
-#include "Tools/storedTerm.h"
+#include "Tools/storedTerms.h"
 #include "editor/AllLanguages.h"
 #include "editor/OrrelinEditor.h"
 #include "editor/StringArray.h"
@@ -97,7 +97,8 @@ public:
         _editor(editor),
         _fileName{fileName}, _terms(editor.localization->terms),
         _translations(translations), _isDefault{isDefault},
-        _nextTerm{_terms.begin()}, _nextTranslation{_translations.begin()} {}
+        _storedTerms{editor}, _nextTerm{_terms.begin()},
+        _nextTranslation{_translations.begin()} {}
 
     void importTerm(
         Containers::StringView key, const Utility::JsonToken& value) {
@@ -111,7 +112,7 @@ public:
         const auto term = find(key);
         if(term == _terms.end())
             return;
-        const StoredTerm stored = storedTerm(_editor, term->second);
+        const StoredTerm stored = _storedTerms.find(term->second);
         if(!stored.translated)
             return;
         Containers::Optional<Containers::String>& out = translation(key);
@@ -158,6 +159,7 @@ private:
     const TermPathMap& _terms;
     TranslationMap& _translations;
     bool _isDefault;
+    StoredTerms _storedTerms;
     TermPathMap::const_iterator _nextTerm;
     TranslationMap::iterator _nextTranslation;
 };

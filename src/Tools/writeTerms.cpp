@@ -6,7 +6,7 @@
 #include <Corrade/Utility/JsonWriter.h>
 
 #include "Tools/LocalizationTools.h"
-#include "Tools/storedTerm.h"
+#include "Tools/storedTerms.h"
 #include "editor/OrrelinEditor.h"
 
 namespace OrrelinEngine { namespace LocalizationTools {
@@ -23,8 +23,9 @@ struct Term {
 std::vector<Term> translatedTerms(const OrrelinEditor& editor) {
     std::vector<Term> out;
     out.reserve(editor.localization->terms.size());
+    StoredTerms storedTerms{editor};
     for(const auto& term: editor.localization->terms) {
-        const StoredTerm stored = storedTerm(editor, term.second);
+        const StoredTerm stored = storedTerms.find(term.second);
         if(stored.translated)
             out.push_back({term.first, stored.text()});
     }

@@ -1,5 +1,7 @@
 #include "Project.h"
 
+#include <cstring>
+
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/GrowableArray.h>
 #include <Corrade/Containers/StringIterable.h>
@@ -147,6 +149,44 @@ TEST(WriteTerms, missingText) {
         "    \"a\": \"Ah\"\n"
         "  }\n"
         "}\n");
+}
+
+/* Each is read like any other value at its path, whatever was read before */
+TEST(WriteTerms, places) {
+    Project project{R"({"settings": {
+            "localization": {"defaultLanguage": "en"},
+            "project": {"name": "The name", "name_translate": true}},
+        "": {"settings": {"project": {"name": "of no name"}}}, "top": "At the top",
+        "objects": {
+            "a": {"components": [
+                {"text": {"text": "a0", "text": "second of the name"}},
+                {"text": {"text": "a1", "label": "a1 label"}, "none": 1},
+                {"te~xt": {"te/xt": "escaped"}}]},
+            "ab": {"components": {"0": {"text": {"text": "ab0"}}}},
+            "a/b": {"components": [{"text": {"text": "a/b 0"}}]}}})"};
+    const char* const paths[]{"/objects/a/components/0/text/text",
+        "/objects/a/components/1/text/text",
+        "/objects/a/components/1/text/label",
+        "/objects/a/components/1/none/text",
+        "/objects/a/components/2/te~0xt/te~1xt",
+        "/objects/a/components/3/text/text",
+        "/objects/a/components/00/text/text",
+        "/objects/a/components/-1/text/text",
+        "/objects/a/components//text/text",
+        "/objects/a/components/4294967296/text/text",
+        "/objects/ab/components/0/text/text",
+        "/objects/a~1b/components/0/text/text",
+        "objects/a/components/0/text/text", "/settings/project/name", "/top",
+        "top", "/objects/a", "//settings/project", "/", ""};
+    for(const char* path: paths)
+        project.terms().emplace(path, path);
+    JsonDocument file;
+    file.Parse(written(project, {"en"}).data() + std::strlen("en.json: "));
+    ASSERT_FALSE(file.HasParseError());
+    for(const char* path: paths)
+        EXPECT_EQ(file["translation"][path].GetString(),
+            text(project.editor().project[path].asString()))
+            << path;
 }
 
 TEST(WriteTerms, appends) {
