@@ -1,7 +1,4 @@
-/* The change manager against edits of the same document written by hand: each
-   is timed with both, as in `push/modify/ours/1000` and
-   `push/modify/reference/1000`, with the number of values in the document or
-   of changes in the history last. */
+/* The change manager against edits of the same document written by hand */
 
 #include <cstdint>
 #include <malloc.h>
@@ -9,49 +6,51 @@
 #include <string_view>
 #include <unordered_map>
 #include <vector>
-#include <Corrade/Utility/Format.h>
+
 #include <benchmark/benchmark.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
 
 #include "ChangeManager.h"
-#include "LargeProject.h"
+#include "Edits.h"
+#include "editor/EditorSession.h"
+#include "editor/ProjectFile.h"
 
 namespace OrrelinEngine { namespace {
 
-constexpr std::size_t ValuesPerRecord = 5;
-constexpr std::size_t GroupSize = 10000;
-/* Changes after which everything is built anew, as no memory is ever freed */
-constexpr std::size_t MaxChanges = 200000;
+struct RapidJsonSystem {
+    typedef Containers::String Path;
+    static Path path(const std::string& pointer) { return pointer; }
 
-/* Distinct, and in no order */
-Containers::String idOf(std::size_t i) {
-    return Utility::format("{:.8x}", std::uint32_t(i) * 2654435761u);
-}
-
-Containers::String document(std::size_t valueCount) {
-    std::string out = R"({"objects": {)";
-    for(std::size_t i = 0; i != valueCount / ValuesPerRecord; ++i) {
-        const Containers::String record = Utility::format(
-            R"({}"{}": {{"name": "The name of object {}", "visible": true,
-                "translation": [0.5, 1.5, 2.5]}})",
-            i ? "," : "", idOf(i), i);
-        out.append(record.data(), record.size());
+    /* Owns its texts, so that copies of them are copies */
+    typedef JsonDocument Value;
+    static Value value(const std::string& json) {
+        JsonDocument out;
+        out.Parse(json.data(), json.size());
+        return out;
     }
-    out += "}}";
-    return {out.data(), out.size()};
-}
+
+    static std::string textOf(const JsonValue& value) {
+        rapidjson::StringBuffer out;
+        rapidjson::Writer<rapidjson::StringBuffer> writer{out};
+        value.Accept(writer);
+        return out.GetString();
+    }
+};
 
 /* What an editor without a change manager would do for a path like
    `/objects/<id>/<member>`: knows where each record is, keeps a copy of the
    value before and after */
-class Reference {
+class Reference: public RapidJsonSystem {
 public:
-    explicit Reference(const Containers::String& json) {
+    explicit Reference(const std::string& json) {
         _document.Parse(json.data(), json.size());
         for(const auto& record: objects().GetObject())
             _positions.emplace(nameOf(record), _positions.size());
     }
 
     JsonAllocator& allocator() { return _document.GetAllocator(); }
+    std::string json() const { return textOf(_document); }
 
     void push(Containers::StringView path, const JsonValue* value) {
         _history.resize(_size);
@@ -83,8 +82,12 @@ public:
     }
 
     void redo() {
-        const Edit& edit = _history[_size++];
-        perform(edit.path, edit.newValue.get());
+        const int group = _history[_size].group;
+        do {
+            const Edit& edit = _history[_size++];
+            perform(edit.path, edit.newValue.get());
+        } while(_size != _history.size() && group != -1 &&
+            _history[_size].group == group);
     }
 
 private:
@@ -181,11 +184,15 @@ private:
 };
 
 /* The same calls, passed on */
-class Ours {
+class Ours: public RapidJsonSystem {
 public:
-    explicit Ours(const Containers::String& json) { _session.parse(json); }
+    explicit Ours(const std::string& json) { _session->parse(json); }
 
     JsonAllocator& allocator() { return manager().allocator(); }
+    std::string json() const {
+        return textOf(_session->projectFile().document);
+    }
+
     void push(Containers::StringView path, const JsonValue* value) {
         manager().pushChange(Containers::String{path}, value, false);
     }
@@ -198,134 +205,18 @@ public:
     void redo() { manager().redoLastUndo(); }
 
 private:
-    ChangeManager& manager() { return _session.changeManager(); }
+    ChangeManager& manager() { return _session->changeManager(); }
 
-    EditorSession _session;
+    const std::unique_ptr<EditorSession> _session =
+        std::make_unique<EditorSession>();
 };
-
-/* Values to push, and where to */
-class Edits {
-public:
-    explicit Edits(std::size_t valueCount) {
-        _texts.Parse(R"(["The one text of an object", "Some other text"])");
-        _vector.Parse("[1.25, 2.25, 3.25]");
-        _record.Parse(R"({"name": "A record", "visible": true})");
-        const std::size_t recordCount = valueCount / ValuesPerRecord;
-        for(std::size_t i = 0; i != 8192; ++i) {
-            const Containers::String record =
-                "/objects/" + idOf(i * 7919 % recordCount);
-            _names.push_back(record + "/name");
-            _created.push_back(record + "/subtitle");
-        }
-        _slider = _names[0].exceptSuffix("name") + "translation";
-    }
-
-    std::size_t index() { return _next++ % _names.size(); }
-
-    /* Owned, so that copies are copies */
-    const JsonValue& text() { return _texts[_next % 2]; }
-
-    const JsonValue& vector() {
-        _vector[0].SetDouble(double(++_next));
-        return _vector;
-    }
-
-    template<class System> void modify(System& system) {
-        const Containers::String& path = _names[index()];
-        system.push(path, &text());
-    }
-
-    template<class System> void create(System& system) {
-        const Containers::String& path = _created[index()];
-        system.push(path, &text());
-        system.push(path, nullptr);
-    }
-
-    template<class System> void createRecord(System& system) {
-        system.push("/objects/new-record", &_record);
-        system.push("/objects/new-record", nullptr);
-    }
-
-    template<class System> void drag(System& system) {
-        system.drag(_slider, vector());
-    }
-
-    template<class System> void undoAndRedo(System& system) {
-        system.undo();
-        system.redo();
-    }
-
-    template<class System> void group(System& system) {
-        system.beginGroup();
-        for(std::size_t i = 0; i != GroupSize; ++i)
-            modify(system);
-        system.commit();
-        system.undo();
-    }
-
-    template<class System> void groupOfRecords(System& system) {
-        system.beginGroup();
-        for(std::size_t i = 0; i != GroupSize / 2; ++i)
-            createRecord(system);
-        system.commit();
-        system.undo();
-    }
-
-private:
-    std::size_t _next = 0;
-    std::vector<Containers::String> _names, _created;
-    Containers::String _slider;
-    JsonDocument _texts, _vector, _record;
-};
-
-template<class System> using Operation = void (Edits::*)(System&);
-
-/* Time of an operation that makes given number of changes */
-template<class System, Operation<System> operation>
-void time(benchmark::State& state, std::size_t valueCount,
-    std::size_t historySize, std::size_t changeCount) {
-    keepFreedMemory();
-    const Containers::String json = document(valueCount);
-    Edits edits{valueCount};
-    std::unique_ptr<System> system;
-    std::size_t left = 0;
-    for(auto _: state) {
-        if(left < changeCount) {
-            state.PauseTiming();
-            system.reset();
-            system = std::make_unique<System>(json);
-            for(std::size_t i = 0; i != historySize; ++i)
-                edits.modify(*system);
-            /* The index of a document and the first drag */
-            edits.drag(*system);
-            edits.drag(*system);
-            left = MaxChanges;
-            state.ResumeTiming();
-        }
-        (edits.*operation)(*system);
-        left -= changeCount;
-    }
-    state.SetItemsProcessed(std::int64_t(changeCount) * state.iterations());
-}
-
-template<class System, Operation<System> operation, std::size_t changeCount>
-void inDocument(benchmark::State& state) {
-    time<System, operation>(
-        state, std::size_t(state.range(0)), 100, changeCount);
-}
-
-template<class System, Operation<System> operation, std::size_t changeCount>
-void afterHistory(benchmark::State& state) {
-    time<System, operation>(
-        state, 10000, std::size_t(state.range(0)), changeCount);
-}
 
 /* Bytes for each of 10,000 changes, in the document's memory pool and in all */
-template<class System, Operation<System> operation>
+template<class System, void (Edits<System>::*operation)(System&)>
 void memory(benchmark::State& state) {
     for(auto _: state) {
-        Edits edits{10000};
-        System system{document(10000)};
+        Edits<System> edits{10000};
+        System system{documentJson(10000)};
         edits.modify(system);
         edits.drag(system);
         edits.drag(system);
@@ -340,29 +231,14 @@ void memory(benchmark::State& state) {
     }
 }
 
-#define DOCUMENT_SIZES ->RangeMultiplier(10)->Range(1000, 1000000)
-#define BOTH(function, operation, changes, name)                               \
-    BENCHMARK((function<Ours, &Edits::operation<Ours>, changes>))              \
-        ->Name(name "/ours") DOCUMENT_SIZES;                                   \
-    BENCHMARK((function<Reference, &Edits::operation<Reference>, changes>))    \
-        ->Name(name "/reference") DOCUMENT_SIZES;
-
-BOTH(inDocument, modify, 1, "push/modify")
-BOTH(inDocument, create, 2, "push/createMember")
-BOTH(inDocument, createRecord, 2, "push/createRecord")
-BOTH(inDocument, drag, 1, "push/continuous")
-BOTH(inDocument, undoAndRedo, 1, "undoAndRedo")
-BOTH(inDocument, group, GroupSize, "group/modify")
-BOTH(inDocument, groupOfRecords, GroupSize, "group/createRecord")
-BOTH(afterHistory, modify, 1, "history/modify")
-BOTH(afterHistory, drag, 1, "history/continuous")
-BOTH(afterHistory, undoAndRedo, 1, "history/undoAndRedo")
+const bool registered =
+    registerEdits<Ours>("ours") && registerEdits<Reference>("reference");
 
 #define MEMORY(operation)                                                      \
-    BENCHMARK((memory<Ours, &Edits::operation<Ours>>))                         \
+    BENCHMARK((memory<Ours, &Edits<Ours>::operation>))                         \
         ->Name("memory/" #operation "/ours")                                   \
         ->Iterations(1);                                                       \
-    BENCHMARK((memory<Reference, &Edits::operation<Reference>>))               \
+    BENCHMARK((memory<Reference, &Edits<Reference>::operation>))               \
         ->Name("memory/" #operation "/reference")                              \
         ->Iterations(1);
 

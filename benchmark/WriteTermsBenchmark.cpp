@@ -50,6 +50,12 @@ Containers::Array<Containers::Array<char>> write(Translated& from) {
     return contents;
 }
 
+void setProcessed(benchmark::State& state, std::size_t bytes) {
+    state.SetBytesProcessed(std::int64_t(bytes));
+    state.SetItemsProcessed(
+        std::int64_t(state.iterations()) * state.range(0) * state.range(1));
+}
+
 void writeOurs(benchmark::State& state) {
     Translated& from =
         project(std::size_t(state.range(0)), std::size_t(state.range(1)));
@@ -58,7 +64,7 @@ void writeOurs(benchmark::State& state) {
         const auto contents = write(from);
         bytes += contents[0].size() * contents.size();
     }
-    state.SetBytesProcessed(std::int64_t(bytes));
+    setProcessed(state, bytes);
 }
 
 void writeReference(benchmark::State& state) {
@@ -93,7 +99,7 @@ void writeReference(benchmark::State& state) {
         if(expected != contents[0].GetString())
             state.SkipWithError("not the same bytes");
     }
-    state.SetBytesProcessed(std::int64_t(bytes));
+    setProcessed(state, bytes);
 }
 
 const bool registered = [] {

@@ -2,10 +2,21 @@
 //
 //     node scripts/benchmark-report.mjs REPORT...
 //
-// A benchmark is named OPERATION/WHO/SIZE; WHO is "ours", "reference" or
-// another variant of ours, and SIZE may have several parts.
+// A benchmark is named OPERATION/WHO/SIZE; WHO is "ours", "reference" or one of
+// the peers, and SIZE may have several parts. Without WHO it is ours.
 
 import fs from 'node:fs';
+
+const peers = {
+    'QUndoStack': 'Qt 5\'s undo framework with commands over a QJsonObject',
+    'JSON Patch': 'patches of nlohmann-json, each with the one that takes it ' +
+        'back',
+    'nlohmann-json': 'reads a language file into a map; writes one from a ' +
+        'document that is there',
+    'Node': 'JSON of Node.js, likewise',
+    'lupdate': 'Qt\'s lupdate over forms of a hundred texts each, which it ' +
+        'reads from files; it writes its own file, too',
+};
 
 const nanoseconds = {ns: 1, us: 1e3, ms: 1e6, s: 1e9};
 
@@ -39,9 +50,10 @@ function collect(files) {
             const first = parts.findIndex((part) => /^\d+$/.test(part));
             const end = first < 0 ? parts.length : first;
             const size = parts.slice(end);
-            const paired = ['ours', 'reference'].includes(parts[end - 1]);
-            const who = paired ? parts[end - 1] : 'ours';
-            const name = parts.slice(0, paired ? end - 1 : end).join('/');
+            const last = parts[end - 1];
+            const named = ['ours', 'reference'].includes(last) || last in peers;
+            const who = named ? last : 'ours';
+            const name = parts.slice(0, named ? end - 1 : end).join('/');
             const rows = operations.get(name) ?? new Map();
             const key = size.join('/');
             rows.set(key, {...rows.get(key), size, [who]: run});
@@ -52,27 +64,32 @@ function collect(files) {
 }
 
 function timeTable(rows) {
-    const items = rows.some((row) => row.ours?.items_per_second);
-    const bytes = rows.some((row) => row.ours?.bytes_per_second);
-    const rate = (run) => run?.bytes_per_second
+    const has = (quantity) => rows.some((row) => row.ours?.[quantity]);
+    const others = Object.keys(peers).filter((peer) =>
+        rows.some((row) => row[peer]));
+    const bytes = has('bytes_per_second');
+    const rate = (run) => bytes && run.bytes_per_second
         ? ` (${Math.round(run.bytes_per_second / 1e6)} MB/s)` : '';
-    const text = (run) => run ? timeText(cost(run)) + (bytes ? rate(run) : '')
-        : '';
-    const lines = [`| size | ours${items ? ', each' : ''} | reference | ratio |`,
-        '|---:|---:|---:|---:|'];
-    for(const {size, ours, reference} of rows) {
-        const ratio = ours && reference
-            ? (cost(ours) / cost(reference)).toFixed(2) : '';
-        lines.push(`| ${sizeText(size)} | ${text(ours)} | ` +
-            `${text(reference)} | ${ratio} |`);
+    const text = (run) => run ? timeText(cost(run)) + rate(run) : '';
+
+    const own = has('items_per_second') ? 'ours, each' : 'ours';
+    const lines = [['size', own, 'reference', 'ratio', ...others],
+        ['---:', '---:', '---:', '---:', ...others.map(() => '---:')]];
+    for(const row of rows) {
+        const ratio = row.ours && row.reference
+            ? (cost(row.ours) / cost(row.reference)).toFixed(2) : '';
+        lines.push([sizeText(row.size), text(row.ours), text(row.reference),
+            ratio, ...others.map((peer) => text(row[peer]))]);
     }
-    const own = rows.filter((row) => row.ours?.items_per_second);
-    if(own.length > 1) {
-        const growth = cost(own.at(-1).ours) / cost(own[0].ours);
-        lines.push('', `From the smallest to the largest size the cost of each ` +
-            `grows ${growth.toFixed(2)} times.`);
+    const out = lines.map((line) => `| ${line.join(' | ')} |`);
+
+    const measured = rows.filter((row) => row.ours);
+    if(measured.length > 1) {
+        const growth = cost(measured.at(-1).ours) / cost(measured[0].ours);
+        out.push('', `From the smallest to the largest size ours grows ` +
+            `${growth.toFixed(2)} times.`);
     }
-    return lines;
+    return out;
 }
 
 function memoryTable(rows) {
@@ -83,11 +100,17 @@ function memoryTable(rows) {
             ` | ${Math.round(ours[counter])} | ${Math.round(reference[counter])} |`)];
 }
 
+const operations = collect(process.argv.slice(2));
 const out = ['# Benchmarks', '',
-    'Written by `scripts/benchmark`. The reference is hand-written code that does',
-    'the same work on the same data in the same run, so ratios hold where times',
-    'drift.'];
-for(const [name, rows] of collect(process.argv.slice(2))) {
+    'Written by `scripts/benchmark --peers`. The reference is hand-written code',
+    'that does the same work on the same data in the same run, so ratios hold',
+    'where times drift. Without "each", times are of the whole operation.', ''];
+const seen = new Set([...operations.values()].flatMap((rows) =>
+    [...rows.values()].flatMap((row) => Object.keys(row))));
+for(const [name, what] of Object.entries(peers))
+    if(seen.has(name))
+        out.push(`- ${name}: ${what}`);
+for(const [name, rows] of operations) {
     const sorted = [...rows.values()].sort((a, b) =>
         a.size.map((part, i) => part - b.size[i]).find((d) => d) ?? 0);
     out.push('', `## ${name}`, '', ...(name.startsWith('memory/')

@@ -22,6 +22,9 @@ unzip command unzip
 doxygen command doxygen
 translate-toolkit command json2po
 dpkg-dev command dpkg-shlibdeps
+qtbase5-dev header x86_64-linux-gnu/qt5/QtWidgets/QUndoStack
+qttools5-dev-tools command lupdate
+nlohmann-json3-dev header nlohmann/json.hpp
 '
 
 package_is_there() {

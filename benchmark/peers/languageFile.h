@@ -1,0 +1,23 @@
+#ifndef Orrelin_Benchmark_Peers_languageFile_h
+#define Orrelin_Benchmark_Peers_languageFile_h
+
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/StringIterable.h>
+
+#include "LargeProject.h"
+
+namespace OrrelinEngine {
+
+/* What we write for a project of that many terms */
+inline std::string languageFile(std::size_t terms) {
+    LargeProject project{terms};
+    Containers::Array<Containers::String> names;
+    Containers::Array<Containers::Array<char>> contents;
+    LocalizationTools::writeTerms(project.session.editor(), {"en"},
+        LocalizationTools::LocalizationFormat::I18next, names, contents);
+    return {contents[0].begin(), contents[0].end()};
+}
+
+}
+
+#endif
