@@ -6,32 +6,16 @@ namespace OrrelinEngine {
 
 namespace {
 
-/* Passes everything on to the document, with all texts to be copied */
-struct CopyingHandler {
-    typedef char Ch;
+/* Copies all texts that it's given */
+struct CopyingDocument: JsonDocument {
+    using JsonDocument::JsonDocument;
 
-    bool Null() { return out.Null(); }
-    bool Bool(bool b) { return out.Bool(b); }
-    bool Int(int i) { return out.Int(i); }
-    bool Uint(unsigned i) { return out.Uint(i); }
-    bool Int64(std::int64_t i) { return out.Int64(i); }
-    bool Uint64(std::uint64_t i) { return out.Uint64(i); }
-    bool Double(double d) { return out.Double(d); }
-    bool RawNumber(const char* s, rapidjson::SizeType size, bool) {
-        return out.RawNumber(s, size, true);
-    }
     bool String(const char* s, rapidjson::SizeType size, bool) {
-        return out.String(s, size, true);
+        return JsonDocument::String(s, size, true);
     }
-    bool StartObject() { return out.StartObject(); }
     bool Key(const char* s, rapidjson::SizeType size, bool) {
-        return out.Key(s, size, true);
+        return JsonDocument::Key(s, size, true);
     }
-    bool EndObject(rapidjson::SizeType size) { return out.EndObject(size); }
-    bool StartArray() { return out.StartArray(); }
-    bool EndArray(rapidjson::SizeType size) { return out.EndArray(size); }
-
-    JsonDocument& out;
 };
 
 bool isNumberArray(const JsonValue& value) {
@@ -60,11 +44,8 @@ JsonValue deepCopy(const JsonValue& value, JsonAllocator& allocator) {
 
     /* Makes room for as many members as there are, which RapidJSON's objects
        can't be asked to */
-    JsonDocument document{&allocator};
-    auto copy = [&value](JsonDocument& out) {
-        CopyingHandler handler{out};
-        return value.Accept(handler);
-    };
+    CopyingDocument document{&allocator};
+    auto copy = [&](JsonDocument&) { return value.Accept(document); };
     document.Populate(copy);
     return JsonValue{std::move(static_cast<JsonValue&>(document))};
 }
