@@ -34,7 +34,8 @@ void ProjectFile::distrustLookups() {
     _index->distrust();
 }
 
-EditScope::EditScope(ProjectFile& file, bool continues): _index{*file._index} {
+EditScope::EditScope(const RecordAccess& place, bool continues):
+    _index{*place._file->_index} {
     _index.beginScope(continues);
 }
 

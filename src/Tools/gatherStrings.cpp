@@ -7,6 +7,7 @@
 #include "Tools/LocalizationTools.h"
 #include "editor/EditorSceneData.h"
 #include "editor/OrrelinEditor.h"
+#include "editor/ProjectFile.h"
 #include "shared/RecordPath.h"
 
 namespace OrrelinEngine { namespace LocalizationTools {
@@ -46,6 +47,8 @@ void gatherComponentStrings(OrrelinEditor& editor,
     TermMap& strings) {
     if(pathParts.size() < 5)
         return;
+    /* Most members that are looked for aren't there */
+    const EditScope scope{editor.project};
     const Containers::StringView object = pathParts[2];
     const Containers::StringView index = pathParts[4];
 

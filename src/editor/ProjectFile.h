@@ -124,16 +124,19 @@ member in place, has to be told with @ref ProjectFile::distrustLookups().
 */
 class EditScope {
 public:
-    /** @brief A scope that believes nothing from before */
-    explicit EditScope(ProjectFile& file): EditScope{file, false} {}
+    /**
+     * @brief A scope that believes nothing from before
+     * @param place     The project, or any accessor of it
+     */
+    explicit EditScope(const RecordAccess& place): EditScope{place, false} {}
 
     /**
      * @brief A scope that continues the last one
      *
      * Believes nothing from before if that one didn't continue.
      */
-    static EditScope continued(ProjectFile& file) {
-        return EditScope{file, true};
+    static EditScope continued(const RecordAccess& place) {
+        return EditScope{place, true};
     }
 
     EditScope(const EditScope&) = delete;
@@ -141,7 +144,7 @@ public:
     ~EditScope();
 
 private:
-    explicit EditScope(ProjectFile& file, bool continues);
+    explicit EditScope(const RecordAccess& place, bool continues);
 
     DocumentIndex& _index;
 };

@@ -105,6 +105,8 @@ public:
     bool hasValue() const;
 
 private:
+    friend class EditScope;
+
     /* Looks the place up anew, in the given number of sources at most */
     const JsonValue* resolve(unsigned int sources) const;
 
