@@ -13,8 +13,29 @@ if(NOT ORRELIN_EDITOR_LIBRARIES)
         OrrelinEngine
         OrrelinEngineData)
 endif()
+set(package orrelin-localization)
 set(header_dir ${CMAKE_INSTALL_INCLUDEDIR}/OrrelinEditor)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/${PROJECT_NAME})
+
+# What only the sources next to it include isn't installed
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/ DESTINATION ${header_dir}
+    COMPONENT Development
+    FILES_MATCHING PATTERN *.h
+    PATTERN MergeIndex.h EXCLUDE
+    PATTERN decompose.h EXCLUDE
+    PATTERN deepCopy.h EXCLUDE
+    PATTERN languagesFolder.h EXCLUDE
+    PATTERN storedTerms.h EXCLUDE)
+if(ORRELIN_USES_STANDINS)
+    list(APPEND targets CorradeUtility)
+    set(interface_targets Magnum)
+    install(DIRECTORY
+        ${PROJECT_SOURCE_DIR}/platform/corrade/Corrade
+        ${PROJECT_SOURCE_DIR}/platform/magnum/Magnum
+        DESTINATION ${header_dir}/standins
+        COMPONENT Development
+        FILES_MATCHING PATTERN *.h)
+endif()
 
 # The layers have no stable interface of their own, so they share the version
 foreach(target IN LISTS targets)
@@ -24,32 +45,23 @@ foreach(target IN LISTS targets)
     target_include_directories(${target} INTERFACE
         $<INSTALL_INTERFACE:${header_dir}>)
 endforeach()
-
-# Named in lower case is what only the sources next to it include
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/ DESTINATION ${header_dir}
-    FILES_MATCHING REGEX "/([A-Z][A-Za-z]*)\\.h$"
-    PATTERN MergeIndex.h EXCLUDE)
-if(ORRELIN_USES_STANDINS)
-    list(APPEND targets CorradeUtility Magnum)
-    install(DIRECTORY
-        ${PROJECT_SOURCE_DIR}/platform/corrade/Corrade
-        ${PROJECT_SOURCE_DIR}/platform/magnum/Magnum
-        DESTINATION ${header_dir}/standins
-        FILES_MATCHING PATTERN *.h)
-endif()
-install(TARGETS ${targets} EXPORT ${PROJECT_NAME}Targets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS ${targets} ${interface_targets} EXPORT ${PROJECT_NAME}Targets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        COMPONENT Runtime
+        NAMELINK_COMPONENT Development)
 if(ORRELIN_EDITOR_LIBRARIES)
     # The editor links the library where it is built; a package for others would
     # have to name the editor's own
     return()
 endif()
 install(FILES ${PROJECT_SOURCE_DIR}/platform/OrrelinEditorData/LICENSE-Unicode.txt
-    DESTINATION ${CMAKE_INSTALL_DOCDIR})
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package}
+    COMPONENT Runtime)
 
 install(EXPORT ${PROJECT_NAME}Targets
     NAMESPACE Orrelin::
-    DESTINATION ${package_dir})
+    DESTINATION ${package_dir}
+    COMPONENT Development)
 configure_package_config_file(
     ${PROJECT_SOURCE_DIR}/cmake/Config.cmake.in
     ${PROJECT_BINARY_DIR}/${PROJECT_NAME}Config.cmake
@@ -60,27 +72,41 @@ write_basic_package_version_file(
 install(FILES
     ${PROJECT_BINARY_DIR}/${PROJECT_NAME}Config.cmake
     ${PROJECT_BINARY_DIR}/${PROJECT_NAME}ConfigVersion.cmake
-    DESTINATION ${package_dir})
+    DESTINATION ${package_dir}
+    COMPONENT Development)
 
+file(RELATIVE_PATH pkgconfig_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 if(ORRELIN_USES_STANDINS)
     set(pkgconfig_cflags "-I\${includedir}/standins")
     set(pkgconfig_libs "-lOrrelinCorradeUtility")
 else()
-    set(pkgconfig_libs "-lCorradeUtility")
+    get_target_property(corrade_library Corrade::Utility IMPORTED_LOCATION_RELEASE)
+    cmake_path(GET corrade_library PARENT_PATH corrade_libraries)
+    set(pkgconfig_cflags "-I${CORRADE_INCLUDE_DIR} -I${MAGNUM_INCLUDE_DIR}")
+    set(pkgconfig_libs "-L${corrade_libraries} -lCorradeUtility")
 endif()
 configure_file(cmake/pkgconfig.pc.in ${PROJECT_NAME}.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/${PROJECT_NAME}.pc
-    DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+    COMPONENT Development)
 
+# Two packages: what it takes to run the tool, and to build with the library
 set(CPACK_GENERATOR DEB)
-set(CPACK_PACKAGE_NAME orrelin-localization)
+set(CPACK_COMPONENTS_ALL Runtime Development)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_PACKAGE_NAME ${package})
 set(CPACK_PACKAGE_CONTACT "Orrelin developers <developers@orrelin.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY
     "Localization tools and change manager of a 3D scene editor")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${package})
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME ${package}-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 # The public headers include RapidJSON's
-set(CPACK_DEBIAN_PACKAGE_DEPENDS rapidjson-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
+    "${package} (= ${PROJECT_VERSION}), rapidjson-dev")
 set(CPACK_STRIP_FILES ON)
 include(CPack)

@@ -1,7 +1,8 @@
-# Sourced by the other scripts: makes sure that what they need is installed.
+# Sourced by the other scripts: makes sure that what they need is installed, and
+# builds.
 
 # Each line: a Debian package and how to tell that what's in it is there, either
-# a command or a header
+# a command or a header, whose name may be a pattern
 packages_table='
 g++ command g++
 cmake command cmake
@@ -13,7 +14,7 @@ libcli11-dev header CLI/CLI.hpp
 libgtest-dev header gtest/gtest.h
 libbenchmark-dev header benchmark/benchmark.h
 clang command clang++
-libclang-rt-14-dev header ../lib/llvm-14/lib/clang/14.0.6/lib/linux/libclang_rt.fuzzer-x86_64.a
+libclang-rt-14-dev header ../lib/llvm-*/lib/clang/*/lib/linux/libclang_rt.fuzzer-*.a
 clang-tidy command clang-tidy
 clang-format command clang-format
 nodejs command node
@@ -22,16 +23,23 @@ unzip command unzip
 doxygen command doxygen
 translate-toolkit command json2po
 dpkg-dev command dpkg-shlibdeps
-qtbase5-dev header x86_64-linux-gnu/qt5/QtWidgets/QUndoStack
+qtbase5-dev header */qt5/QtWidgets/QUndoStack
 qttools5-dev-tools command lupdate
 nlohmann-json3-dev header nlohmann/json.hpp
 '
 
 package_is_there() {
-    set -- $(printf '%s' "$packages_table" | grep "^$1 ")
-    case $2 in
-        command) command -v "$3" > /dev/null ;;
-        header) test -e "/usr/include/$3" || test -e "/usr/local/include/$3" ;;
+    read -r _ kind name << EOF
+$(printf '%s' "$packages_table" | grep "^$1 ")
+EOF
+    case $kind in
+        command) command -v "$name" > /dev/null ;;
+        header)
+            for file in /usr/include/$name /usr/local/include/$name; do
+                test ! -e "$file" || return 0
+            done
+            return 1
+            ;;
         *) return 1 ;;
     esac
 }
@@ -58,4 +66,16 @@ need_packages() {
         echo "Could not install$missing" >&2
         exit 1
     }
+}
+
+# build PRESET [ARGUMENT...]: configures, which is only told of if it fails, and
+# builds with given arguments of "cmake --build"
+build() {
+    need_packages g++ cmake ninja-build pkg-config rapidjson-dev libzip-dev \
+        libcli11-dev libgtest-dev libbenchmark-dev
+    configured=$(cmake --preset "$1" 2>&1) || {
+        printf '%s\n' "$configured" >&2
+        exit 1
+    }
+    cmake --build --preset "$@"
 }
