@@ -4,7 +4,7 @@
 #include <Corrade/Utility/Path.h>
 
 #include "Commands.h"
-#include "Json.h"
+#include "JsonList.h"
 #include "LanguageFiles.h"
 #include "LanguageTable.h"
 #include "Messages.h"

@@ -4,7 +4,7 @@
 #include <Corrade/Utility/Format.h>
 
 #include "Commands.h"
-#include "Json.h"
+#include "JsonList.h"
 #include "Messages.h"
 #include "Table.h"
 

@@ -3,7 +3,7 @@
 
 #include "ChangeManager.h"
 #include "Commands.h"
-#include "Json.h"
+#include "JsonList.h"
 #include "LanguageFiles.h"
 #include "Messages.h"
 #include "Table.h"

@@ -11,7 +11,7 @@
 #include "ChangeManager.h"
 #include "Tools/LocalizationTools.h"
 #include "Tools/languagesFolder.h"
-#include "Tools/storedTerms.h"
+#include "Tools/StoredTerms.h"
 #include "editor/AllLanguages.h"
 #include "editor/OrrelinEditor.h"
 #include "editor/ProjectFile.h"

@@ -6,7 +6,7 @@
 #include <Corrade/Utility/JsonWriter.h>
 
 #include "Tools/LocalizationTools.h"
-#include "Tools/storedTerms.h"
+#include "Tools/StoredTerms.h"
 #include "editor/OrrelinEditor.h"
 #include "editor/ProjectFile.h"
 

@@ -1,7 +1,6 @@
 #include <utility>
 
 #include "Tools/LocalizationTools.h"
-#include "Tools/storedTerms.h"
 #include "editor/OrrelinEditor.h"
 
 namespace OrrelinEngine { namespace LocalizationTools {
@@ -17,13 +16,6 @@ void renameTranslation(TranslationMap& translations,
     translations.erase(found);
 }
 
-}
-
-bool termExists(OrrelinEditor& editor, Containers::StringView term) {
-    const TermPathMap& terms = editor.localization->terms;
-    const auto found = terms.find(term);
-    return found != terms.end() &&
-        StoredTerms{editor}.find(found->second).translated;
 }
 
 void renameTerm(OrrelinEditor& editor, Containers::StringView oldName,

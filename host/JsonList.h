@@ -1,5 +1,5 @@
-#ifndef Orrelin_host_Json_h
-#define Orrelin_host_Json_h
+#ifndef Orrelin_host_JsonList_h
+#define Orrelin_host_JsonList_h
 
 #include <Corrade/Containers/StringView.h>
 #include <rapidjson/prettywriter.h>

@@ -1,5 +1,5 @@
-#ifndef Orrelin_Tools_storedTerms_h
-#define Orrelin_Tools_storedTerms_h
+#ifndef Orrelin_Tools_StoredTerms_h
+#define Orrelin_Tools_StoredTerms_h
 
 #include <Corrade/Containers/StringView.h>
 

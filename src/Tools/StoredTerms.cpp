@@ -1,4 +1,4 @@
-#include "Tools/storedTerms.h"
+#include "Tools/StoredTerms.h"
 
 #include <charconv>
 #include <utility>
