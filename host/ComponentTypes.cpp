@@ -25,6 +25,14 @@ Containers::StringView text(const JsonValue& value) {
     return {value.GetString(), value.GetStringLength()};
 }
 
+Containers::String typeNames() {
+    Containers::String out;
+    for(const Parameter& type: TypeCodes)
+        out = out.isEmpty() ? Containers::String{type.first()}
+                            : out + ", " + type.first();
+    return out;
+}
+
 Containers::Optional<unsigned short> typeCode(const JsonValue& name) {
     if(name.IsString())
         for(const Parameter& type: TypeCodes)
@@ -52,16 +60,21 @@ bool addComponentTypes(EditorSession& session, Containers::StringView file) {
             const auto code = typeCode(parameter.value);
             if(!code) {
                 fail(Utility::format(
-                    "{}: parameter '{}' of '{}' has the unknown type '{}'",
+                    "{}: parameter '{}' of '{}' has the unknown type '{}'; there "
+                    "are {}",
                     file, text(parameter.name), text(type.name),
                     parameter.value.IsString() ? text(parameter.value)
-                                               : "(no text)"));
+                                               : "(no text)",
+                    typeNames()));
                 return false;
             }
             parameters.emplace_back(text(parameter.name), *code);
         }
-        session.addScriptType(
-            text(type.name), {parameters.data(), parameters.size()});
+        if(!succeedsOrFails([&] {
+               return session.addScriptType(
+                   text(type.name), {parameters.data(), parameters.size()});
+           }))
+            return false;
     }
     return true;
 }

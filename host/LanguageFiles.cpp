@@ -1,9 +1,7 @@
 #include "LanguageFiles.h"
 
 #include <algorithm>
-#include <cstring>
 #include <Corrade/Containers/Array.h>
-#include <Corrade/Containers/GrowableArray.h>
 #include <Corrade/Containers/StringIterable.h>
 #include <Corrade/Utility/Format.h>
 #include <Corrade/Utility/Json.h>

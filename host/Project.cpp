@@ -35,6 +35,20 @@ Containers::StringView languageName(
     return row == AllLanguageCount ? code : AllLanguages[row].name;
 }
 
+/* The library says which files are no JSON. Projects are as well, and where
+   they aren't is told by who reads them. */
+void tellFaults(Containers::StringView folder) {
+    if(!Utility::Path::isDirectory(folder))
+        return;
+    const auto names = Utility::Path::list(folder);
+    for(std::size_t i = 0; names && i != names->size(); ++i) {
+        const Containers::String file =
+            Utility::Path::join(folder, (*names)[i]);
+        if(file.hasSuffix(".json") && !Utility::Path::isDirectory(file))
+            succeedsOrFails([&] { return EditorSession{}.open(file); });
+    }
+}
+
 bool hasLanguageFiles(Containers::StringView folder) {
     if(!Utility::Path::isDirectory(folder))
         return false;
@@ -91,6 +105,8 @@ void Project::import(Containers::StringView path) {
         LocalizationTools::importTerms(
             editor(), path, LocalizationTools::LocalizationFormat::I18next);
     });
+    if(!_filesAreFine)
+        tellFaults(path);
 }
 
 void Project::importFiles() {

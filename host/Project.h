@@ -43,7 +43,7 @@ public:
     /* Import the exported language files. Errors in them are passed on. */
     void importFiles();
 
-    /* Whether there were no errors in the language files so far */
+    /* Whether there were no errors in the language files when they were read */
     bool filesAreFine() const { return _filesAreFine; }
 
     bool save();

@@ -61,7 +61,7 @@ std::vector<std::size_t> Table::widths() const {
             available - std::min(available, used), MinBarWidth, MaxBarWidth);
     }
 
-    if(!terminal().isTerminal)
+    if(!terminal().isNarrow)
         return out;
     /* The widest columns give, all to the same width */
     std::size_t limit = std::min(*std::max_element(out.begin(), out.end()),

@@ -17,9 +17,12 @@ namespace {
 constexpr wchar_t Replacement = 0xfffd;
 
 Terminal detect() {
-    Terminal out{::isatty(STDOUT_FILENO) != 0, false, 80};
-    if(!out.isTerminal)
+    const char* const columns = std::getenv("COLUMNS");
+    const long width = columns ? std::strtol(columns, nullptr, 10) : 0;
+    Terminal out{width > 0, false, width > 0 ? std::size_t(width) : 80};
+    if(!::isatty(STDOUT_FILENO))
         return out;
+    out.isNarrow = true;
     winsize size{};
     if(::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col)
         out.width = size.ws_col;

@@ -10,9 +10,11 @@ namespace OrrelinEngine { namespace Host {
 
 /* What the standard output is */
 struct Terminal {
-    bool isTerminal;
+    /* Whether what's wider is to be cut: on a terminal, or if the environment
+       says COLUMNS */
+    bool isNarrow;
     bool isColored;
-    /* In columns; what's usual if it's no terminal */
+    /* In columns; what's usual if nobody says */
     std::size_t width;
 };
 

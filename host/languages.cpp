@@ -15,7 +15,7 @@ namespace OrrelinEngine { namespace Host {
 
 namespace {
 
-/* The view is of the table, so it's valid forever */
+/* With the text in their codes or names */
 std::vector<Language> matching(Containers::StringView filter) {
     std::vector<Language> out;
     for(const Language& language: allLanguages())

@@ -110,8 +110,8 @@ void addTermCommands(CLI::App& app, Arguments& arguments) {
     rename.add_option("OLD", arguments.oldKey, "Key of the term")->required();
     rename.add_option("NEW", arguments.newKey, "Key that it gets")->required();
     rename.add_flag("--merge", arguments.merge,
-        "Allow the key of another term, whose translations\n"
-        "both have then");
+        "Allow a key that another term has already; its\n"
+        "translations are then those of both");
 }
 
 void addLanguageCommands(CLI::App& app, Arguments& arguments) {
@@ -164,13 +164,15 @@ void addTransferCommands(CLI::App& app, Arguments& arguments) {
             "Language code; all of the project's if there is none")
         ->option_text("...");
     exporting.add_flag("--prune", arguments.prune,
-        "Drop texts that the project has no place for");
+        "Drop texts that the project has no place for, such as\n"
+        "those of a language or a term that it doesn't have");
 
     CLI::App& importing = addProjectCommand(app, arguments,
-        {"import", "Read the translators' files back into the project",
+        {"import", "Read the translators' files back",
             "Checks the files, adds languages that the project lacks and\n"
             "takes over texts that were changed in the file of its own\n"
-            "language.",
+            "language. Translations stay in the files, from which every\n"
+            "command reads them.",
             "import museum --dry-run"},
         [](const Arguments& a) { return importFiles(a.options(), a.dryRun); });
     importing.add_flag(

@@ -182,8 +182,8 @@ int exportFiles(const ProjectOptions& options, const Codes& named, bool prune) {
         return Failure;
     if(losses->dropped && !prune)
         return fail(
-            Utility::format("{} would be lost, such as {}; the project "
-                            "has no place for it, --prune drops such texts",
+            Utility::format("{} would be lost, such as {}; the project has no "
+                            "place for such texts, --prune drops them",
                 counted(losses->dropped, "text"), losses->example));
     if(!writeFiles(project, codes))
         return Failure;

@@ -127,13 +127,15 @@ LocalizationData& EditorSession::localization() {
     return _state->localization;
 }
 
-void EditorSession::addScriptType(Containers::StringView name,
+bool EditorSession::addScriptType(Containers::StringView name,
     Containers::ArrayView<
         const Containers::Pair<Containers::StringView, unsigned short>>
         parameters) {
-    if(!_state->sceneData.main().javaScriptManager.addType(name, parameters))
-        Utility::Error{} << "EditorSession::addScriptType(): no room for"
-                         << name << "with" << parameters.size() << "parameters";
+    if(_state->sceneData.main().javaScriptManager.addType(name, parameters))
+        return true;
+    Utility::Error{} << "EditorSession::addScriptType(): no room for" << name
+                     << "with" << parameters.size() << "parameters";
+    return false;
 }
 
 }

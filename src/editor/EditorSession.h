@@ -86,9 +86,10 @@ public:
      * @param parameters    Name and type code of each parameter;
      *      @ref Data::StringParamType is a translatable one
      *
-     * Prints a line and does nothing if there are too many.
+     * If there are too many, prints a line, registers nothing and returns
+     * @cpp false @ce.
      */
-    void addScriptType(Containers::StringView name,
+    bool addScriptType(Containers::StringView name,
         Containers::ArrayView<
             const Containers::Pair<Containers::StringView, unsigned short>>
             parameters);

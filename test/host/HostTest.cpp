@@ -159,7 +159,8 @@ const struct {
         "orrelin-localize: can't open broken.json: "},
     {"UnknownType", "terms museum --components typo.json", 2, {},
         "orrelin-localize: typo.json: parameter 'label' of 'button' has the "
-        "unknown type 'strng'\n"},
+        "unknown type 'strng'; there are string, bool, int, float, color, "
+        "object, asset\n"},
 
     {"Languages", "languages", 0, {"code", "\nde  ", "\nmi  ", "\nzu  "}, ""},
     {"LanguagesByName", "languages MAORI", 0, {"code  language\nmi    Māori\n"},
@@ -254,9 +255,13 @@ const struct {
             "language file and would be overwritten; "}},
     {"InvalidJsonOnImport",
         [](const Host& host) {
-            host.folder.write("museum/languages/de.json", "");
+            host.folder.write("museum/languages/de.json",
+                "{\"translation\":\n  {\"hours\" \"\"}}");
         },
-        "import museum", {"Invalid JSON in imported file de.json\n"}},
+        "import museum",
+        {"Invalid JSON in imported file de.json\n",
+            "\norrelin-localize: can't open museum/languages/de.json: Missing a "
+            "colon after a name of object member at line 2, column 12\n"}},
     {"InvalidJsonOnRename",
         [](const Host& host) {
             host.folder.write("museum/languages/de.json", "[]");
