@@ -1,12 +1,10 @@
 /* The change manager against edits of the same document written by hand */
 
-#include <cstdint>
 #include <malloc.h>
 #include <memory>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
-
 #include <benchmark/benchmark.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>

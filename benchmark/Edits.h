@@ -6,7 +6,6 @@
 #include <memory>
 #include <string>
 #include <vector>
-
 #include <Corrade/Containers/StringStl.h>
 #include <Corrade/Utility/Format.h>
 #include <benchmark/benchmark.h>

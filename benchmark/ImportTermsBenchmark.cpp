@@ -2,7 +2,6 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
-
 #include <benchmark/benchmark.h>
 
 #include "ChangeManager.h"

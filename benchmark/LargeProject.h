@@ -2,7 +2,6 @@
 #define Orrelin_Benchmark_LargeProject_h
 
 #include <string>
-
 #include <Corrade/Containers/StringStl.h>
 
 #include "Tools/LocalizationTools.h"

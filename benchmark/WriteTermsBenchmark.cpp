@@ -1,6 +1,5 @@
 #include <memory>
 #include <vector>
-
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/StringIterable.h>
 #include <benchmark/benchmark.h>

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <string>
 #include <Corrade/Containers/Array.h>
@@ -14,6 +13,7 @@
 
 #include "ChangeManager.h"
 #include "Tools/LocalizationTools.h"
+#include "Tools/TemporaryFolder.h"
 #include "editor/EditorSession.h"
 #include "editor/OrrelinEditor.h"
 #include "editor/ProjectFile.h"
@@ -41,26 +41,6 @@ constexpr const char* SampleProject = R"({
     },
     "languages": {"en": {"name": "English"}, "de": {"name": "German"}}
 })";
-
-/* A folder of its own, gone in the end */
-class TemporaryFolder {
-public:
-    explicit TemporaryFolder() {
-        std::string name =
-            (std::filesystem::temp_directory_path() / "fuzz-XXXXXX").string();
-        expect(::mkdtemp(&name[0]));
-        _path = name;
-    }
-    ~TemporaryFolder() { std::filesystem::remove_all(_path); }
-
-    std::string file(const std::string& name) const {
-        return (_path / name).string();
-    }
-    std::string path() const { return _path.string(); }
-
-private:
-    std::filesystem::path _path;
-};
 
 inline void writeFile(
     const std::string& file, const std::uint8_t* data, std::size_t size) {

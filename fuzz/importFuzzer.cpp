@@ -8,10 +8,10 @@ extern "C" int LLVMFuzzerTestOneInput(
 
     if(!size)
         return 0;
-    static const Fuzz::TemporaryFolder folder;
+    static const TemporaryFolder folder;
     /* The default language, another one, one to be added, none */
     const char* const names[]{"en.json", "de.json", "fr.json", "xx.json"};
-    const std::string file = folder.file(names[data[0] % 4]);
+    const std::string file = folder.path(names[data[0] % 4]);
     Fuzz::writeFile(file, data + 1, size - 1);
     Fuzz::importAndCheck(folder.path());
     std::filesystem::remove(file);

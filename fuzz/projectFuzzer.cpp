@@ -1,6 +1,7 @@
 /* Bytes of a project document */
 
 #include "SampleProject.h"
+#include "editor/AllLanguages.h"
 
 using namespace OrrelinEngine;
 
@@ -8,8 +9,8 @@ namespace {
 
 /* Saves the project and opens what was written */
 void expectSurvivesSaving(
-    EditorSession& session, const Fuzz::TemporaryFolder& folder) {
-    const std::string file = folder.file("project.json");
+    EditorSession& session, const TemporaryFolder& folder) {
+    const std::string file = folder.path("project.json");
     Fuzz::expect(session.save(file.data()));
     EditorSession reopened;
     Fuzz::expect(reopened.open(file.data()));
@@ -25,7 +26,7 @@ void expectSurvivesSaving(
 
 extern "C" int LLVMFuzzerTestOneInput(
     const std::uint8_t* data, std::size_t size) {
-    static const Fuzz::TemporaryFolder folder;
+    static const TemporaryFolder folder;
     Utility::Error silentErrors{nullptr};
     Utility::Warning silentWarnings{nullptr};
 
@@ -40,7 +41,8 @@ extern "C" int LLVMFuzzerTestOneInput(
     for(const auto& term: session.localization().terms)
         LocalizationTools::termExists(editor, term.first);
     Fuzz::expectValidFiles(session);
-    LocalizationTools::addLanguage(editor, std::uint16_t(size % 411));
+    LocalizationTools::addLanguage(
+        editor, std::uint16_t(size % AllLanguageCount));
     LocalizationTools::addLanguage(editor, 0);
     LocalizationTools::removeLanguage(editor, "de");
     session.changeManager().undoLast();

@@ -6,8 +6,8 @@ extern "C" int LLVMFuzzerTestOneInput(
     const std::uint8_t* data, std::size_t size) {
     using namespace OrrelinEngine;
 
-    static const Fuzz::TemporaryFolder folder;
-    const std::string file = folder.file("Sample.zip");
+    static const TemporaryFolder folder;
+    const std::string file = folder.path("Sample.zip");
     Fuzz::writeFile(file, data, size);
     Fuzz::importAndCheck(file);
     return 0;

@@ -174,7 +174,7 @@ void ChangeManager::reset(ProjectFile& project) {
     _handlers.clear();
 }
 
-rapidjson::MemoryPoolAllocator<>& ChangeManager::allocator() {
+JsonAllocator& ChangeManager::allocator() {
     return _projectFile->allocator();
 }
 
@@ -232,6 +232,7 @@ JsonValue* ChangeManager::updateChange(
 void ChangeManager::pushChange(
     Containers::String&& path, const JsonValue* value, bool continuous) {
     expectNotInHandler("pushChange(): Can't push changes");
+    CORRADE_INTERNAL_ASSERT(_projectFile);
     const EditScope scope = EditScope::continued(*_projectFile);
 
     const std::int32_t target = continuous ? mergeTarget(path) : -1;
@@ -299,8 +300,7 @@ void ChangeManager::removeValue(Containers::StringView path) {
 
 void ChangeManager::setValue(
     Containers::StringView path, const JsonValue& value) {
-    deepAssign(_projectFile->create(path), value,
-        _projectFile->document.GetAllocator());
+    deepAssign(_projectFile->create(path), value, allocator());
 }
 
 void ChangeManager::createValue(
@@ -335,15 +335,14 @@ void ChangeManager::insertValue(
         parent = &_projectFile->create(parentPath).SetArray();
     CORRADE_INTERNAL_ASSERT(parent->IsArray());
 
-    JsonAllocator& allocator = _projectFile->document.GetAllocator();
     const std::uint32_t index =
         insertionIndex(lastSegment(path), parent->Size());
     /* Not the sixteen elements that RapidJSON begins with */
     if(parent->Empty())
-        parent->Reserve(index + 1, allocator);
+        parent->Reserve(index + 1, allocator());
     while(parent->Size() < index)
-        parent->PushBack(JsonValue{}, allocator);
-    parent->PushBack(deepCopy(value, allocator), allocator);
+        parent->PushBack(JsonValue{}, allocator());
+    parent->PushBack(deepCopy(value, allocator()), allocator());
     for(std::uint32_t i = parent->Size() - 1; i > index; --i)
         (*parent)[i].Swap((*parent)[i - 1]);
 }
@@ -358,6 +357,7 @@ Change ChangeManager::reverse(const Change& change) {
 
 void ChangeManager::undo(const Change& change) {
     expectNotInHandler("undo(): Can't undo/redo changes");
+    CORRADE_INTERNAL_ASSERT(_lastChange >= 0);
     applyChange(reverse(change));
     --_lastChange;
 }

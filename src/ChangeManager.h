@@ -127,10 +127,11 @@ A change pushed on its own is one undo step. Changes pushed between
 called on commit. Groups don't nest: beginning one while one is open makes the
 changes that follow a step of their own, and commit tells of the last only.
 
-A *continuous* push updates the newest change of the same path in the current
-step, if there is one, instead of adding another --- for a value that is
-dragged. The very first change of the history is never updated so. The updated
-change becomes the last one. After saving, @ref forceNewContinuousChange() keeps
+A *continuous* push updates the newest change of the same path, if there is one
+among those of the open group or, with none open, among those since the last
+group, instead of adding another --- for a value that is dragged. The very first
+change of the history is never updated so. The updated change becomes the last
+one. After saving, @ref forceNewContinuousChange() keeps
 a drag that goes on from being merged into what was saved.
 
 @section ChangeManager-paths Paths and arrays
@@ -189,7 +190,7 @@ public:
     void reset(ProjectFile& project);
 
     /** @brief Memory pool of the project document */
-    rapidjson::MemoryPoolAllocator<>& allocator();
+    JsonAllocator& allocator();
 
     /** @brief Open a group; what is pushed from now on is one undo step */
     void beginGroup() {
@@ -213,9 +214,11 @@ public:
      * @param path          JSON Pointer of the value
      * @param value         The new value, copied; @cpp nullptr @ce removes
      * @param continuous    Whether to update an earlier change of the same
-     *      path in the same undo step
+     *      path, see @ref ChangeManager-steps
      *
-     * Drops what could be redone, unless an earlier change is updated.
+     * Drops what could be redone, unless an earlier change is updated. Expects
+     * that @p path is a JSON Pointer, thus empty or with a "/" in front; prints
+     * that it isn't and aborts when it would have to create a value there.
      */
     void pushChange(
         Containers::String&& path, const JsonValue* value, bool continuous);
@@ -262,13 +265,21 @@ public:
     /** @brief The change made last; expects that there is one */
     Change& lastChange();
 
-    /** @brief Perform a change and tell the handlers, recording nothing */
+    /**
+     * @brief Perform a change, recording nothing
+     *
+     * Tells the handlers at once or, if a group is open, never.
+     */
     void applyChange(const Change& change);
 
     /** @brief The change that takes @p change back, outside any group */
     Change reverse(const Change& change);
 
-    /** @brief Apply the reverse of a change and step back in the history */
+    /**
+     * @brief Apply the reverse of a change and step back in the history
+     *
+     * Expects that there is something to step back from.
+     */
     void undo(const Change& change);
 
     /**

@@ -2,7 +2,6 @@
    JSON value */
 
 #include <initializer_list>
-#include <Corrade/Utility/Format.h>
 #include <Magnum/Math/Vector3.h>
 
 #include "ChangeManager.h"

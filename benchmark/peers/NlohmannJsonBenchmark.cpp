@@ -5,7 +5,6 @@
 #include <optional>
 #include <string>
 #include <vector>
-
 #include <benchmark/benchmark.h>
 #include <nlohmann/json.hpp>
 

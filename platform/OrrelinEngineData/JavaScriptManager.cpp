@@ -1,7 +1,6 @@
 #include "editor/JavaScriptManager.h"
 
 #include <Corrade/Containers/GrowableArray.h>
-#include <Corrade/Containers/Pointer.h>
 
 namespace OrrelinEngine { namespace Data {
 

@@ -1,4 +1,3 @@
-#include <rapidjson/document.h>
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/GrowableArray.h>
 #include <Corrade/Containers/Optional.h>
@@ -7,6 +6,7 @@
 #include <Corrade/Utility/Debug.h>
 #include <Corrade/Utility/Json.h>
 #include <Corrade/Utility/Path.h>
+#include <rapidjson/document.h>
 
 #include "ChangeManager.h"
 #include "Tools/LocalizationTools.h"

@@ -7,12 +7,6 @@
 
 namespace Corrade {
 
-/** @brief Tag of default initialization */
-struct DefaultInitT {
-    struct Init {};
-    constexpr explicit DefaultInitT(Init) {}
-};
-
 /** @brief Tag of value initialization */
 struct ValueInitT {
     struct Init {};
@@ -23,12 +17,6 @@ struct ValueInitT {
 struct NoInitT {
     struct Init {};
     constexpr explicit NoInitT(Init) {}
-};
-
-/** @brief Tag of not creating the underlying object */
-struct NoCreateT {
-    struct Init {};
-    constexpr explicit NoCreateT(Init) {}
 };
 
 /** @brief Tag of construction of each element from the same arguments */
@@ -43,17 +31,11 @@ struct InPlaceInitT {
     constexpr explicit InPlaceInitT(Init) {}
 };
 
-/** @brief Default initialization */
-constexpr DefaultInitT DefaultInit{DefaultInitT::Init{}};
-
 /** @brief Value initialization */
 constexpr ValueInitT ValueInit{ValueInitT::Init{}};
 
 /** @brief No initialization */
 constexpr NoInitT NoInit{NoInitT::Init{}};
-
-/** @brief No creation */
-constexpr NoCreateT NoCreate{NoCreateT::Init{}};
 
 /** @brief Direct initialization */
 constexpr DirectInitT DirectInit{DirectInitT::Init{}};

@@ -37,10 +37,6 @@ public:
         std::enable_if_t<std::is_same_v<U, std::nullptr_t>, int> = 0>
     /*implicit*/ Array(U) noexcept: Array{} {}
 
-    /** @brief Default-initialized elements */
-    explicit Array(DefaultInitT, std::size_t size):
-        Array{size ? new T[size] : nullptr, size} {}
-
     /** @brief Value-initialized elements */
     explicit Array(ValueInitT, std::size_t size):
         Array{size ? new T[size]() : nullptr, size} {}

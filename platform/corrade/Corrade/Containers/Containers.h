@@ -18,7 +18,6 @@ class EnumSet;
 template<class> class Optional;
 template<class, class> class Pair;
 template<class> class Pointer;
-template<class> class Reference;
 template<std::size_t, class> class StaticArray;
 template<class T> using Array3 = StaticArray<3, T>;
 

@@ -247,32 +247,6 @@ template<class T, class Tag, class... Args> void arrayResizeWith(
 
 }
 
-/**
- * @brief Remove @p count elements at @p index
- *
- * Linear in the count of those after.
- */
-template<class T>
-void arrayRemove(Array<T>& array, std::size_t index, std::size_t count = 1) {
-    CORRADE_DEBUG_ASSERT(index + count <= array.size(),
-        "Containers::arrayRemove():" << count << "elements at index" << index
-                                     << "end after" << array.size(), );
-    if(!count)
-        return;
-
-    std::move(
-        array.begin() + index + count, array.end(), array.begin() + index);
-    arrayRemoveSuffix(array, count);
-}
-
-/** @brief Remove all elements, keeping the capacity */
-template<class T> void arrayClear(Array<T>& array) {
-    if(arrayIsGrowable(array))
-        arrayRemoveSuffix(array, array.size());
-    else
-        array = {};
-}
-
 /** @brief Resize, new elements are value-initialized */
 template<class T>
 void arrayResize(Array<T>& array, ValueInitT, std::size_t size) {
@@ -293,17 +267,6 @@ template<class T> void arrayResize(Array<T>& array, NoInitT, std::size_t size) {
 template<class T, class... Args> void arrayResize(
     Array<T>& array, DirectInitT, std::size_t size, const Args&... args) {
     Implementation::arrayResizeWith(array, size, DirectInit, args...);
-}
-
-/** @brief Reallocate to exactly the size, the array is not growable then */
-template<class T> void arrayShrink(Array<T>& array) {
-    if(!arrayIsGrowable(array))
-        return;
-
-    Array<T> out{NoInit, array.size()};
-    std::uninitialized_copy(std::make_move_iterator(array.begin()),
-        std::make_move_iterator(array.end()), out.data());
-    array = std::move(out);
 }
 
 }}

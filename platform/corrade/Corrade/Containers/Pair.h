@@ -15,12 +15,6 @@ namespace Corrade { namespace Containers {
 /** @brief Pair of values */
 template<class F, class S> class Pair {
 public:
-    /** @brief Type of the first value */
-    typedef F FirstType;
-
-    /** @brief Type of the second value */
-    typedef S SecondType;
-
     /** @brief Value-initialized pair */
     constexpr /*implicit*/ Pair(): _first(), _second() {}
 

@@ -39,11 +39,6 @@ String::String(const char* const data, const std::size_t size):
         std::memcpy(this->data(), data, size);
 }
 
-String::String(AllocatedInitT, const StringView view) {
-    allocate(view.size());
-    std::copy(view.begin(), view.end(), _large.data);
-}
-
 String::String(
     char* const data, const std::size_t size, const Deleter deleter) noexcept:
     _large{data, deleter, size} {

@@ -2,23 +2,13 @@
 #define Corrade_Containers_String_h
 
 /** @file
- * @brief Class @ref Corrade::Containers::String, tag @ref
- *      Corrade::Containers::AllocatedInit
+ * @brief Class @ref Corrade::Containers::String
  */
 
 #include "Corrade/Tags.h"
 #include "Corrade/Containers/StringView.h"
 
 namespace Corrade { namespace Containers {
-
-/** @brief Tag of a string that's allocated even if it's small */
-struct AllocatedInitT {
-    struct Init {};
-    constexpr explicit AllocatedInitT(Init) {}
-};
-
-/** @brief Allocate even a small string */
-constexpr AllocatedInitT AllocatedInit{AllocatedInitT::Init{}};
 
 /**
 @brief String
@@ -79,9 +69,6 @@ public:
 
     /** @brief Copy of @p size bytes */
     /*implicit*/ String(const char* data, std::size_t size);
-
-    /** @brief Allocated copy of a view */
-    explicit String(AllocatedInitT, StringView view);
 
     /**
      * @brief Take over existing memory

@@ -2,9 +2,7 @@
 #define Corrade_Utility_Assert_h
 
 /** @file
- * @brief Macro @ref CORRADE_ASSERT(), @ref CORRADE_ASSERT_OUTPUT(), @ref
- *      CORRADE_ASSERT_UNREACHABLE(), @ref CORRADE_INTERNAL_ASSERT(), @ref
- *      CORRADE_INTERNAL_ASSERT_OUTPUT(), @ref
+ * @brief Macro @ref CORRADE_ASSERT(), @ref CORRADE_INTERNAL_ASSERT(), @ref
  *      CORRADE_INTERNAL_ASSERT_EXPRESSION(), @ref
  *      CORRADE_INTERNAL_ASSERT_UNREACHABLE()
  *
@@ -38,16 +36,6 @@
         }                                                                      \
     } while(false)
 
-/** @brief Assert the result of a call that's always made */
-#define CORRADE_ASSERT_OUTPUT(call, message, returnValue)                      \
-    CORRADE_ASSERT(call, message, returnValue)
-
-/** @brief Assert that the code is never reached */
-#define CORRADE_ASSERT_UNREACHABLE(message, returnValue)                       \
-    do {                                                                       \
-        CORRADE_ASSERT_MESSAGE_ABORT(message)                                  \
-    } while(false)
-
 #define _CORRADE_ASSERT_FAILED(what)                                           \
     "Assertion " what " failed at " __FILE__ ":" CORRADE_LINE_STRING
 
@@ -56,17 +44,6 @@
     do {                                                                       \
         if(!(condition)) {                                                     \
             CORRADE_ASSERT_MESSAGE_ABORT(_CORRADE_ASSERT_FAILED(#condition))   \
-        }                                                                      \
-    } while(false)
-
-/**
- * @brief Assert the result of a call that's always made, with the call itself
- *      as the message
- */
-#define CORRADE_INTERNAL_ASSERT_OUTPUT(call)                                   \
-    do {                                                                       \
-        if(!(call)) {                                                          \
-            CORRADE_ASSERT_MESSAGE_ABORT(_CORRADE_ASSERT_FAILED(#call))        \
         }                                                                      \
     } while(false)
 

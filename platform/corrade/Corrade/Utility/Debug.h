@@ -84,13 +84,9 @@ public:
 
     /** @brief Flags of all values */
     Flags flags() const { return _flags; }
-    void setFlags(Flags flags) { _flags = flags; } /**< @overload */
 
     /** @brief Flags of the next value */
     Flags immediateFlags() const { return _flags | _immediateFlags; }
-
-    /** @overload */
-    void setImmediateFlags(Flags flags) { _immediateFlags = flags; }
 
     /** @brief Change the output */
     Debug& operator<<(Modifier modifier) {

@@ -2,11 +2,8 @@
 #define Corrade_Utility_Macros_h
 
 /** @file
- * @brief Macro @ref CORRADE_UNUSED, @ref CORRADE_LINE_STRING
+ * @brief Macro @ref CORRADE_LINE_STRING
  */
-
-/** @brief Mark a variable or function as possibly unused */
-#define CORRADE_UNUSED [[maybe_unused]]
 
 #define _CORRADE_STRINGIFY_INTERNAL(value) #value
 #define _CORRADE_STRINGIFY(value) _CORRADE_STRINGIFY_INTERNAL(value)

@@ -2,8 +2,7 @@
 #define Corrade_Utility_VisibilityMacros_h
 
 /** @file
- * @brief Macro @ref CORRADE_VISIBILITY_EXPORT, @ref CORRADE_VISIBILITY_IMPORT,
- *      @ref CORRADE_VISIBILITY_STATIC, @ref CORRADE_VISIBILITY_LOCAL
+ * @brief Macro @ref CORRADE_VISIBILITY_EXPORT, @ref CORRADE_VISIBILITY_IMPORT
  */
 
 /** @brief Symbol exported from a shared library */
@@ -11,11 +10,5 @@
 
 /** @brief Symbol imported from a shared library */
 #define CORRADE_VISIBILITY_IMPORT __attribute__((visibility("default")))
-
-/** @brief Symbol of a static library */
-#define CORRADE_VISIBILITY_STATIC
-
-/** @brief Symbol not exported from a shared library */
-#define CORRADE_VISIBILITY_LOCAL __attribute__((visibility("hidden")))
 
 #endif

@@ -66,11 +66,6 @@ constexpr Deg<Float> operator"" _degf(long double value) {
     return Deg<Float>{Float(value)};
 }
 
-/** @brief Angle in radians */
-constexpr Rad<Float> operator"" _radf(long double value) {
-    return Rad<Float>{Float(value)};
-}
-
 }}
 
 }}

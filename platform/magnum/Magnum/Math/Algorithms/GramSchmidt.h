@@ -3,8 +3,7 @@
 
 /** @file
  * @brief Function @ref
- *      Magnum::Math::Algorithms::gramSchmidtOrthonormalizeInPlace(), @ref
- *      Magnum::Math::Algorithms::gramSchmidtOrthonormalize()
+ *      Magnum::Math::Algorithms::gramSchmidtOrthonormalizeInPlace()
  */
 
 #include "Magnum/Math/RectangularMatrix.h"
@@ -24,14 +23,6 @@ void gramSchmidtOrthonormalizeInPlace(
             matrix[i] -= matrix[i].projectedOntoNormalized(matrix[j]);
         matrix[i] = matrix[i].normalized();
     }
-}
-
-/** @copydoc gramSchmidtOrthonormalizeInPlace() */
-template<std::size_t cols, std::size_t rows, class T>
-RectangularMatrix<cols, rows, T> gramSchmidtOrthonormalize(
-    RectangularMatrix<cols, rows, T> matrix) {
-    gramSchmidtOrthonormalizeInPlace(matrix);
-    return matrix;
 }
 
 }}}
