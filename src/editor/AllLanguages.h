@@ -34,8 +34,8 @@ translations are known to differ or files to be named so. Names and codes are
 each distinct, also if letter case is ignored.
 
 Rows are sorted by name the way an English reader looks it up: letter case,
-accents and apostrophes don't count, so *Māori* is between *Manx* and
-*Marathi*. Searching for a code thus has to go through all rows.
+accents and apostrophes don't count, so "Māori" is between "Manx" and "Marathi".
+Searching for a code thus has to go through all rows.
 
 The table is constant-initialized and usable by other static objects. All views
 are @relativeref{Corrade,Containers::StringViewFlag::Global} and

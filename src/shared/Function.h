@@ -16,6 +16,9 @@
 
 namespace OrrelinEngine {
 
+/** @brief Callable of a signature, such as @cpp Function<void(int)> @ce */
+template<class> class Function;
+
 /**
 @brief Move-only callable of fixed size
 
