@@ -101,15 +101,18 @@ function memoryTable(rows) {
 }
 
 const operations = collect(process.argv.slice(2));
-const out = ['# Benchmarks', '',
-    'Written by `scripts/benchmark --peers`. The reference is hand-written code',
-    'that does the same work on the same data in the same run, so ratios hold',
-    'where times drift. Without "each", times are of the whole operation.', ''];
-const seen = new Set([...operations.values()].flatMap((rows) =>
+const measured = new Set([...operations.values()].flatMap((rows) =>
     [...rows.values()].flatMap((row) => Object.keys(row))));
-for(const [name, what] of Object.entries(peers))
-    if(seen.has(name))
-        out.push(`- ${name}: ${what}`);
+const measuredPeers = Object.entries(peers).filter(([name]) => measured.has(name));
+
+const out = ['# Benchmarks', '',
+    `Written by \`scripts/benchmark${measuredPeers.length ? ' --peers' : ''}\`. ` +
+        'The reference is hand-written',
+    'code that does the same work on the same data in the same run, so ratios hold',
+    'where times drift. Without "each", times are of the whole operation.'];
+if(measuredPeers.length)
+    out.push('', 'What one would take instead:', '',
+        ...measuredPeers.map(([name, what]) => `- ${name}: ${what}`));
 for(const [name, rows] of operations) {
     const sorted = [...rows.values()].sort((a, b) =>
         a.size.map((part, i) => part - b.size[i]).find((d) => d) ?? 0);

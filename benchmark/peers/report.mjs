@@ -6,6 +6,7 @@ const seconds = Number(process.env.BENCHMARK_SECONDS ?? 0.2);
 
 // One line of a report: WORK is done until it took long enough
 export function run(name, items, bytes, work) {
+    work(); // To warm up
     let iterations = 0, elapsed = 0;
     while(elapsed < seconds * 1e3) {
         const begin = performance.now();
