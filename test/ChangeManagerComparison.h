@@ -1,8 +1,6 @@
 #ifndef Orrelin_test_ChangeManagerComparison_h
 #define Orrelin_test_ChangeManagerComparison_h
 
-#include <rapidjson/pointer.h>
-
 #include "ChangeManagerReference.h"
 #include "ChangeOperation.h"
 #include "editor/ProjectFile.h"
@@ -14,16 +12,36 @@ class Comparison {
 public:
     explicit Comparison(const std::string& document): _manager{_project} {
         _project.document.Parse(document.data(), document.size());
-        reference.document = Tree{_project.document};
+        reference.document.CopyFrom(
+            _project.document, reference.document.GetAllocator());
     }
 
     std::string perform(const ChangeOperation& operation) {
         reference.notifications.clear();
         _notifications.clear();
-        performReference(operation);
+        const auto& [name, path, value] = operation;
+        if(name == "reset")
+            reference.reset();
+        else if(name == "handle")
+            reference.handlers.emplace_back(path, value);
+        else if(name == "editDirectly")
+            reference.create(path).CopyFrom(
+                jsonDocument(value), reference.document.GetAllocator());
+        else
+            operation.perform(reference);
         if(reference.violated)
             return {};
-        performManager(operation);
+
+        if(name == "reset")
+            _manager.reset(_project);
+        else if(name == "handle")
+            addHandler(view(path), value);
+        else if(name == "editDirectly")
+            rapidjson::GenericPointer<JsonValue>{path.data(), path.size()}
+                .Create(_project.document)
+                .CopyFrom(jsonDocument(value), _project.allocator());
+        else
+            operation.perform(_manager);
         return difference();
     }
 
@@ -57,51 +75,6 @@ private:
         return out;
     }
 
-    void performReference(const ChangeOperation& operation) {
-        const std::string& name = operation.name;
-        const std::string& path = operation.path;
-        const Tree value{jsonDocument(operation.value)};
-        if(name == "push" || name == "drag")
-            reference.push(path, value, name == "drag");
-        else if(name == "remove" || name == "dragRemove")
-            reference.push(path, {}, name == "dragRemove");
-        else if(name == "append")
-            reference.append(path, value);
-        else if(name == "beginGroup")
-            reference.beginGroup();
-        else if(name == "commit")
-            reference.commit();
-        else if(name == "undo")
-            reference.undo();
-        else if(name == "redo")
-            reference.redo();
-        else if(name == "markSave")
-            reference.markSave();
-        else if(name == "forceNew")
-            reference.forceNew();
-        else if(name == "reset")
-            reference.reset();
-        else if(name == "handle")
-            reference.handlers.emplace_back(path, operation.value);
-        else if(name == "editDirectly")
-            create(reference.document, path) = value;
-    }
-
-    void performManager(const ChangeOperation& operation) {
-        const Containers::StringView path = view(operation.path);
-        if(operation.name == "reset")
-            _manager.reset(_project);
-        else if(operation.name == "handle")
-            addHandler(path, operation.value);
-        else if(operation.name == "editDirectly")
-            rapidjson::GenericPointer<JsonValue>{path.data(), path.size()}
-                .Create(_project.document)
-                .CopyFrom(jsonDocument(operation.value),
-                    _project.document.GetAllocator());
-        else
-            operation.perform(_manager);
-    }
-
     void addHandler(Containers::StringView segment, const std::string& name) {
         _manager.addChangeHandler(
             segment,
@@ -112,52 +85,41 @@ private:
             nullptr);
     }
 
-    /* As it's printed, but with values of any length */
     static std::string textOf(const Change& change) {
         const auto value = [](const JsonValue* json) {
-            return json ? jsonText(*json) : std::string{"()"};
+            return json ? jsonText(*json) : std::string{};
         };
-        const char* const kind = !change.oldValue ? "Create "
-            : change.newValue                     ? "Change "
-                                                  : "Remove ";
-        return kind + std::string{change.path.data(), change.path.size()} +
-            ": " + value(change.oldValue.get()) + " -> " +
-            value(change.newValue.get());
+        /* Printed as the reference's, with values of any length */
+        return ChangeManagerReference::Change{change.path,
+            value(change.oldValue.get()), value(change.newValue.get())}
+            .text();
     }
 
-    std::string difference() {
-        const auto differing = [](const std::string& what,
-                                   const std::string& expected,
-                                   const std::string& actual) {
-            return expected == actual
-                ? std::string{}
-                : what + "\n  expected " + expected + "\n  actual   " + actual;
-        };
-        const auto joined = [](const std::vector<std::string>& lines) {
-            std::string out;
-            for(const std::string& line: lines)
-                out += line + "; ";
-            return out;
-        };
+    static std::string state(const JsonValue& document,
+        const std::vector<std::string>& notifications, bool isUnsaved) {
+        std::string out = jsonText(document);
+        for(const std::string& notification: notifications)
+            out += "\n    told " + notification;
+        return out + (isUnsaved ? "\n    unsaved" : "\n    saved");
+    }
 
-        std::string out = differing(
-            "document", reference.document.text(), jsonText(_project.document));
-        if(out.empty())
-            out = differing("notifications", joined(reference.notifications),
-                joined(_notifications));
-        if(out.empty())
-            out = differing("unsaved",
-                std::to_string(reference.hasUnsavedChanges()),
-                std::to_string(_manager.hasUnsavedChanges()));
-        if(out.empty() && reference.last != -1) {
-            const auto& expected =
-                reference.history[std::size_t(reference.last)];
-            const Change& actual = _manager.lastChange();
-            out = differing("last change",
-                expected.text() + ' ' + std::to_string(expected.group),
-                textOf(actual) + ' ' + std::to_string(actual.group));
+    /* What is the case after an operation */
+    std::string difference() {
+        std::string expected = state(reference.document,
+            reference.notifications, reference.hasUnsavedChanges());
+        std::string actual = state(
+            _project.document, _notifications, _manager.hasUnsavedChanges());
+        if(reference.last != -1) {
+            const auto& last = reference.history[std::size_t(reference.last)];
+            expected += ", group " + std::to_string(last.group) + ", last " +
+                last.text();
+            const Change& change = _manager.lastChange();
+            actual += ", group " + std::to_string(change.group) + ", last " +
+                textOf(change);
         }
-        return out;
+        return expected == actual
+            ? std::string{}
+            : "expected\n  " + expected + "\nactual\n  " + actual;
     }
 
     ProjectFile _project;

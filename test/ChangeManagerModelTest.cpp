@@ -83,6 +83,21 @@ constexpr const char* Values[]{"1", "2.5", "null", "true", "\"x\"", "\"y\"",
     "[]", "{}", "[1,2,3]", "[0.5,2,7]", "[\"x\",[1]]", R"({"a":1})",
     R"({"0":"x"})", R"({"a":{"list":[1,2]},"b":[]})"};
 
+std::size_t sizeOf(const JsonValue& value) {
+    return value.IsObject() ? value.MemberCount()
+        : value.IsArray()   ? value.Size()
+                            : 0;
+}
+
+std::string nameAt(const JsonValue& object, std::size_t i) {
+    return object.MemberBegin()[std::ptrdiff_t(i)].name.GetString();
+}
+
+const JsonValue& childOf(const JsonValue& value, std::size_t i) {
+    return value.IsArray() ? value[rapidjson::SizeType(i)]
+                           : value.MemberBegin()[std::ptrdiff_t(i)].value;
+}
+
 /* An object that is large enough to be indexed */
 std::string largeDocument() {
     std::string out = R"({"objects":{)";
@@ -136,22 +151,22 @@ private:
         return out;
     }
 
-    std::string walk(const Tree& document) {
+    std::string walk(const JsonValue& document) {
         std::string out;
-        const Tree* at = &document;
+        const JsonValue* at = &document;
         while(at && (out.empty() || _random.below(6))) {
-            const std::size_t size = at->children.size();
+            const std::size_t size = sizeOf(*at);
             if(!size || _random.oneIn(6)) {
                 out += std::string{"/"} + _random.oneOf(Segments);
                 if(_random.below(3))
                     return out;
-                at = size ? &at->children[_random.below(size)] : nullptr;
+                at = size ? &childOf(*at, _random.below(size)) : nullptr;
                 continue;
             }
             const std::size_t i = _random.below(size);
-            const bool isObject = at->type == Tree::Type::Object;
-            out += '/' + (isObject ? escaped(at->names[i]) : std::to_string(i));
-            at = &at->children[i];
+            out += '/' +
+                (at->IsObject() ? escaped(nameAt(*at, i)) : std::to_string(i));
+            at = &childOf(*at, i);
         }
         return out;
     }
@@ -166,11 +181,12 @@ private:
     static bool isAllowed(ChangeManagerReference& reference,
         const std::string& path, bool inObject) {
         const auto [parentPath, segment] = splitLast(path);
-        const Tree* const parent = find(reference.document, parentPath);
+        const JsonValue* const parent = reference.find(parentPath);
         /* Would be a programming error and only end the sequence */
-        if(parent && parent->type == Tree::Type::Scalar && isIndex(segment))
+        if(parent && !parent->IsObject() && !parent->IsArray() &&
+            isIndex(segment))
             return false;
-        return !inObject || !parent || parent->type == Tree::Type::Object;
+        return !inObject || !parent || parent->IsObject();
     }
 
     Random& _random;
@@ -212,22 +228,22 @@ public:
     }
 
 private:
-    ChangeOperation member(Tree& document) {
+    ChangeOperation member(const JsonValue& document) {
         constexpr const char* members[]{"a", "b", "c", "0"};
-        const std::vector<std::string>& records =
-            find(document, "/objects")->names;
+        const JsonValue& records = document["objects"];
         const bool removes = _random.oneIn(2);
         return ChangeOperation{_drags ? removes ? "dragRemove" : "drag"
                 : removes             ? "remove"
                                       : "push",
-            "/objects/" + records[_random.below(records.size())] + '/' +
-                _random.oneOf(members),
+            "/objects/" + nameAt(records, _random.below(sizeOf(records))) +
+                '/' + _random.oneOf(members),
             _random.oneOf(Values)};
     }
 
-    ChangeOperation element(Tree& document) {
-        const std::string list = _random.oneIn(2) ? "/lists/l1" : "/lists/l2";
-        const std::size_t size = find(document, list)->children.size();
+    ChangeOperation element(const JsonValue& document) {
+        const char* const name = _random.oneIn(2) ? "l1" : "l2";
+        const std::string list = std::string{"/lists/"} + name;
+        const std::size_t size = document["lists"][name].Size();
         const std::string some =
             list + '/' + std::to_string(_random.below(size));
         const std::string value = _random.oneOf(Values);

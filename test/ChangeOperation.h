@@ -37,9 +37,12 @@ struct ChangeOperation {
         std::getline(in, value);
     }
 
-    std::string text() const { return name + ' ' + path + ' ' + value; }
+    std::string text() const {
+        return name + (path.empty() && value.empty() ? "" : ' ' + path) +
+            (value.empty() ? "" : ' ' + value);
+    }
 
-    void perform(ChangeManager& manager) const {
+    template<class Manager> void perform(Manager& manager) const {
         /* Gone before the next one: the manager has to copy it all */
         const std::string pathCopy = path;
         const Containers::StringView where = view(pathCopy);
