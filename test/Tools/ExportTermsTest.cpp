@@ -70,11 +70,8 @@ TEST(ExportTerms, places) {
     for(const auto& i: data) {
         SCOPED_TRACE(i.name);
         const TemporaryFolder folder;
-        std::string settings = i.settings;
-        const std::size_t outside = settings.find('#');
-        if(outside != std::string::npos)
-            settings.replace(outside, 1, folder.path("outside"));
-        Project demo{project(i.projectName, settings), folder.path("project")};
+        Project demo{project(i.projectName, folder.withOutside(i.settings)),
+            folder.path("project")};
         const std::string before = demo.stored("");
 
         const Printed printed;

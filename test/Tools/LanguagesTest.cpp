@@ -118,12 +118,9 @@ TEST(RemoveLanguage, project) {
     for(const auto& i: data) {
         SCOPED_TRACE(i.name);
         const TemporaryFolder folder;
-        std::string settings = i.settings;
-        const std::size_t outside = settings.find('#');
-        if(outside != std::string::npos)
-            settings.replace(outside, 1, folder.path("outside"));
         Project project{R"({"languages": )" + std::string{languages} +
-                R"(, "settings": {"localization": )" + settings + "}}",
+                R"(, "settings": {"localization": )" +
+                folder.withOutside(i.settings) + "}}",
             folder.path("project")};
         project.setTranslations(R"({"de": {"a": "A"}})");
         const std::string storedSettings = project.stored("/settings");

@@ -27,6 +27,14 @@ public:
         return _path + "/" + name;
     }
 
+    /* Settings in which # stands for a folder outside of the project */
+    std::string withOutside(std::string settings) const {
+        const std::size_t at = settings.find('#');
+        return at == std::string::npos
+            ? settings
+            : settings.replace(at, 1, path("outside"));
+    }
+
     void write(const std::string& name, const std::string& content) const {
         const std::filesystem::path file = path(name);
         std::filesystem::create_directories(file.parent_path());
