@@ -8,7 +8,7 @@
 
 #include "OrrelinEngine.h"
 
-namespace OrrelinEngine { namespace Test {
+namespace OrrelinEngine {
 
 inline std::string jsonText(const JsonValue& value) {
     rapidjson::StringBuffer out;
@@ -23,6 +23,6 @@ inline JsonDocument jsonDocument(const std::string& text) {
     return out;
 }
 
-}}
+}
 
 #endif

@@ -12,6 +12,7 @@
 #include <rapidjson/writer.h>
 
 #include "ChangeManager.h"
+#include "JsonText.h"
 #include "Tools/LocalizationTools.h"
 #include "editor/EditorSession.h"
 #include "editor/OrrelinEditor.h"
@@ -21,13 +22,6 @@ namespace OrrelinEngine {
 
 inline std::string text(Containers::StringView view) {
     return {view.data(), view.size()};
-}
-
-inline std::string jsonText(const JsonValue& value) {
-    rapidjson::StringBuffer out;
-    rapidjson::Writer<rapidjson::StringBuffer> writer{out};
-    value.Accept(writer);
-    return {out.GetString(), out.GetSize()};
 }
 
 /* What is printed as long as it exists */
@@ -70,8 +64,7 @@ public:
 
     /* From an object of objects of texts or null, as translationsText() */
     void setTranslations(const char* json) {
-        JsonDocument document;
-        document.Parse(json);
+        const JsonDocument document = jsonDocument(json);
         ASSERT_TRUE(document.IsObject()) << json;
         for(const auto& language: document.GetObject()) {
             TranslationMap& out = translations()[language.name.GetString()];

@@ -17,8 +17,6 @@ namespace OrrelinEngine { namespace {
 
 using namespace LocalizationTools;
 
-typedef rapidjson::Writer<rapidjson::StringBuffer> Writer;
-
 /* The same numbers with any standard library */
 class Random {
 public:
@@ -70,40 +68,31 @@ std::string termKey(Random& random) {
                            : random.text();
 }
 
-void writeString(Writer& writer, const std::string& string) {
-    writer.String(string.data(), unsigned(string.size()));
+std::string quoted(const std::string& text) {
+    return jsonText(JsonValue{text.data(), unsigned(text.size())});
 }
 
-void writeProperty(Writer& writer, Random& random, const std::string& name) {
-    if(!random.oneIn(8)) {
-        writer.Key(name.data());
-        if(random.oneIn(16))
-            writer.Int(3);
-        else
-            writeString(writer, random.text());
-    }
-    if(random.oneIn(3)) {
-        writer.Key((name + "_term").data());
-        writeString(writer, termKey(random));
-    }
-    if(random.oneIn(4)) {
-        writer.Key((name + "_translate").data());
-        writer.Bool(random.oneIn(2));
-    }
+/* Members of an object, with what belongs to the first one beside it */
+std::string property(Random& random, const std::string& name) {
+    std::string out;
+    if(!random.oneIn(8))
+        out += quoted(name) + ':' +
+            (random.oneIn(16) ? "3" : quoted(random.text())) + ',';
+    if(random.oneIn(3))
+        out += quoted(name + "_term") + ':' + quoted(termKey(random)) + ',';
+    if(random.oneIn(4))
+        out += quoted(name + "_translate") +
+            (random.oneIn(2) ? ":true," : ":false,");
+    return out;
 }
 
-void writeComponent(Writer& writer, Random& random) {
-    const char* const type =
-        std::vector<const char*>{"text", "button", "light"}[random.below(3)];
-    writer.StartObject();
-    writer.Key("type");
-    writer.String(type);
-    writer.Key(type);
-    writer.StartObject();
+std::string component(Random& random) {
+    const char* const types[]{"text", "button", "light"};
+    const std::string type = quoted(types[random.below(3)]);
+    std::string out = "{\"type\":" + type + ',' + type + ":{";
     for(const char* const name: {"text", "label", "a/b~c"})
-        writeProperty(writer, random, name);
-    writer.EndObject();
-    writer.EndObject();
+        out += property(random, name);
+    return out + "\"other\":0}}";
 }
 
 typedef std::vector<Containers::StringView> Codes;
@@ -119,47 +108,21 @@ Codes someLanguages(Random& random) {
 }
 
 std::string someProject(Random& random, const Codes& languages) {
-    rapidjson::StringBuffer out;
-    Writer writer{out};
-    writer.StartObject();
-    writer.Key("settings");
-    writer.StartObject();
-    writer.Key("project");
-    writer.StartObject();
-    writeProperty(writer, random, "name");
-    writer.EndObject();
-    writer.Key("localization");
-    writer.StartObject();
-    writer.Key("defaultLanguage");
-    writer.String(languages[random.below(unsigned(languages.size()))].data());
-    writer.EndObject();
-    writer.EndObject();
-
-    writer.Key("objects");
-    writer.StartObject();
+    std::string out = R"({"settings":{"project":{)" + property(random, "name") +
+        R"("other":0},"localization":{"defaultLanguage":)" +
+        quoted(text(languages[random.below(unsigned(languages.size()))])) +
+        R"(}},"objects":{)";
     for(unsigned int i = random.below(5); i; --i) {
-        const std::string id = random.text() + std::to_string(i);
-        writer.Key(id.data(), unsigned(id.size()));
-        writer.StartObject();
-        writer.Key("components");
-        writer.StartArray();
+        out +=
+            quoted(random.text() + std::to_string(i)) + R"(:{"components":[)";
         for(unsigned int j = random.below(5); j; --j)
-            writeComponent(writer, random);
-        writer.EndArray();
-        writer.EndObject();
+            out += component(random) + ',';
+        out += "{}]},";
     }
-    writer.EndObject();
-
-    writer.Key("languages");
-    writer.StartObject();
-    for(const Containers::StringView code: languages) {
-        writer.Key(code.data());
-        writer.StartObject();
-        writer.EndObject();
-    }
-    writer.EndObject();
-    writer.EndObject();
-    return {out.GetString(), out.GetSize()};
+    out += R"("none":{}},"languages":{)";
+    for(const Containers::StringView code: languages)
+        out += (code == languages[0] ? "" : ",") + quoted(text(code)) + ":{}";
+    return out + "}}";
 }
 
 /* Translates some of the terms, and some that aren't there. Returns what the

@@ -1,12 +1,10 @@
 #include "Project.h"
 
-#include <cstring>
-
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/GrowableArray.h>
 #include <Corrade/Containers/StringIterable.h>
 
-#include "TemporaryFolder.h"
+#include "platform/vectors.h"
 
 namespace OrrelinEngine { namespace {
 
@@ -16,17 +14,29 @@ std::string text(Containers::ArrayView<const char> content) {
     return {content.data(), content.size()};
 }
 
-/* The files one after another, each with its name in front */
-std::string written(Project& project,
-    const Containers::StringIterable& languages,
-    LocalizationFormat format = LocalizationFormat::I18next) {
+/* Names and contents of files */
+typedef std::vector<std::pair<std::string, std::string>> Files;
+
+Files files(Project& project, const Containers::StringIterable& languages) {
     Containers::Array<Containers::String> names;
     Containers::Array<Containers::Array<char>> contents;
-    writeTerms(project.editor(), languages, format, names, contents);
+    writeTerms(project.editor(), languages, LocalizationFormat::I18next, names,
+        contents);
     EXPECT_EQ(names.size(), contents.size());
-    std::string out;
+    Files out;
     for(std::size_t i = 0; i != names.size(); ++i)
-        out += text(names[i]) + ": " + text(contents[i]);
+        out.emplace_back(text(names[i]), text(contents[i]));
+    return out;
+}
+
+/* The terms of each file, without the spaces between */
+std::string terms(const Files& files) {
+    std::string out;
+    for(const auto& file: files) {
+        const JsonDocument json = jsonDocument(file.second);
+        EXPECT_TRUE(json.IsObject() && json.MemberCount() == 1);
+        out += file.first + " " + jsonText(json["translation"]) + "\n";
+    }
     return out;
 }
 
@@ -41,12 +51,7 @@ TEST(WriteTerms, files) {
     } data[]{
         {"no languages", R"({"texts": {"a": ""}})", "{}", {}, ""},
         {"no terms", "{}", R"({"de": {"a": "A"}})", {"de", "en"},
-            "de.json: {\n"
-            "  \"translation\": {}\n"
-            "}\n"
-            "en.json: {\n"
-            "  \"translation\": {}\n"
-            "}\n"},
+            "de.json {}\nen.json {}\n"},
         {"default language and others", R"({
             "settings": {"localization": {"defaultLanguage": "en"}},
             "texts": {"a-1": "A one", "a": "A", "number": 1, "apple": "\"",
@@ -58,77 +63,31 @@ TEST(WriteTerms, files) {
                 "0": "neither"}
         })",
             {"de", "en", "pt-BR", "EN"},
-            "de.json: {\n"
-            "  \"translation\": {\n"
-            "    \"Zebra\": null,\n"
-            "    \"a\": \"Ah\",\n"
-            "    \"a-1\": null,\n"
-            "    \"apple\": \"\",\n"
-            "    \"number\": null\n"
-            "  }\n"
-            "}\n"
-            "en.json: {\n"
-            "  \"translation\": {\n"
-            "    \"Zebra\": \"\",\n"
-            "    \"a\": \"A\",\n"
-            "    \"a-1\": \"A one\",\n"
-            "    \"apple\": \"\\\"\",\n"
-            "    \"number\": \"\"\n"
-            "  }\n"
-            "}\n"
-            "pt-BR.json: {\n"
-            "  \"translation\": {\n"
-            "    \"Zebra\": null,\n"
-            "    \"a\": null,\n"
-            "    \"a-1\": null,\n"
-            "    \"apple\": null,\n"
-            "    \"number\": null\n"
-            "  }\n"
-            "}\n"
-            "EN.json: {\n"
-            "  \"translation\": {\n"
-            "    \"Zebra\": null,\n"
-            "    \"a\": null,\n"
-            "    \"a-1\": null,\n"
-            "    \"apple\": null,\n"
-            "    \"number\": null\n"
-            "  }\n"
-            "}\n"},
+            R"(de.json {"Zebra":null,"a":"Ah","a-1":null,"apple":"","number":null}
+en.json {"Zebra":"","a":"A","a-1":"A one","apple":"\"","number":""}
+pt-BR.json {"Zebra":null,"a":null,"a-1":null,"apple":null,"number":null}
+EN.json {"Zebra":null,"a":null,"a-1":null,"apple":null,"number":null}
+)"},
         {"excluded from translation, a language twice", R"({
             "settings": {"localization": {"defaultLanguage": "en"}},
             "texts": {"off": "", "off_translate": false,
                 "on": "On", "on_translate": true}
         })",
             R"({"de": {"off": "Aus", "on": "An"}})", {"en", "de", "en"},
-            "en.json: {\n"
-            "  \"translation\": {\n"
-            "    \"on\": \"On\"\n"
-            "  }\n"
-            "}\n"
-            "de.json: {\n"
-            "  \"translation\": {\n"
-            "    \"on\": \"An\"\n"
-            "  }\n"
-            "}\n"
-            "en.json: {\n"
-            "  \"translation\": {\n"
-            "    \"on\": \"On\"\n"
-            "  }\n"
-            "}\n"},
+            R"(en.json {"on":"On"}
+de.json {"on":"An"}
+en.json {"on":"On"}
+)"},
         {"no default language", R"({"texts": {"a": "A"}})", "{}", {"en"},
-            "en.json: {\n"
-            "  \"translation\": {\n"
-            "    \"a\": null\n"
-            "  }\n"
-            "}\n"},
+            "en.json {\"a\":null}\n"},
     };
     for(const auto& i: data) {
         SCOPED_TRACE(i.name);
         Project project{i.project};
         project.setTranslations(i.translations);
         EXPECT_EQ(
-            written(project,
-                Containers::arrayView(i.languages.data(), i.languages.size())),
+            terms(files(project,
+                Containers::arrayView(i.languages.data(), i.languages.size()))),
             i.expected);
     }
 }
@@ -138,17 +97,8 @@ TEST(WriteTerms, missingText) {
         R"({"settings": {"localization": {"defaultLanguage": "en"}}})"};
     project.terms().emplace("a", "/objects/gone/components/0/text/text");
     project.setTranslations(R"({"en": {"a": "A"}, "de": {"a": "Ah"}})");
-    EXPECT_EQ(written(project, {"en", "de"}),
-        "en.json: {\n"
-        "  \"translation\": {\n"
-        "    \"a\": \"\"\n"
-        "  }\n"
-        "}\n"
-        "de.json: {\n"
-        "  \"translation\": {\n"
-        "    \"a\": \"Ah\"\n"
-        "  }\n"
-        "}\n");
+    EXPECT_EQ(terms(files(project, {"en", "de"})),
+        "en.json {\"a\":\"\"}\nde.json {\"a\":\"Ah\"}\n");
 }
 
 /* Each is read like any other value at its path, whatever was read before */
@@ -180,9 +130,7 @@ TEST(WriteTerms, places) {
         "top", "/objects/a", "//settings/project", "/", ""};
     for(const char* path: paths)
         project.terms().emplace(path, path);
-    JsonDocument file;
-    file.Parse(written(project, {"en"}).data() + std::strlen("en.json: "));
-    ASSERT_FALSE(file.HasParseError());
+    const JsonDocument file = jsonDocument(files(project, {"en"})[0].second);
     for(const char* path: paths)
         EXPECT_EQ(file["translation"][path].GetString(),
             text(project.editor().project[path].asString()))
@@ -205,23 +153,17 @@ TEST(WriteTerms, appends) {
 }
 
 TEST(WriteTerms, measuredFiles) {
-    JsonDocument vectors;
-    vectors.Parse(
-        TemporaryFolder::readFile(TEST_DATA "/utility-libraries.json").data());
-    ASSERT_TRUE(vectors.IsObject());
-
     for(const char* const name: {"emptyTranslation", "mixed"}) {
         SCOPED_TRACE(name);
-        const char* const expected = vectors["jsonWriter"][name].GetString();
-        JsonDocument source;
-        source.Parse(expected);
+        const char* const expected =
+            Orrelin::vectors("jsonWriter")[name].GetString();
+        const JsonDocument source = jsonDocument(expected);
         Project project{"{}"};
         for(const auto& i: source["translation"].GetObject())
             project.terms().emplace(i.name.GetString(), "/none");
         project.setTranslations(
             (R"({"de": )" + jsonText(source["translation"]) + "}").data());
-        EXPECT_EQ(
-            written(project, {"de"}), std::string{"de.json: "} + expected);
+        EXPECT_EQ(files(project, {"de"})[0].second, expected);
     }
 }
 
@@ -244,19 +186,17 @@ std::string writtenAlone(const std::string& content) {
     Project project{"{}"};
     project.terms().emplace(content, "/none");
     project.translations()["de"].emplace(content, Containers::String{content});
-    return written(project, {"de"}).substr(sizeof("de.json: ") - 1);
+    return files(project, {"de"})[0].second;
 }
 
 TEST(WriteTerms, anyCharacterIsReadable) {
+    std::string all;
     for(int c = 0; c != 0x80; ++c) {
         SCOPED_TRACE(c);
         const std::string content = std::string{"<"} + char(c) + ">";
         expectReadable(writtenAlone(content), content);
-    }
-
-    std::string all;
-    for(int c = 0; c != 0x80; ++c)
         all += char(c);
+    }
     for(const std::string& content: {all, all + all, std::string{},
             std::string(1, '\0'), std::string{"\\u0000 \\n \\\""},
             std::string{"{\"translation\": null}"},
