@@ -1,52 +1,12 @@
 #include <Magnum/Magnum.h>
-#include <Magnum/Math/Algorithms/GramSchmidt.h>
 #include <Magnum/Math/Matrix4.h>
 #include <Magnum/Math/Quaternion.h>
-
-#include "vectors.h"
+#include <gtest/gtest.h>
 
 namespace {
 
-using namespace Orrelin;
 using namespace Magnum;
 using namespace Magnum::Math::Literals;
-
-Matrix4 matrix(const rapidjson::Value& columns) {
-    Matrix4 out;
-    for(std::size_t i = 0; i != 16; ++i)
-        out[i / 4][i % 4] = columns[rapidjson::SizeType(i)].GetFloat();
-    return out;
-}
-
-Vector3 vector(const rapidjson::Value& value) {
-    return {value[0].GetFloat(), value[1].GetFloat(), value[2].GetFloat()};
-}
-
-TEST(Math, decompose) {
-    for(const rapidjson::Value& i: vectors("decompose").GetArray()) {
-        SCOPED_TRACE(i["name"].GetString());
-        const Matrix4 transformation = matrix(i["matrixColumns"]);
-
-        Matrix3x3 rotation = transformation.rotationScaling();
-        Vector3 scaling;
-        for(std::size_t j = 0; j != 3; ++j) {
-            scaling[j] = rotation[j].length();
-            rotation[j] /= scaling[j];
-        }
-        Math::Algorithms::gramSchmidtOrthonormalizeInPlace(rotation);
-        if(rotation.determinant() < 0.0f) {
-            rotation[0] *= -1.0f;
-            scaling[0] *= -1.0f;
-        }
-
-        EXPECT_TRUE(transformation.translation() == vector(i["translation"]));
-        EXPECT_TRUE(scaling == vector(i["scaling"]));
-        const Quaternion quaternion = Quaternion::fromMatrix(rotation);
-        EXPECT_TRUE(quaternion ==
-            Quaternion(vector(i["rotation"]), i["rotation"][3].GetFloat()));
-        EXPECT_TRUE(quaternion.toMatrix() == rotation);
-    }
-}
 
 TEST(Math, transformations) {
     const Vector3 axis = Vector3{1.0f, 2.0f, -2.0f}.normalized();

@@ -1,5 +1,3 @@
-#include <filesystem>
-
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/Optional.h>
 #include <Corrade/Containers/Pair.h>
@@ -7,8 +5,8 @@
 #include <Corrade/Containers/StringStl.h>
 #include <Corrade/Utility/Debug.h>
 #include <Corrade/Utility/Path.h>
-#include <unistd.h>
 
+#include "Tools/TemporaryFolder.h"
 #include "vectors.h"
 
 namespace {
@@ -56,22 +54,13 @@ TEST(Path, split) {
     }
 }
 
-class PathFiles: public testing::Test {
-protected:
-    PathFiles():
-        _root{(std::filesystem::temp_directory_path() /
-            ("orrelin-path-" + std::to_string(::getpid())))
-                  .string()} {
-        std::filesystem::remove_all(std::string{_root});
-    }
-
-    ~PathFiles() { std::filesystem::remove_all(std::string{_root}); }
-
+struct PathFiles: testing::Test {
     Containers::String file(Containers::StringView name) const {
         return Path::join(_root, name);
     }
 
-    Containers::String _root;
+    OrrelinEngine::TemporaryFolder folder;
+    Containers::String _root{folder.path("new")};
 };
 
 TEST_F(PathFiles, writeReadRemove) {
