@@ -38,8 +38,7 @@ std::string repeated(const std::string& transcript) {
         }
         line = line.substr(0, std::min(line.find(" =>"), line.find(", saved")));
         const ChangeOperation operation{line.data()};
-        const std::string difference = comparison.perform(operation);
-        out += operation.text() + difference;
+        out += operation.text() + comparison.perform(operation);
         const char* separator = " ";
         for(const std::string& told: comparison.reference.notifications) {
             out += separator + told;
@@ -166,23 +165,6 @@ push /objects/b/-3 5 => Create /objects/b/0: () -> 5
 push /objects/c/- 5 => Create /objects/c/-: () -> 5
 {"objects":{"b":[5],"c":{"-":5}},"a":[null,5]}
 )"},
-    {"names that are numbers, and a name that makes an object",
-        R"({"objects":{"7":1},"list":[1]}
-push /objects/5 2 => Create /objects/5: () -> 2
-push /objects/-1 3 => Create /objects/-1: () -> 3
-push /objects/9/name 4 => Create /objects/9/name: () -> 4
-push /list/x 1 => Create /list/x: () -> 1
-{"objects":{"7":1,"5":2,"-1":3,"9":{"name":4}},"list":{"x":1}}
-)"},
-    {"dragging a created element", R"({"list":[1],"a":0}
-push /a 1 => Change /a: 0 -> 1
-drag /list/1 2 => Create /list/1: () -> 2
-drag /list/1 3 => Create /list/1: () -> 3
-dragRemove /list/1 => Create /list/1: () -> ()
-drag /list/1 4 => Create /list/1: () -> 4
-{"list":[1,4],"a":1}
-undo => Remove /list/1: 4 -> ()
-)"},
     {"dragging what moved up", R"({"list":[1,2,3],"a":0}
 push /a 1 => Change /a: 0 -> 1
 remove /list/1 => Remove /list/1: 2 -> ()
@@ -210,14 +192,6 @@ push /a/x 4 => Change /a/x: 3 -> 4
 drag /a/x 5 => Change /a/x: 3 -> 5
 undo => Change /a/x: 5 -> 3
 undo => Change /a/x: 3 -> 2
-)"},
-    {"exchanges with the last change", R"({"a":{"x":1,"y":1,"z":1}}
-push /a/x 2 => Change /a/x: 1 -> 2
-push /a/y 2 => Change /a/y: 1 -> 2
-push /a/z 2 => Change /a/z: 1 -> 2
-drag /a/y 3 => Change /a/y: 1 -> 3
-undo => Change /a/y: 3 -> 1
-undo => Change /a/z: 2 -> 1
 )"},
     {"keeps what can be redone", R"({"a":{"x":1,"y":1}}
 push /a/y 2 => Change /a/y: 1 -> 2
@@ -258,14 +232,6 @@ drag /a/x 5 => Change /a/x: 2 -> 5
 dragRemove /a/y => Create /a/y: () -> ()
 undo => Create /a/y: () -> ()
 )"},
-    {"numbers in place", R"({"a":{"x":[1,2.5],"y":1}}
-push /a/y 2 => Change /a/y: 1 -> 2
-drag /a/x [2,3] => Change /a/x: [1,2.5] -> [2,3]
-drag /a/x [4,5.5] => Change /a/x: [1,2.5] -> [4,5.5]
-drag /a/x [6] => Change /a/x: [1,2.5] -> [6]
-undo => Change /a/x: [6] -> [1,2.5]
-{"a":{"x":[1,2.5],"y":2}}
-)"},
 
     /* Groups */
     {"one step, told on commit", R"({"a":{"x":1}}
@@ -284,12 +250,6 @@ redo => Change /a/x: 2 -> 3
     => Create /a/y: () -> 1
     => Remove /a/x: 3 -> ()
 {"a":{"y":1}}
-)"},
-    {"empty", R"({"a":{"x":1}}
-push /a/x 2 => Change /a/x: 1 -> 2
-beginGroup
-commit
-undo => Change /a/x: 2 -> 1, saved
 )"},
     {"commit without one tells again", R"({"a":{"x":1}}
 push /a/x 2 => Change /a/x: 1 -> 2
@@ -379,19 +339,6 @@ public:
     std::string told;
 };
 
-/* The numbers of what was pushed, as they are stored */
-std::vector<double> numbers(Fixture& fixture, const char* path) {
-    std::vector<double> out;
-    const JsonValue* const value = fixture.project.find(path);
-    if(!value || !value->IsArray())
-        return out;
-    for(const JsonValue& number: value->GetArray()) {
-        EXPECT_TRUE(number.IsDouble());
-        out.push_back(number.GetDouble());
-    }
-    return out;
-}
-
 TEST(ChangeManagerTest, typedValues) {
     Fixture fixture{R"({"a":{}})"};
     {
@@ -401,17 +348,14 @@ TEST(ChangeManagerTest, typedValues) {
             "/a/text", Containers::StringView{text.data(), 4}, false);
     }
     fixture.manager.pushChange("/a/none", Containers::StringView{}, false);
-    EXPECT_EQ(fixture.document(), R"({"a":{"text":"text","none":""}})");
-
     fixture.manager.pushChange(
         "/a/vector", Magnum::Math::Vector3<float>{1.0f, -2.0f, 0.1f}, false);
-    EXPECT_EQ(numbers(fixture, "/a/vector"),
-        (std::vector<double>{1.0, -2.0, 0.100000001490116119384765625}));
-
     fixture.manager.pushChange("/a/rotation",
         Magnum::Math::Quaternion<float>{{1.0f, 2.0f, 3.0f}, 0.1f}, false);
-    EXPECT_EQ(numbers(fixture, "/a/rotation"),
-        (std::vector<double>{1.0, 2.0, 3.0, 0.100000001490116119384765625}));
+    EXPECT_EQ(fixture.document(),
+        R"({"a":{"text":"text","none":"",)"
+        R"("vector":[1.0,-2.0,0.10000000149011612],)"
+        R"("rotation":[1.0,2.0,3.0,0.10000000149011612]}})");
 }
 
 TEST(ChangeManagerTest, transform) {
@@ -511,54 +455,30 @@ TEST(ChangeManagerTest, applyAndReverse) {
 }
 
 TEST(ChangeManagerTest, moveChange) {
-    const auto created = [](const char* path, int oldValue, int newValue,
-                             int group) {
+    const auto change = [](const char* path, int oldValue, int newValue) {
         Change out;
         out.path = path;
         out.oldValue.emplace(oldValue);
         out.newValue.emplace(newValue);
-        out.group = group;
+        out.group = newValue + 1;
         return out;
     };
-    Change a = created("/a", 1, 2, 3);
+    Change a = change("/a", 1, 2);
     Change b{std::move(a)};
-    EXPECT_FALSE(a.oldValue);
-    EXPECT_FALSE(a.newValue);
-    EXPECT_EQ(printed(b), "Change /a: 1 -> 2");
-    EXPECT_EQ(b.group, 3);
-
-    Change c = created("/c", 4, 5, 6);
+    EXPECT_FALSE(a.oldValue || a.newValue);
+    Change c = change("/c", 4, 5);
     c = std::move(b);
     EXPECT_EQ(printed(c), "Change /a: 1 -> 2");
     EXPECT_EQ(c.group, 3);
-    ASSERT_TRUE(b.oldValue && b.newValue);
-    EXPECT_EQ(b.oldValue->GetInt(), 4);
-    EXPECT_EQ(b.newValue->GetInt(), 5);
-}
+    /* Exchanged, so that they go with what was moved from */
+    EXPECT_TRUE(*b.oldValue == 4 && *b.newValue == 5);
 
-TEST(ChangeManagerTest, print) {
-    const struct {
-        const char* oldValue;
-        const char* newValue;
-        const char* expected;
-    } cases[]{
-        {"\"old\"", "[1]", "Change /a/b: \"old\" -> [1]"},
-        {"\"old\"", nullptr, "Remove /a/b: \"old\" -> ()"},
-        {nullptr, "null", "Create /a/b: () -> null"},
-        {nullptr, nullptr, "Create /a/b: () -> ()"},
-    };
-    for(const auto& i: cases) {
-        JsonDocument oldValue, newValue;
-        Change change;
-        change.path = "/a/b";
-        if(i.oldValue)
-            change.oldValue.emplace(
-                std::move(oldValue.Parse(i.oldValue).Move()));
-        if(i.newValue)
-            change.newValue.emplace(
-                std::move(newValue.Parse(i.newValue).Move()));
-        EXPECT_EQ(printed(change), i.expected);
-    }
+    c.newValue = nullptr;
+    EXPECT_EQ(printed(c), "Remove /a: 1 -> ()");
+    c.oldValue = nullptr;
+    EXPECT_EQ(printed(c), "Create /a: () -> ()");
+    c.newValue.emplace("text");
+    EXPECT_EQ(printed(c), "Create /a: () -> \"text\"");
 }
 
 struct Told {
@@ -566,9 +486,7 @@ struct Told {
         Containers::ArrayView<Containers::StringView> path, void* userData) {
         Told& self = *static_cast<Told*>(userData);
         ++self.count;
-        self.segments.clear();
-        for(const Containers::StringView segment: path)
-            self.segments.emplace_back(segment.data(), segment.size());
+        self.segments.assign(path.begin(), path.end());
     }
 
     int count = 0;
@@ -576,20 +494,18 @@ struct Told {
 };
 
 TEST(ChangeManagerTest, handlers) {
-    ProjectFile project;
-    ChangeManager manager{project};
+    Fixture fixture{"{}"};
+    ChangeManager& manager = fixture.manager;
     Told a, b, b2;
     manager.addChangeHandler("a", Told::handle, &a);
     manager.addChangeHandler("b", Told::handle, &b);
 
-    manager.pushChange("/b//b/c", "", false);
+    /* Once for each time it occurs, not by part of a segment */
+    fixture.perform("push /b//b/c 1");
+    fixture.perform("push /ab/bb 1");
     EXPECT_EQ(a.count, 0);
-    /* Once for each time it occurs */
     EXPECT_EQ(b.count, 2);
     EXPECT_EQ(b.segments, (std::vector<std::string>{"", "b", "", "b", "c"}));
-    /* Not by part of a segment */
-    manager.pushChange("/ab/bb", "", false);
-    EXPECT_EQ(b.count, 2);
 
     /* All are found however many there are, the second of one segment too */
     std::vector<Told> many(40);
@@ -597,122 +513,107 @@ TEST(ChangeManagerTest, handlers) {
         manager.addChangeHandler(
             view("n" + std::to_string(i)), Told::handle, &many[i]);
     manager.addChangeHandler("b", Told::handle, &b2);
-    manager.pushChange("/a/b/n0/n39", "", false);
-    EXPECT_EQ(a.count, 1);
-    EXPECT_EQ(b.count, 3);
-    EXPECT_EQ(b2.count, 1);
+    fixture.perform("push /a/b/n0/n39 1");
+    EXPECT_TRUE(a.count == 1 && b.count == 3 && b2.count == 1);
     for(std::size_t i = 0; i != many.size(); ++i)
         EXPECT_EQ(many[i].count, i == 0 || i == 39);
 }
 
-struct CountingHandler: ChangeHandler {
-    explicit CountingHandler(int& d): destroyed(d) {}
-    ~CountingHandler() override { ++destroyed; }
-    void handle(const Change&,
-        Containers::ArrayView<Containers::StringView>) override {}
-
-    int& destroyed;
-};
-
 TEST(ChangeManagerTest, reset) {
-    ProjectFile first, second;
-    ChangeManager manager;
-    manager.reset(first);
-    int destroyed = 0;
-    manager.addChangeHandler("a",
-        Containers::Pointer<ChangeHandler>{new CountingHandler{destroyed}});
-    manager.pushChange("/a", "x", false);
-    manager.markSave();
-    manager.beginGroup();
-    manager.forceNewContinuousChange();
+    struct CountingHandler: ChangeHandler {
+        explicit CountingHandler(int& d): destroyed(d) {}
+        ~CountingHandler() override { ++destroyed; }
+        void handle(const Change&,
+            Containers::ArrayView<Containers::StringView>) override {}
 
-    manager.reset(second);
+        int& destroyed;
+    };
+    Fixture first{"{}"};
+    ProjectFile second;
+    int destroyed = 0;
+    first.manager.addChangeHandler("a",
+        Containers::Pointer<ChangeHandler>{new CountingHandler{destroyed}});
+    for(const char* operation:
+        {"push /a \"x\"", "markSave", "beginGroup", "forceNew"})
+        first.perform(operation);
+
+    first.manager.reset(second);
     EXPECT_EQ(destroyed, 1);
-    EXPECT_EQ(&manager.allocator(), &second.allocator());
-    /* The save mark stays */
-    EXPECT_TRUE(manager.hasUnsavedChanges());
-    manager.pushChange("/a", "x", false);
-    manager.pushChange("/a", "y", true);
-    EXPECT_EQ(printed(manager.lastChange()), R"(Change /a: "x" -> "y")");
-    EXPECT_EQ(jsonText(first.document), R"({"a":"x"})");
+    EXPECT_EQ(&first.manager.allocator(), &second.allocator());
+    /* The save mark stays, and so does the group */
+    EXPECT_TRUE(first.manager.hasUnsavedChanges());
+    first.perform("push /a \"x\"");
+    first.perform("drag /a \"y\"");
+    EXPECT_EQ(first.last(), R"(Change /a: "x" -> "y")");
+    EXPECT_EQ(first.manager.lastChange().group, 1);
+    EXPECT_EQ(first.document(), R"({"a":"x"})");
     EXPECT_EQ(jsonText(second.document), R"({"a":"y"})");
-    /* So does the group */
-    EXPECT_EQ(manager.lastChange().group, 1);
-    manager.commit();
-    manager.undoLast();
+    first.perform("commit");
+    first.perform("undo");
     EXPECT_EQ(jsonText(second.document), "{}");
 }
 
 TEST(ChangeManagerTest, registerFromHandler) {
-    ProjectFile project;
-    ChangeManager manager{project};
-    struct Registering {
-        ChangeManager& changeManager;
-        Told told;
-        bool done;
-    } state{manager, {}, false};
-    manager.addChangeHandler(
+    Fixture fixture{"{}"};
+    Told told;
+    bool done = false;
+    fixture.manager.addChangeHandler(
         "a",
-        [](const Change&, Containers::ArrayView<Containers::StringView>,
-            void* userData) {
-            Registering& self = *static_cast<Registering*>(userData);
-            if(self.done)
-                return;
-            self.done = true;
+        [&](const Change&, Containers::ArrayView<Containers::StringView>,
+            void*) {
             /* Enough to have the lists of handlers move */
-            for(int i = 0; i != 20; ++i)
-                self.changeManager.addChangeHandler(
-                    view("n" + std::to_string(i)), Told::handle, &self.told);
-            self.changeManager.addChangeHandler("a", Told::handle, &self.told);
+            for(int i = 0; !done && i != 20; ++i)
+                fixture.manager.addChangeHandler(
+                    view("n" + std::to_string(i)), Told::handle, &told);
+            if(!done)
+                fixture.manager.addChangeHandler("a", Told::handle, &told);
+            done = true;
         },
-        &state);
+        nullptr);
 
     /* Told of from the next one on, even in a commit */
-    manager.beginGroup();
-    manager.pushChange("/a/n7", "", false);
-    manager.pushChange("/a/n8", "", false);
-    manager.commit();
-    EXPECT_EQ(state.told.count, 2);
-    manager.pushChange("/a", "", false);
-    EXPECT_EQ(state.told.count, 3);
+    for(const char* operation:
+        {"beginGroup", "push /a/n7 1", "push /a/n8 1", "commit"})
+        fixture.perform(operation);
+    EXPECT_EQ(told.count, 2);
+    fixture.perform("push /a 1");
+    EXPECT_EQ(told.count, 3);
 }
 
 /* All that a handler must not do */
 TEST(ChangeManagerDeathTest, fromHandler) {
+    typedef void (*Call)(ChangeManager&, ProjectFile&);
     const struct {
-        void (*call)(ChangeManager&, ProjectFile&);
+        Call call;
         const char* message;
     } cases[]{
-        {[](ChangeManager& m, ProjectFile&) { m.pushChange("/a", "", true); },
+        {[](auto& m, auto&) { m.pushChange("/a", "", true); },
             "pushChange(): Can't push changes"},
-        {[](ChangeManager& m, ProjectFile&) { m.pushRemoval("/a"); },
+        {[](auto& m, auto&) { m.pushRemoval("/a"); },
             "pushChange(): Can't push changes"},
-        {[](ChangeManager& m, ProjectFile&) { m.pushAppend("/a", ""); },
+        {[](auto& m, auto&) { m.pushAppend("/a", ""); },
             "pushChange(): Can't push changes"},
-        {[](ChangeManager& m, ProjectFile&) { m.undoLast(); },
+        {[](auto& m, auto&) { m.undoLast(); },
             "undoLast(): Can't undo/redo changes"},
-        {[](ChangeManager& m, ProjectFile&) { m.redoLastUndo(); },
+        {[](auto& m, auto&) { m.redoLastUndo(); },
             "redoLastUndo(): Can't undo/redo changes"},
-        {[](ChangeManager& m, ProjectFile&) { m.undo(m.lastChange()); },
+        {[](auto& m, auto&) { m.undo(m.lastChange()); },
             "undo(): Can't undo/redo changes"},
-        {[](ChangeManager& m, ProjectFile&) { m.applyChange(m.lastChange()); },
+        {[](auto& m, auto&) { m.applyChange(m.lastChange()); },
             "applyChange(): Can't apply changes"},
-        {[](ChangeManager& m, ProjectFile&) { m.beginGroup(); },
+        {[](auto& m, auto&) { m.beginGroup(); },
             "beginGroup(): Can't begin a group"},
-        {[](ChangeManager& m, ProjectFile&) { m.commit(); },
-            "commit(): Can't commit a group"},
-        {[](ChangeManager& m, ProjectFile& p) { m.reset(p); },
-            "reset(): Can't reset"},
+        {[](auto& m, auto&) { m.commit(); }, "commit(): Can't commit a group"},
+        {[](auto& m, auto& p) { m.reset(p); }, "reset(): Can't reset"},
     };
     for(const auto& i: cases) {
-        ProjectFile project;
-        ChangeManager manager{project};
-        manager.addChangeHandler(
+        Fixture fixture{"{}"};
+        fixture.manager.addChangeHandler(
             "a",
             [&](const Change&, Containers::ArrayView<Containers::StringView>,
-                void*) { i.call(manager, project); },
+                void*) { i.call(fixture.manager, fixture.project); },
             nullptr);
-        EXPECT_DEATH(manager.pushChange("/a", "", false),
+        EXPECT_DEATH(fixture.perform("push /a 1"),
             testing::Eq(std::string{"ChangeManager::"} + i.message +
                 " from a change handler.\n"));
     }

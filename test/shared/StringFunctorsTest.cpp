@@ -46,13 +46,6 @@ TEST(StringFunctorsTest, order) {
     EXPECT_TRUE(StrEq{}({}, ""_s));
 }
 
-TEST(StringFunctorsTest, firstClaimOfTermKeyStays) {
-    TermPathMap terms;
-    EXPECT_TRUE(terms.emplace("greeting", "/first").second);
-    EXPECT_FALSE(terms.emplace("greeting", "/second").second);
-    EXPECT_EQ(terms.at("greeting"), "/first"_s);
-}
-
 TEST(StringFunctorsTest, viewsFindOwnedKeys) {
     const std::string text = "xxk3-text-2xx";
     const StringView key{text.data() + 2, text.size() - 4};
