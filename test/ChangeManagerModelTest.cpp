@@ -7,26 +7,12 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <random>
 #include <gtest/gtest.h>
 
 #include "ChangeManagerComparison.h"
+#include "Random.h"
 
 namespace OrrelinEngine { namespace Test { namespace {
-
-class Random {
-public:
-    explicit Random(std::uint64_t seed): _engine{seed} {}
-
-    std::size_t below(std::size_t n) { return std::size_t(_engine() % n); }
-    bool oneIn(std::size_t n) { return !below(n); }
-    template<class T, std::size_t n> const T& oneOf(const T (&values)[n]) {
-        return values[below(n)];
-    }
-
-private:
-    std::mt19937_64 _engine;
-};
 
 constexpr const char* Documents[]{
     R"({})",
@@ -223,11 +209,6 @@ private:
     bool _drags;
     int _records = 0;
 };
-
-std::uint64_t environment(const char* name, std::uint64_t otherwise) {
-    const char* const value = std::getenv(name);
-    return value ? std::strtoull(value, nullptr, 10) : otherwise;
-}
 
 std::uint64_t currentSeed;
 

@@ -15,12 +15,11 @@
 #include <Corrade/Containers/GrowableArray.h>
 #include <Corrade/Containers/Optional.h>
 #include <Corrade/Containers/StringIterable.h>
+#include <Corrade/Containers/StringStl.h>
 #include <Corrade/Utility/Path.h>
-#include <rapidjson/document.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 #include "ChangeManager.h"
+#include "JsonText.h"
 #include "Tools/LocalizationTools.h"
 #include "editor/EditorSession.h"
 #include "editor/OrrelinEditor.h"
@@ -31,11 +30,9 @@ using namespace OrrelinEngine;
 
 namespace {
 
-typedef rapidjson::Writer<rapidjson::StringBuffer> Writer;
-
-void write(Writer& writer, Containers::StringView text) {
-    writer.String(
-        text.data() ? text.data() : "", rapidjson::SizeType(text.size()));
+std::string quoted(Containers::StringView text) {
+    return jsonText(JsonValue{
+        text.data() ? text.data() : "", rapidjson::SizeType(text.size())});
 }
 
 /* One text component for each key, its text telling what is hard on it */
@@ -49,29 +46,20 @@ void openHardProject(EditorSession& session) {
         "$t(plain)", "$t(missing)", "a\nb\tc", "\"quoted\"", "ümläut", "日本語",
         "\U0001F5FF", "<b>bold</b>", "50 % & more", "null", "{{", "\\n"};
 
-    JsonDocument document;
-    document.SetObject();
-    JsonAllocator& allocator = document.GetAllocator();
-    JsonValue components{rapidjson::kArrayType};
+    constexpr std::size_t textCount = sizeof(texts) / sizeof(*texts);
+    std::string components;
     std::size_t i = 0;
     for(const char* key: keys) {
-        JsonValue text{rapidjson::kObjectType};
-        text.AddMember("text",
-            JsonValue{texts[i++ % (sizeof(texts) / sizeof(*texts))], allocator},
-            allocator);
-        text.AddMember("text_term", JsonValue{key, allocator}, allocator);
-        JsonValue component{rapidjson::kObjectType};
-        component.AddMember("type", "text", allocator);
-        component.AddMember("text", text, allocator);
-        components.PushBack(component, allocator);
+        components += (i ? ",{" : "{") +
+            ("\"type\":\"text\",\"text\":{\"text\":" +
+                quoted(texts[i % textCount]) + ",\"text_term\":" + quoted(key) +
+                "}}");
+        ++i;
     }
-    session.projectFile().document.Parse(R"({
-        "settings": {"localization": {"defaultLanguage": "en"}},
-        "objects": {"hard": {}},
-        "languages": {"en": {}, "de": {}}
-    })");
-    session.projectFile()["objects/hard/components"].writeValue().CopyFrom(
-        components, session.projectFile().allocator());
+    session.parse(R"({"settings": {"localization": {"defaultLanguage": "en"}},
+        "languages": {"en": {}, "de": {}},
+        "objects": {"hard": {"components": [)" +
+        components + "]}}}");
 
     TermMap strings;
     LocalizationTools::gatherStrings(session.editor(), strings);
@@ -81,8 +69,7 @@ void openHardProject(EditorSession& session) {
         ++i;
         /* Every fifth has none, of the others each text comes up */
         if(i % 5)
-            german[term.first] =
-                Containers::String{texts[i % (sizeof(texts) / sizeof(*texts))]};
+            german[term.first] = Containers::String{texts[i % textCount]};
     }
 }
 
@@ -115,34 +102,32 @@ bool openProject(EditorSession& session, const char* file) {
 
 /* Each language's text of each term, null where there is none */
 void printTables(EditorSession& session) {
-    rapidjson::StringBuffer out;
-    Writer writer{out};
     OrrelinEditor& editor = session.editor();
     const Containers::String defaultLanguage{
         editor.project["settings/localization/defaultLanguage"].asString()};
-
-    writer.StartObject();
+    const char* languageBegin = "{";
     for(const Containers::StringView language: editor.languagesSection.keys()) {
-        write(writer, language);
-        writer.StartObject();
+        std::printf("%s%s:", languageBegin, quoted(language).data());
+        languageBegin = ",";
         TranslationMap& translations =
             session.localization().translations[language];
+        const char* begin = "{";
         for(const auto& term: session.localization().terms) {
             if(!LocalizationTools::termExists(editor, term.first))
                 continue;
-            write(writer, term.first);
             const auto found = translations.find(term.first);
+            std::string text = "null";
             if(language == defaultLanguage)
-                write(writer, editor.project[term.second].asString());
+                text = quoted(editor.project[term.second].asString());
             else if(found != translations.end() && found->second)
-                write(writer, *found->second);
-            else
-                writer.Null();
+                text = quoted(*found->second);
+            std::printf(
+                "%s%s:%s", begin, quoted(term.first).data(), text.data());
+            begin = ",";
         }
-        writer.EndObject();
+        std::printf("}");
     }
-    writer.EndObject();
-    std::printf("%s\n", out.GetString());
+    std::printf("}\n");
 }
 
 }

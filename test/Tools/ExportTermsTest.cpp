@@ -1,13 +1,9 @@
 #include <algorithm>
 
-#include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/StringIterable.h>
 
-#include "Museum.h"
 #include "Project.h"
 #include "TemporaryFolder.h"
-#include "editor/StringArray.h"
-#include "editor/Zip.h"
 
 namespace OrrelinEngine { namespace {
 
@@ -102,30 +98,6 @@ TEST(ExportTerms, explicitPaths) {
         "empty/ unknown/ ");
 }
 
-TEST(ExportTerms, archiveHoldsTheLooseFiles) {
-    const TemporaryFolder folder;
-    Project demo{R"({
-        "settings": {"localization": {"defaultLanguage": "en"}},
-        "texts": {"a": "A \" 😀", "b": "", "\u0001": "\u0000"}
-    })"};
-    demo.setTranslations(R"({"de": {"a": "Ä", "b": null}})");
-    const Containers::StringView languages[]{"pt-BR", "en", "de"};
-    const LocalizationFormat format = LocalizationFormat::I18next;
-    exportTerms(demo.editor(), languages, folder.path("loose"), format);
-    exportTermsCompressed(
-        demo.editor(), languages, folder.path("demo"), format);
-
-    StringArray names;
-    Containers::Array<Containers::Array<char>> contents;
-    ASSERT_TRUE(readZip(names, {".json"}, contents, folder.path("demo.zip")));
-    ASSERT_EQ(contents.size(), std::size(languages));
-    for(std::size_t i = 0; i != std::size(languages); ++i) {
-        EXPECT_EQ(text(names.get(i)), text(languages[i]) + ".json");
-        EXPECT_EQ(std::string(contents[i].begin(), contents[i].end()),
-            folder.read("loose/" + text(names.get(i))));
-    }
-}
-
 TEST(ExportTerms, failures) {
     const TemporaryFolder folder;
     folder.write("texts/fr.json/file", "");
@@ -177,21 +149,6 @@ TEST(ExportTerms, failures) {
     EXPECT_EQ(listed(folder),
         "archive.zip/ archive.zip/file file old.zip texts/ texts/de.json "
         "texts/fr.json/ texts/fr.json/file texts/it.json ");
-}
-
-TEST(ExportTerms, museum) {
-    const TemporaryFolder folder;
-    Museum museum;
-    const Printed printed;
-    importTerms(museum.session.editor());
-    EXPECT_FALSE(museum.session.changeManager().hasUnsavedChanges());
-
-    *museum.session.editor().projectRoot = folder.path();
-    exportTerms(museum.session.editor(), {"en", "de"});
-    EXPECT_EQ(printed.text(), "");
-    for(const char* const file: {"languages/en.json", "languages/de.json"})
-        EXPECT_EQ(folder.read(file),
-            TemporaryFolder::readFile(std::string{EXAMPLES "/museum/"} + file));
 }
 
 }}

@@ -4,7 +4,6 @@
 #include <vector>
 #include <gtest/gtest.h>
 
-#include "Museum.h"
 #include "Project.h"
 #include "editor/EditorSceneData.h"
 
@@ -220,23 +219,6 @@ TEST_F(GatherStringsTest, innerOperationsAdd) {
     }
     EXPECT_EQ(
         text(terms().at("b-text-0")), "/objects/b/components/0/text/text");
-}
-
-TEST(GatherStringsMuseumTest, museum) {
-    Museum museum;
-    const TermPathMap& terms = museum.session.localization().terms;
-    EXPECT_EQ(terms.size(), 89u);
-    EXPECT_EQ(museum.strings.size(), 90u);
-    EXPECT_EQ(text(terms.at("museum.name")), "/settings/project/name");
-    EXPECT_EQ(text(terms.at("welcome.title")),
-        "/objects/entrance-hall/components/0/text/text");
-    EXPECT_EQ(text(terms.at("entrance-hall-text-1")),
-        "/objects/entrance-hall/components/1/text/text");
-    EXPECT_EQ(text(terms.at("entrance-hall-js-2-tooltip")),
-        "/objects/entrance-hall/components/2/button/tooltip");
-
-    for(const auto& term: terms)
-        EXPECT_EQ(museum.strings.at(term.second), term.first);
 }
 
 }}

@@ -390,14 +390,8 @@ TEST(ImportTerms, places) {
         bool found;
     } data[]{
         {"no settings", "Demo", R"("x": 0)", "project/languages", true},
-        {"relative folder", "Demo", R"("languagesFolder": "lang/texts")",
-            "project/lang/texts", true},
-        {"absolute folder", "Demo",
-            R"("languagesFolder": "#", "format": "other")", "outside", true},
         {"missing folder", "Demo", R"("languagesFolder": "lang")",
             "project/lang", false},
-        {"zip", "Demo", R"("languagesFolder": "lang")" + std::string{zip},
-            "project/lang/Demo.zip", true},
         {"zip of a name with a dot", "Demo.final",
             R"("languagesFolder": "#")" + std::string{zip},
             "outside/Demo.final.zip", true},
@@ -495,24 +489,6 @@ TEST(ImportTerms, names) {
     EXPECT_EQ(std::count(printed.begin(), printed.end(), '\n'), 7) << printed;
     EXPECT_EQ(project.translationsText(), R"({"de":{"a":"Text"}})");
     EXPECT_EQ(project.stored(""), before);
-}
-
-TEST(ImportTerms, manyLanguages) {
-    constexpr int count = 10000;
-    const TemporaryFolder folder;
-    std::string languages;
-    for(int i = 0; i != count; ++i) {
-        const std::string code = "x" + std::to_string(i);
-        folder.write(code + ".json", german(code));
-        languages += ", \"" + code + "\": {}";
-    }
-    Project project{"{\"languages\": {\"en\": {}" + languages +
-        "}, \"texts\": {\"a\": \"A\"}}"};
-    EXPECT_EQ(printedBy(project, folder.path()), "");
-    for(int i = 0; i != count; ++i) {
-        const std::string code = "x" + std::to_string(i);
-        ASSERT_EQ(text(*project.translations().at(code).at("a")), code);
-    }
 }
 
 TEST(ImportTerms, largeFile) {

@@ -205,19 +205,4 @@ TEST(WriteTerms, anyCharacterIsReadable) {
         expectReadable(writtenAlone(content), content);
 }
 
-#ifdef ORRELIN_STANDINS
-TEST(WriteTerms, whatIsNoTextIsReplaced) {
-    for(const char* const content: {"\x80", "\xc0\xaf", "\xe2\x82",
-            "\xed\xa0\x80", "\xf4\x90\x80\x80", "\xff"}) {
-        std::string replaced;
-        for(const char* c = content; *c; ++c)
-            replaced += "\xef\xbf\xbd";
-        /* A cut off character is replaced by one */
-        if(content == std::string{"\xe2\x82"})
-            replaced.resize(3);
-        expectReadable(writtenAlone(content), replaced);
-    }
-}
-#endif
-
 }}

@@ -1,13 +1,13 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
-#include <random>
 #include <string>
 #include <utility>
 #include <vector>
 #include <gtest/gtest.h>
 #include <rapidjson/pointer.h>
 
+#include "Random.h"
 #include "Tools/Project.h"
 #include "editor/ProjectFile.h"
 #include "editor/ProjectSection.h"
@@ -17,20 +17,6 @@ namespace OrrelinEngine { namespace {
 using namespace Containers::Literals;
 
 typedef rapidjson::GenericPointer<JsonValue> Pointer;
-
-class Random {
-public:
-    explicit Random(unsigned int seed): _generator{seed} {}
-
-    std::size_t below(std::size_t end) { return _generator() % end; }
-
-    template<class T, std::size_t size> T oneOf(const T (&values)[size]) {
-        return values[below(size)];
-    }
-
-private:
-    std::mt19937 _generator;
-};
 
 const char* const Names[]{"", "a", "b", "a/b", "~", "~1", "0", "1", "2", "01",
     "-", "-1", "99999999999", "with a space", "é"};
