@@ -108,12 +108,6 @@ remove /a => Remove /a: {} -> ()
 undo => Create /a: () -> {}
 {"list":[],"a":{}}
 )"},
-    {"others stay", R"({"a":{"b":{"x":{"y":1},"z":{}}}}
-remove /a/b/x/y => Remove /a/b/x/y: 1 -> ()
-{"a":{"b":{"z":{}}}}
-undo => Create /a/b/x/y: () -> 1, saved
-{"a":{"b":{"z":{},"x":{"y":1}}}}
-)"},
     {"of what isn't there", R"({"a":{"b":{},"c":1}}
 remove /a/d => Create /a/d: () -> ()
 {"a":{"b":{},"c":1}}

@@ -321,10 +321,14 @@ const Edit EditsInPlace[]{
         }},
 };
 
+/* And one that is any of them */
 std::vector<Edit> allEdits() {
     std::vector<Edit> out{std::begin(ProjectEdits), std::end(ProjectEdits)};
     out.insert(out.end(), std::begin(NoticedEdits), std::end(NoticedEdits));
     out.insert(out.end(), std::begin(EditsInPlace), std::end(EditsInPlace));
+    out.push_back({"mixed", [edits = out](auto& o) {
+                       edits[o.random.below(edits.size())].make(o);
+                   }});
     return out;
 }
 
@@ -344,28 +348,6 @@ TEST(ProjectFileTest, neverStaleAfterOneKindOfEdit) {
             }
             large.checkAll();
         }
-}
-
-TEST(ProjectFileTest, neverStaleAfterMixedEdits) {
-    const std::vector<Edit> edits = allEdits();
-    /* Around the size from which on objects are indexed, and larger ones */
-    for(unsigned int seed = 0; seed != 20; ++seed) {
-        LargeObject large{seed % 4 ? 30 + seed * 2 : 2000, seed};
-        std::string made;
-        for(int i = 0; i != 150; ++i) {
-            /* So that there is something to remove */
-            const Edit& edit = large.object().MemberCount() < 20
-                ? ProjectEdits[0]
-                : edits[large.random.below(edits.size())];
-            made += std::string{edit.name} + '\n';
-            SCOPED_TRACE("seed " + std::to_string(seed) + ":\n" + made);
-            edit.make(large);
-            if(large.random.below(3)) {
-                ASSERT_NO_FATAL_FAILURE(large.checkSome());
-            }
-        }
-        large.checkAll();
-    }
 }
 
 /* In scopes that continue or don't, with so many look-ups of absent names that
