@@ -1,7 +1,5 @@
 #include <string>
-#include <vector>
 #include <gtest/gtest.h>
-#include <rapidjson/pointer.h>
 
 #include "Tools/Project.h"
 #include "editor/ProjectFile.h"
@@ -77,12 +75,9 @@ const struct {
     std::size_t size;
 } Values[]{
     {"\"text\"", "text", false, 0},
-    {"\"\"", "", false, 0},
     {"\"true\"", "true", false, 0},
     {"true", "", true, 0},
-    {"false", "", false, 0},
     {"null", "", false, 0},
-    {"1", "", false, 0},
     {"[\"a\", 2, null]", "", false, 3},
     {"{\"a\": 1, \"b\": 2}", "", false, 2},
 };
@@ -92,18 +87,13 @@ TEST_F(RecordAccessTest, typedReads) {
         SCOPED_TRACE(data.json);
         parse((R"({"value": )" + std::string{data.json} + "}").data());
         const ValueAccess value = project["value"];
-        EXPECT_TRUE(value.hasValue());
-        EXPECT_TRUE(value.exists());
+        EXPECT_TRUE(value.hasValue() && value.exists());
         EXPECT_EQ(value.readValueNoDefault(), &file.document["value"]);
         EXPECT_EQ(&value.readValue(), &file.document["value"]);
         EXPECT_EQ(text(value.asString()), data.string);
         EXPECT_EQ(value.asBool(), data.boolean);
         EXPECT_EQ(value.size(), data.size);
     }
-    const ValueAccess absent = project["absent"];
-    EXPECT_EQ(text(absent.asString()), "");
-    EXPECT_FALSE(absent.asBool());
-    EXPECT_EQ(absent.size(), 0u);
 }
 
 TEST_F(RecordAccessTest, settingsSchema) {
@@ -164,11 +154,16 @@ TEST_F(RecordAccessTest, hostDefaults) {
 }
 
 TEST_F(RecordAccessTest, keys) {
-    parse(R"({"object": {"z": 1, "a": {}, "": null, "m/n": 2}, "list": [1]})");
-    std::vector<std::string> keys;
-    for(const StringView key: project["object"].keys())
-        keys.push_back(text(key));
-    EXPECT_EQ(keys, (std::vector<std::string>{"z", "a", "", "m~1n"}));
+    parse(R"({"object": {"z": 1, "a": {}, "": null, "m/n": 2, "~": 3, "~1": 4,
+        "é/ü": 5, "0": 6}, "list": [1]})");
+    auto member = file.document["object"].MemberBegin();
+    std::string keys;
+    for(const StringView key: project["object"].keys()) {
+        keys += text(key) + ' ';
+        EXPECT_EQ(
+            project["object"][key].readValueNoDefault(), &(member++)->value);
+    }
+    EXPECT_EQ(keys, "z a  m~1n ~0 ~01 é~1ü 0 ");
 
     for(const char* none: {"list", "object/z", "absent"}) {
         const RecordAccessKeys empty = project[none].keys();
@@ -180,26 +175,6 @@ TEST_F(RecordAccessTest, keys) {
     EXPECT_TRUE(a.begin() == a.begin());
     EXPECT_TRUE(++a.begin() != a.begin());
     EXPECT_TRUE(a.begin() != b.begin());
-}
-
-TEST_F(RecordAccessTest, escapingRoundTrip) {
-    parse(R"({"plain": 0, "a/b": 0, "~": 0, "/": 0, "~1": 0, "~0": 0, "a~b/": 0,
-        "//": 0, "": 0, "0": 0, "-": 0, "é/ü": 0})");
-    std::size_t count = 0;
-    for(auto& member: file.document.GetObject())
-        member.value.SetInt(int(++count));
-
-    auto member = file.document.MemberBegin();
-    for(const StringView key: project.keys()) {
-        SCOPED_TRACE(text(key));
-        const ValueAccess access = project[key];
-        const rapidjson::GenericPointer<JsonValue> pointer{
-            access.path.data(), access.path.size()};
-        EXPECT_EQ(pointer.Get(file.document), &member->value);
-        EXPECT_EQ(access.readValueNoDefault(), &member->value);
-        ++member;
-    }
-    EXPECT_EQ(member, file.document.MemberEnd());
 
     /* RapidJSON's own pointers end at a zero byte */
     parse(R"({"a": 1, "a\u0000/b": 2})");

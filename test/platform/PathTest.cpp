@@ -39,18 +39,12 @@ TEST(Path, join) {
 }
 
 TEST(Path, split) {
-    const struct {
-        const char *path, *directory, *filename;
-    } data[]{
-        {"", "", ""},
-        {"file", "", "file"},
-        {"/file", "/", "file"},
-        {"/a/b/file", "/a/b", "file"},
-        {"a/b/", "a/b", ""},
-    };
+    const char* const data[][3]{{"", "", ""}, {"file", "", "file"},
+        {"/file", "/", "file"}, {"/a/b/file", "/a/b", "file"},
+        {"a/b/", "a/b", ""}};
     for(const auto& i: data) {
-        EXPECT_EQ(Path::path(i.path), i.directory);
-        EXPECT_EQ(Path::filename(i.path), i.filename);
+        EXPECT_EQ(Path::path(i[0]), i[1]);
+        EXPECT_EQ(Path::filename(i[0]), i[2]);
     }
 }
 
