@@ -4,7 +4,6 @@
 #include <vector>
 #include <gtest/gtest.h>
 #include <pty.h>
-#include <rapidjson/document.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -44,25 +43,24 @@ public:
         return output;
     }
 
-    std::string succeed(const std::string& arguments) const {
-        const Output output = run(arguments);
-        EXPECT_EQ(output.exitCode, 0) << arguments;
-        EXPECT_EQ(output.err, "") << arguments;
-        return output.out;
-    }
-
-    /* Runs commands in the folder, with names for what is in it */
-    void shell(const std::string& commands) const {
-        const std::string all = "set -e; exec > /dev/null; cd '" +
-            folder.path() +
-            "'; project=museum/project.json; de=museum/languages/de.json; "
+    /* What commands print in the folder, with names for what is in it. All have
+       to succeed but those that `fails` is written before. */
+    std::string shell(const std::string& commands) const {
+        const std::string all = "set -e; cd '" + folder.path() +
+            "'; exec > out 2> err; project=museum/project.json; "
+            "de=museum/languages/de.json; fr=museum/languages/fr.json; "
             "host='" HOST_BINARY "'; archive='" +
             Archive +
             "'; translations='" EXAMPLES "/museum/translations'; "
             "useArchive='sed -i /Compression/s/false/true/ museum/project.json'"
-            "; " +
+            "; fails() { if \"$@\" 2>&1; then exit 1; else test $? = 2; fi; }; " +
             commands;
-        ASSERT_EQ(std::system(all.data()), 0) << commands;
+        EXPECT_EQ(std::system(all.data()), 0) << commands;
+        EXPECT_EQ(folder.read("err"), "");
+        const std::string out = folder.read("out");
+        Fs::remove(folder.path("out"));
+        Fs::remove(folder.path("err"));
+        return out;
     }
 
     /* Every file with its content */
@@ -78,29 +76,12 @@ public:
     TemporaryFolder folder;
 };
 
-rapidjson::Document parsed(const std::string& json) {
-    rapidjson::Document out;
-    out.Parse(json.data());
-    EXPECT_FALSE(out.HasParseError()) << json;
-    return out;
-}
-
 void expectContains(
     const std::string& text, const std::vector<std::string>& parts) {
     for(const std::string& part: parts)
         EXPECT_NE(text.find(part), std::string::npos)
             << "'" << part << "' not in:\n"
             << text;
-}
-
-std::string translation(
-    const Host& host, const std::string& file, const char* key) {
-    const auto json = parsed(host.folder.read(file));
-    const auto& texts = json["translation"];
-    const auto found = texts.FindMember(key);
-    return found != texts.MemberEnd() && found->value.IsString()
-        ? found->value.GetString()
-        : "(none)";
 }
 
 /* Commands on the museum as it comes, which leave it so */
@@ -330,7 +311,7 @@ TEST(Host, Killed) {
     const Host host, renamed;
     const auto before = host.files();
     const auto begin = std::chrono::steady_clock::now();
-    renamed.succeed("rename museum hours opening");
+    renamed.shell("$host rename museum hours opening");
     const std::chrono::duration<double> duration =
         std::chrono::steady_clock::now() - begin;
 
@@ -352,206 +333,185 @@ TEST(Host, Killed) {
                 content == renamed.folder.read(name))
                 << name << " after " << i;
         }
-        host.succeed("terms museum");
+        host.shell("$host terms museum");
     }
     EXPECT_GT(killed, count / 10);
 }
 
-TEST(Host, WholeLoop) {
-    const Host host;
-    expectContains(host.succeed("add museum fr pt-BR fr"),
-        {"Added French (fr)\nAdded Brazilian Portuguese (pt-BR)\nSaved "});
-    const auto project = parsed(host.folder.read("museum/project.json"));
-    EXPECT_EQ(project["languages"]["fr"]["name"], "French");
-    EXPECT_FALSE(Fs::exists(host.folder.path("museum/languages/fr.json")));
-
-    const std::string german = host.folder.read("museum/languages/de.json");
-    expectContains(host.succeed("export museum fr"),
-        {"fr.json      0            79\n", "Wrote 1 language file to "});
-    EXPECT_EQ(translation(host, "museum/languages/fr.json", "hours"), "(none)");
-    EXPECT_FALSE(Fs::exists(host.folder.path("museum/languages/pt-BR.json")));
-    EXPECT_EQ(host.folder.read("museum/languages/de.json"), german);
-
-    host.shell("cp $translations/* museum/languages");
-    const auto before = host.files();
-    const std::vector<std::string> changes{
-        "en     English                79 of 79  2 texts changed in the proj",
-        "fr     French                 79 of 79\n",
-        "pt-BR  Brazilian Portuguese    0 of 79  no file\n",
-        "ja     Japanese               79 of 79  added to the project\n",
-        "\nfloor-plan-js-2-tooltip\n  from: Draws a line on the floor to the "
-        "room you choose.\n  to:   Draws a path on the floor to the room of "
-        "your choice.\n"};
-    const std::string dryRun = host.succeed("import museum --dry-run");
-    expectContains(dryRun, changes);
-    expectContains(dryRun, {"2 changed texts taken back by one undo"});
-    EXPECT_EQ(host.files(), before);
-
-    const std::string imported = host.succeed("import museum");
-    expectContains(imported, changes);
-    expectContains(imported, {"Saved museum/project.json\n"});
-    expectContains(host.folder.read("museum/project.json"),
-        {"Draws a path on the floor", "\"ja\": {"});
-    host.succeed("status museum/project.json");
-    EXPECT_EQ(host.run("status museum --fail-under 100").err,
-        "orrelin-localize: translated to less than 100 %: pt-BR (0.0 %)\n");
-
-    host.succeed("remove museum pt-BR");
-    host.succeed("export museum");
-    host.shell("diff -r $translations museum/languages");
-}
-
-TEST(Host, ImportGoesOnAfterErrors) {
-    const Host host;
-    host.shell("cp $translations/en.json museum/languages; printf { > $de; "
-               "printf '{\"translation\": {}}' > museum/languages/tlh.json");
-    const Output output = host.run("import museum");
-    EXPECT_EQ(output.exitCode, 2);
-    expectContains(output.err,
+/* What users do, as scripts of the shell, and what has to be printed on the
+   way, in this order */
+const struct {
+    const char* name;
+    const char* script;
+    std::vector<std::string> printed;
+} Sessions[]{
+    {"WholeLoop", R"(
+        $host add museum fr pt-BR fr
+        grep -c '"name": "French"' $project
+        test ! -e $fr
+        cp $de de.json
+        $host export museum fr
+        grep '"hours"' $fr
+        test ! -e museum/languages/pt-BR.json
+        cmp de.json $de
+        cp $translations/* museum/languages
+        cp -r museum before
+        $host import museum --dry-run
+        diff -r before museum
+        $host import museum
+        grep -c 'Draws a path on the floor\|"ja": {' $project
+        $host status museum/project.json
+        fails $host status museum --fail-under 100
+        $host remove museum pt-BR
+        $host export museum
+        diff -r $translations museum/languages)",
+        {"Added French (fr)\nAdded Brazilian Portuguese (pt-BR)\nSaved ",
+            "\n1\n", "fr.json      0            79\n",
+            "Wrote 1 language file to ", "\"hours\": null",
+            "en     English                79 of 79  2 texts changed in the "
+            "proj",
+            "fr     French                 79 of 79\n",
+            "pt-BR  Brazilian Portuguese    0 of 79  no file\n",
+            "ja     Japanese               79 of 79  added to the project\n",
+            "\nfloor-plan-js-2-tooltip\n  from: Draws a line on the floor to "
+            "the room you choose.\n  to:   Draws a path on the floor to the "
+            "room of your choice.\n",
+            "2 changed texts taken back by one undo",
+            "2 texts changed in the proj", "Saved museum/project.json\n2\n",
+            "orrelin-localize: translated to less than 100 %: pt-BR (0.0 %)\n",
+            "Removed the language pt-BR\n"}},
+    {"ImportGoesOnAfterErrors", R"(
+        cp $translations/en.json museum/languages
+        printf { > $de
+        printf '{"translation": {}}' > museum/languages/tlh.json
+        fails $host import museum
+        grep -c 'Draws a path on the floor' $project)",
         {"Invalid JSON in imported file de.json\n",
-            "Unknown language code tlh in imported file tlh.json\n"});
-    expectContains(output.out, {"2 texts changed", "0 of 79  not read\n"});
-    expectContains(
-        host.folder.read("museum/project.json"), {"Draws a path on the floor"});
-}
-
-TEST(Host, ExportReplacesAndPrunes) {
-    const Host host;
-    host.shell("sed -i s/hours/hourz/ $de; "
-               "cp $translations/en.json museum/languages");
-    expectContains(host.succeed("export museum --prune"),
+            "Unknown language code tlh in imported file tlh.json\n",
+            "2 texts changed", "0 of 79  not read\n", "\n1\n"}},
+    {"ExportReplacesAndPrunes", R"(
+        sed -i s/hours/hourz/ $de
+        cp $translations/en.json museum/languages
+        $host export museum --prune
+        test $(grep -c hourz $de) = 0)",
         {"de.json     74             5\n",
             "2 texts in en.json replaced by the project's.\n",
-            "1 text dropped, such as 'hourz' in museum/languages/de.json.\n"});
-    EXPECT_EQ(translation(host, "museum/languages/de.json", "hourz"), "(none)");
-}
-
-TEST(Host, FirstLanguage) {
-    const Host host;
-    host.shell(
-        "rm -r museum/languages; sed -i s/languages\\\":/none\\\":/ $project");
-    expectContains(host.succeed("status museum"), {"no languages yet"});
-    expectContains(host.succeed("add museum fr"),
-        {"Added French (fr), the language of the project's own texts\n"});
-    host.succeed("export museum");
-    EXPECT_EQ(translation(host, "museum/languages/fr.json", "tour.start"),
-        "Start the tour");
-    host.succeed("remove museum fr");
-}
-
-TEST(Host, Rename) {
-    const Host host;
+            "1 text dropped, such as 'hourz' in museum/languages/de.json.\n"}},
+    {"FirstLanguage", R"(
+        rm -r museum/languages
+        sed -i 's/"languages":/"none":/' $project
+        $host status museum
+        $host add museum fr
+        $host export museum
+        grep tour.start $fr
+        $host remove museum fr)",
+        {"no languages yet",
+            "Added French (fr), the language of the project's own texts\n",
+            "\"tour.start\": \"Start the tour\"", "Removed"}},
     /* A file of a language that the project lacks is worth keeping as well */
-    host.shell("cp $translations/fr.json museum/languages");
-    expectContains(host.succeed("rename museum floor-plan-text-0 plan/title"),
+    {"Rename", R"(
+        cp $translations/fr.json museum/languages
+        $host rename museum floor-plan-text-0 plan/title
+        test $(grep -c floor-plan-text-0 museum/languages/*.json $project |
+            grep -vc ':0') = 0
+        cd museum
+        wc -l languages/en.json languages/de.json languages/fr.json
+        grep plan/title languages/en.json languages/de.json languages/fr.json
+        grep '"text_term": "plan/title"' project.json
+        test $(grep -c '"name": "French"' project.json) = 0
+        cd ..
+        $host import museum
+        grep -c '"name": "French"' $project)",
         {"Renamed 'floor-plan-text-0' to 'plan/title' (1 value) in museum/",
-            "Updated 3 language files in museum/languages\n"});
-    const std::map<std::string, std::string> expected{
-        {"en", "Floor plan"}, {"de", "Museumsplan"}, {"fr", "Plan du musée"}};
-    for(const auto& text: expected) {
-        const std::string file = "museum/languages/" + text.first + ".json";
-        EXPECT_EQ(translation(host, file, "plan/title"), text.second);
-        const auto json = parsed(host.folder.read(file));
-        EXPECT_FALSE(json["translation"].HasMember("floor-plan-text-0"));
-        EXPECT_EQ(json["translation"].MemberCount(), 79);
-    }
-    const auto project = parsed(host.folder.read("museum/project.json"));
-    EXPECT_EQ(
-        project["objects"]["floor-plan"]["components"][0]["text"]["text_term"],
-        "plan/title");
-    EXPECT_EQ(project["languages"].MemberCount(), 2);
-    expectContains(host.succeed("import museum"),
-        {"79 of 79  added to the project\n", "Saved museum/project.json\n"});
-    EXPECT_EQ(parsed(host.folder.read("museum/project.json"))["languages"]
-                  .MemberCount(),
-        3);
-
+            "Updated 3 language files in museum/languages\n",
+            "83 languages/en.json\n", "83 languages/de.json\n",
+            "83 languages/fr.json\n", "\"Floor plan\"", "\"Museumsplan\"",
+            "\"Plan du musée\"", "\"text_term\": \"plan/title\"",
+            "79 of 79  added to the project\n", "Saved museum/project.json\n",
+            "1\n"}},
     /* Both values get a key that they share, then another */
-    host.succeed("rename museum tour.start welcome.title --merge");
-    expectContains(
-        host.succeed("rename museum welcome.title welcome"), {"(2 values)"});
-    EXPECT_EQ(translation(host, "museum/languages/de.json", "welcome"),
-        "Willkommen im Haus Meridian");
-    expectContains(host.succeed("terms museum"), {"88 terms, 78 to translate"});
-}
-
-/* A text that is missing in the project itself is no translator's fault */
-TEST(Host, StatusOfDefaultLanguage) {
-    const Host host;
-    host.shell("sed -i '/\"text\": \"Guest book\",/d' $project");
-    expectContains(host.succeed("status museum --fail-under 94"),
-        {"en    English (default)          78        1     79  98.7 %"});
-    EXPECT_EQ(host.run("status museum --fail-under 99").err,
-        "orrelin-localize: translated to less than 99 %: de (94.9 %)\n");
-}
-
-TEST(Host, RenameWithoutFiles) {
-    const Host host;
-    host.shell("rm -r museum/languages");
-    EXPECT_EQ(host.succeed("rename museum hours opening"),
-        "Renamed 'hours' to 'opening' (1 value) in museum/project.json\n");
-    EXPECT_FALSE(Fs::exists(host.folder.path("museum/languages")));
-}
-
-TEST(Host, Remove) {
-    const Host host;
-    EXPECT_EQ(host.succeed("remove museum de"),
-        "Removed the language de\n"
-        "Deleted museum/languages/de.json\nSaved museum/project.json\n");
-    EXPECT_FALSE(Fs::exists(host.folder.path("museum/languages/de.json")));
-    EXPECT_FALSE(
-        parsed(host.folder.read("museum/project.json"))["languages"].HasMember(
-            "de"));
-}
-
-/* Files are exported to another folder than the one with the extension */
-TEST(Host, FolderWithExtension) {
-    const Host host;
-    host.shell("sed -i '/Folder/s/languages\"/texts.old\"/' $project; "
-               "mkdir museum/texts.old; mv museum/languages museum/texts");
-    const auto before = host.files();
-    host.succeed("export museum");
-    expectContains(host.succeed("import museum"), {"75 of 79"});
-    EXPECT_EQ(host.files(), before);
-    expectContains(host.succeed("remove museum de"),
-        {"museum/texts/de.json is there still; 'import' would add"});
-}
-
-TEST(Host, Archive) {
-    const Host host;
-    const std::string english = host.folder.read("museum/languages/en.json");
-    host.shell("$useArchive");
-    /* Nothing is in the archive yet, so it starts from the loose files */
-    expectContains(host.succeed("export museum"),
+    {"RenameOfSeveralValues", R"(
+        $host rename museum tour.start welcome.title --merge
+        $host rename museum welcome.title welcome
+        grep '"welcome"' $de
+        $host terms museum)",
+        {"(1 value)", "(2 values)", "Willkommen im Haus Meridian",
+            "88 terms, 78 to translate"}},
+    {"RenameWithoutFiles", R"(
+        rm -r museum/languages
+        $host rename museum hours opening
+        test ! -e museum/languages)",
+        {"Renamed 'hours' to 'opening' (1 value) in museum/project.json\n"}},
+    /* A text that is missing in the project itself is no translator's fault */
+    {"StatusOfDefaultLanguage", R"(
+        sed -i '/"text": "Guest book",/d' $project
+        $host status museum --fail-under 94
+        fails $host status museum --fail-under 99)",
+        {"en    English (default)          78        1     79  98.7 %",
+            "localize: translated to less than 99 %: de (94.9 %)\n"}},
+    {"Remove", R"(
+        $host remove museum de
+        test ! -e $de
+        test $(grep -c '"de": {' $project) = 0)",
+        {"Removed the language de\nDeleted museum/languages/de.json\n"
+         "Saved museum/project.json\n"}},
+    /* Files are exported to another folder than the one with the extension */
+    {"FolderWithExtension", R"(
+        sed -i '/Folder/s/languages"/texts.old"/' $project
+        mkdir museum/texts.old
+        mv museum/languages museum/texts
+        cp -r museum before
+        $host export museum
+        $host import museum
+        diff -r before museum
+        $host remove museum de)",
+        {"75 of 79",
+            "museum/texts/de.json is there still; 'import' would add"}},
+    /* Nothing is in the archive at first, so it starts from the loose files */
+    {"Archive", R"(
+        $useArchive
+        sed s/floor-plan-text-0/plan.title/ museum/languages/en.json > en.json
+        $host export museum
+        rm museum/languages/*.json
+        cp "$archive" archive.zip
+        $host status museum
+        $host import museum
+        $host export museum en
+        cmp archive.zip "$archive"
+        $host rename museum floor-plan-text-0 plan.title
+        $host remove museum de
+        sed -i /Compression/s/true/false/ $project
+        $host add museum de
+        $host export museum
+        grep plan.title $de
+        sort museum/languages/en.json > sorted
+        sort en.json | cmp - sorted)",
         {"de.json     75             4\n",
-            "Wrote 2 language files to " + Archive + "\n"});
-    host.shell("rm museum/languages/*.json");
-    const std::string archive = host.folder.read(Archive);
-    expectContains(host.succeed("status museum"), {"75        4     79"});
-    expectContains(host.succeed("import museum"), {"75 of 79"});
-    expectContains(host.succeed("export museum en"),
-        {"An archive has the files of all languages.\n"});
-    EXPECT_EQ(host.folder.read(Archive), archive);
+            "Wrote 2 language files to " + Archive + "\n", "75        4     79",
+            "75 of 79", "An archive has the files of all languages.\n",
+            Archive + " stays as it is; 'export --prune' writes it without",
+            "\"plan.title\": \"Museumsplan\""}},
+    {"ArchiveOfNameWithDot", R"(
+        $useArchive
+        sed -i 's/Meridian House Museum/Museum 2.0/' $project
+        $host export museum
+        rm $de
+        $host export museum)",
+        {"de.json     75             4\n", "de.json     75             4\n",
+            "museum/languages/Museum 2.zip\n"}}};
 
-    host.succeed("rename museum floor-plan-text-0 plan.title");
-    expectContains(host.succeed("remove museum de"),
-        {Archive + " stays as it is; 'export --prune' writes it without"});
-    host.shell("sed -i /Compression/s/true/false/ $project");
-    host.succeed("add museum de");
-    host.succeed("export museum");
-    EXPECT_EQ(translation(host, "museum/languages/de.json", "plan.title"),
-        "Museumsplan");
-    EXPECT_EQ(host.folder.read("museum/languages/en.json").size(),
-        english.size() - std::string{"floor-plan-text-0"}.size() +
-            std::string{"plan.title"}.size());
-}
-
-TEST(Host, ArchiveOfNameWithDot) {
-    const Host host;
-    host.shell("$useArchive; sed -i 's/Meridian House Museum/Museum 2.0/' "
-               "$project; $host export museum; rm $de");
-    expectContains(host.succeed("export museum"),
-        {"de.json     75             4\n", "museum/languages/Museum 2.zip\n"});
+TEST(Host, Sessions) {
+    for(const auto& data: Sessions) {
+        SCOPED_TRACE(data.name);
+        const std::string printed = Host{}.shell(data.script);
+        std::size_t at = 0;
+        for(const std::string& part: data.printed) {
+            const std::size_t found = printed.find(part, at);
+            EXPECT_NE(found, std::string::npos) << "'" << part << "' not in:\n"
+                                                << printed.substr(at);
+            at = found == std::string::npos ? at : found;
+        }
+    }
 }
 
 /* Everything that takes other than one column for a character */
@@ -564,7 +524,7 @@ const char* const WideProject = R"({"objects": {
 TEST(Host, Widths) {
     const Host host;
     host.folder.write("wide.json", WideProject);
-    EXPECT_EQ(host.succeed("terms wide.json"),
+    EXPECT_EQ(host.shell("$host terms wide.json"),
         "key       translate  text           path\n"
         "a-text-0  yes        日本語         "
         "/objects/a/components/0/text/text\n"
