@@ -14,8 +14,7 @@ namespace OrrelinEngine { namespace Test { namespace {
    "a", "list", "objects" and "~1" are told, then whether all is saved; a
    document in between is what there has to be. */
 struct Case {
-    const char* name;
-    const char* transcript;
+    const char *name, *transcript;
 };
 
 /* The transcript of the same operations, done now. That the reference differs
@@ -50,18 +49,15 @@ std::string repeated(const std::string& transcript) {
 }
 
 const Case Cases[]{
-    {"nothing to undo or redo", R"({"a":1}
-undo, saved
-redo, saved
-{"a":1}
-)"},
     {"create, change, remove", R"({"a":{"x":1}}
+redo, saved
 push /a/y 2 => Create /a/y: () -> 2
 push /a/y [3] => Change /a/y: 2 -> [3]
 remove /a/y => Remove /a/y: [3] -> ()
 undo => Create /a/y: () -> [3]
 undo => Change /a/y: [3] -> 2
 undo => Remove /a/y: 2 -> (), saved
+undo, saved
 {"a":{"x":1}}
 redo => Create /a/y: () -> 2
 redo => Change /a/y: 2 -> [3]
@@ -118,40 +114,20 @@ undo => Create /a/c/x: () -> ()
 )"},
 
     /* Arrays */
-    {"a removed element comes back where it was", R"({"list":[1,2,3]}
-remove /list/1 => Remove /list/1: 2 -> ()
-remove /list/0 => Remove /list/0: 1 -> ()
-undo => Create /list/0: () -> 1
-undo => Create /list/1: () -> 2, saved
-{"list":[1,2,3]}
-)"},
-    {"at the end and beyond it, with nulls up to the index", R"({"list":[1]}
+    {"at the end and beyond it, and indices that are no pointers",
+        R"({"list":[1]}
 push /list/- 2 => Create /list/1: () -> 2
 push /list/-7 3 => Create /list/2: () -> 3
-push /list/2147483648 4 => Create /list/3: () -> 4
+push /list/-/x 4 => Create /list/3/x: () -> 4
 push /list/99999999999999999999 5 => Create /list/4: () -> 5
-push /list/-99999999999999999999 6 => Create /list/5: () -> 6
-push /list/8 7 => Create /list/8: () -> 7
-{"list":[1,2,3,4,5,6,null,null,7]}
-undo => Remove /list/8: 7 -> ()
-undo => Remove /list/5: 6 -> ()
-{"list":[1,2,3,4,5,null,null]}
-redo => Create /list/5: () -> 6
-)"},
-    {"an index that is no pointer", R"({"list":[1,2]}
-push /list/01 5 => Create /list/1: () -> 5
-push /list/-0 6 => Create /list/0: () -> 6
-{"list":[6,1,5,2]}
-undo => Remove /list/0: 6 -> ()
-undo => Remove /list/1: 5 -> (), saved
-{"list":[1,2]}
-)"},
-    {"below an appended element", R"({"list":[1]}
-push /list/-/x 2 => Create /list/1/x: () -> 2
-push /list/-/0 3 => Create /list/2/0: () -> 3
-{"list":[1,{"x":2},[3]]}
-undo => Remove /list/2/0: 3 -> ()
-{"list":[1,{"x":2}]}
+push /list/6 6 => Create /list/6: () -> 6
+push /list/01 7 => Create /list/1: () -> 7
+push /list/-0 8 => Create /list/0: () -> 8
+{"list":[8,1,7,2,3,{"x":4},5,null,6]}
+undo => Remove /list/0: 8 -> ()
+undo => Remove /list/1: 7 -> ()
+undo => Remove /list/6: 6 -> ()
+{"list":[1,2,3,{"x":4},5,null]}
 )"},
     {"missing ones, only made where an index tells it", R"({"objects":{}}
 push /a/1 5 => Create /a/1: () -> 5
@@ -167,14 +143,6 @@ dragRemove /list/1 => Remove /list/1: 3 -> ()
 undo => Create /list/1: () -> 3
 undo => Create /list/1: () -> 2
 {"list":[1,2,3],"a":1}
-)"},
-    {"dragging what moved to a created element", R"({"list":[1],"a":0}
-push /a 1 => Change /a: 0 -> 1
-push /list/1 2 => Create /list/1: () -> 2
-push /list/2 3 => Create /list/2: () -> 3
-dragRemove /list/1 => Create /list/1: () -> ()
-drag /list/1 4 => Change /list/1: 3 -> 4
-undo => Change /list/1: 4 -> 3
 )"},
 
     /* Merging */

@@ -31,8 +31,7 @@ std::string project(const char* name, const std::string& localization) {
 
 TEST(ExportTerms, places) {
     const struct {
-        const char* name;
-        const char* projectName;
+        const char *name, *projectName;
         /* # is a folder outside of the project */
         std::string settings;
         const char* expected;

@@ -60,8 +60,7 @@ struct GatherStringsTest: testing::Test {
 
 /* The terms, and what the caller gets beyond the same pairs */
 const struct {
-    const char* name;
-    const char* json;
+    const char *name, *json;
     Pairs terms;
     Pairs shared;
 } Documents[]{

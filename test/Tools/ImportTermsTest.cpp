@@ -251,14 +251,10 @@ TEST(ImportTerms, pushedChanges) {
 TEST(ImportTerms, severalFiles) {
     const std::string a = wrapped(R"({"a": "Text"})");
     const struct {
-        const char* name;
-        const char* project;
+        const char *name, *project;
         Files files;
         bool zip;
-        const char* printed;
-        const char* translations;
-        const char* languages;
-        const char* defaultLanguage;
+        const char *printed, *translations, *languages, *defaultLanguage;
     } data[]{
         {"names in a folder", English,
             {{"de.json", a}, {"en.json", a}, {"notes.txt", "{}"},
@@ -321,8 +317,7 @@ TEST(ImportTerms, explicitPaths) {
 
     const char* const fromFolder = R"({"de":{"a":"Folder"}})";
     const struct {
-        const char* path;
-        const char* translations;
+        const char *path, *translations;
         /* Of the only line that is printed, after that of the import */
         const char* error;
     } data[]{
@@ -379,8 +374,7 @@ TEST(ImportTerms, unknownFormat) {
 TEST(ImportTerms, places) {
     const char* const zip = R"(, "enableZipCompression": true)";
     const struct {
-        const char* name;
-        const char* projectName;
+        const char *name, *projectName;
         /* # is a folder outside of the project */
         std::string settings;
         /* Where the files are, and where they are looked for if they aren't */

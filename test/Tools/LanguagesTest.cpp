@@ -16,13 +16,8 @@ unsigned short indexOf(Containers::StringView code) {
 
 TEST(AddLanguage, project) {
     const struct {
-        const char* name;
-        const char* project;
-        const char* translations;
-        const char* code;
-        const char* expectedLanguages;
-        const char* expectedDefault;
-        const char* expectedTranslations;
+        const char *name, *project, *translations, *code, *expectedLanguages,
+            *expectedDefault, *expectedTranslations;
     } data[]{
         {"the first one starts with the project's texts",
             R"({"texts": {"a": "A", "b": "", "c": 3}})", "{}", "en",
@@ -85,13 +80,11 @@ TEST(RemoveLanguage, project) {
     const struct {
         const char* name;
         /* Settings of localization; # is a folder outside of the project */
-        const char* settings;
-        const char* code;
+        const char *settings, *code;
         /* Where files named by the code and ".json" are, and the one of them
            that is deleted */
         std::vector<const char*> folders;
-        const char* deletedFrom;
-        const char* expectedLanguages;
+        const char *deletedFrom, *expectedLanguages;
     } data[]{
         {"unknown code", "{}", "fr", {"project/languages"}, nullptr, languages},
         {"other letter case", "{}", "DE", {"project/languages"}, nullptr,

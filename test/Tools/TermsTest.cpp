@@ -53,12 +53,7 @@ TEST(Terms, rename) {
     const char* const strings = "/texts/a=a /texts/b=b ";
 
     const struct {
-        const char* name;
-        const char* from;
-        const char* to;
-        const char* terms;
-        const char* strings;
-        const char* translations;
+        const char *name, *from, *to, *terms, *strings, *translations;
     } data[]{
         {"to itself", "a", "a", terms, strings, translations},
         {"unknown", "c", "d", terms, strings, translations},

@@ -43,9 +43,7 @@ std::string terms(const Files& files) {
 TEST(WriteTerms, files) {
     typedef std::vector<Containers::StringView> Languages;
     const struct {
-        const char* name;
-        const char* project;
-        const char* translations;
+        const char *name, *project, *translations;
         Languages languages;
         const char* expected;
     } data[]{

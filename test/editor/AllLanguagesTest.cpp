@@ -27,8 +27,7 @@ std::string lowercase(std::string text) {
 /* What a name is sorted by, empty if the rule for some letter isn't known */
 std::string sortKey(std::string name) {
     const struct {
-        const char* from;
-        const char* to;
+        const char *from, *to;
     } replacements[]{{"ā", "a"}, {"å", "a"}, {"ü", "u"}, {"’", ""}};
     for(const auto& replacement: replacements) {
         const std::string from = replacement.from;
@@ -43,8 +42,7 @@ std::string sortKey(std::string name) {
 }
 
 const struct KnownLanguage {
-    const char* code;
-    const char* name;
+    const char *code, *name;
 } KnownLanguages[]{
     {"de", "German"},
     {"mi", "Māori"},

@@ -69,8 +69,7 @@ TEST_F(RecordAccessTest, places) {
 }
 
 const struct {
-    const char* json;
-    const char* string;
+    const char *json, *string;
     bool boolean;
     std::size_t size;
 } Values[]{

@@ -198,8 +198,7 @@ TEST_F(Zip, NoArchive) {
     folder.write("nothing", "");
     folder.write("text", "{\"translation\": {}}");
     const struct {
-        const char* file;
-        const char* reason;
+        const char *file, *reason;
     } data[]{{"missing", "No such file or directory"},
         {"folder", "Is a directory"}, {"pipe", "it is not a regular file"},
         {"nothing", "it is empty"}, {"text", "Not a zip archive"}};

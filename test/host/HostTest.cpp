@@ -86,8 +86,7 @@ void expectContains(
 
 /* Commands on the museum as it comes, which leave it so */
 const struct {
-    const char* name;
-    const char* arguments;
+    const char *name, *arguments;
     int exitCode;
     std::vector<std::string> out;
     const char* err;
@@ -214,9 +213,7 @@ TEST(Host, Commands) {
 /* What must fail with not a byte changed on the disk, after what the shell did
    to the museum */
 const struct {
-    const char* name;
-    const char* setup;
-    const char* arguments;
+    const char *name, *setup, *arguments;
     std::vector<std::string> err;
 } Protected[]{
     {"InvalidJson", "printf '{\"translation\": {' > $de", "export museum",
@@ -282,9 +279,7 @@ TEST(Host, Protected) {
 /* Files can't grow beyond a limit in blocks of 512 bytes; language files have
    6 to 7 kB, the project 38 kB */
 const struct {
-    const char* arguments;
-    const char* blocks;
-    const char* err;
+    const char *arguments, *blocks, *err;
 } FullDisks[]{
     {"export museum", "4", "museum/languages/.orrelin-export/en.json"},
     {"remove museum de", "24", "orrelin-localize: can't write museum/"},
@@ -341,8 +336,7 @@ TEST(Host, Killed) {
 /* What users do, as scripts of the shell, and what has to be printed on the
    way, in this order */
 const struct {
-    const char* name;
-    const char* script;
+    const char *name, *script;
     std::vector<std::string> printed;
 } Sessions[]{
     {"WholeLoop", R"(
