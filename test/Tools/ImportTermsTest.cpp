@@ -42,8 +42,9 @@ void write(const TemporaryFolder& folder, const std::string& name,
         folder.path(name + ".zip")));
 }
 
-void importFrom(Project& project, const std::string& path) {
-    importTerms(project.editor(), path, LocalizationFormat::I18next);
+void importFrom(Project& project, const std::string& path,
+    LocalizationFormat format = LocalizationFormat::I18next) {
+    importTerms(project.editor(), path, format);
 }
 
 std::string wrapped(const std::string& terms) {
@@ -320,8 +321,10 @@ TEST(ImportTerms, explicitPaths) {
         const char *path, *translations;
         /* Of the only line that is printed, after that of the import */
         const char* error;
+        LocalizationFormat format = LocalizationFormat::I18next;
     } data[]{
         {"texts", fromFolder, nullptr},
+        {"texts", "{}", nullptr, LocalizationFormat(1)},
         {"texts/", fromFolder, nullptr},
         {"texts.old", fromFolder, nullptr},
         {"texts.zip.old", "{}", nullptr},
@@ -340,7 +343,7 @@ TEST(ImportTerms, explicitPaths) {
         const std::string before = project.stored("");
         {
             const Printed printed;
-            importFrom(project, folder.path(i.path));
+            importFrom(project, folder.path(i.path), i.format);
             if(i.error) {
                 const std::string expected =
                     "LocalizationTools::importTerms(): " +
@@ -355,20 +358,6 @@ TEST(ImportTerms, explicitPaths) {
         /* No group is left open */
         project.changes().undoLast();
     }
-}
-
-TEST(ImportTerms, unknownFormat) {
-    const TemporaryFolder folder;
-    write(folder, "texts",
-        {{"en.json", wrapped(R"({"a": "New"})")}, {"fr.json", "[]"}}, false);
-    Project project{English};
-    const std::string before = project.stored("");
-    const Printed printed;
-    importTerms(project.editor(), folder.path("texts"), LocalizationFormat(1));
-    EXPECT_EQ(printed.text(), "");
-    EXPECT_EQ(project.translationsText(), "{}");
-    EXPECT_EQ(project.stored(""), before);
-    project.changes().undoLast();
 }
 
 TEST(ImportTerms, places) {
@@ -419,29 +408,6 @@ TEST(ImportTerms, places) {
         EXPECT_EQ(std::filesystem::exists(folder.path("project")),
             i.found && i.place.rfind("project", 0) == 0);
     }
-}
-
-/* The folder that is exported to isn't the one that has to exist */
-TEST(ImportTerms, folderWithAnExtension) {
-    const TemporaryFolder folder;
-    Project project{R"({"settings": {"localization": {
-            "defaultLanguage": "en", "languagesFolder": "texts.old"
-        }}, "languages": {"en": {}, "de": {}}, "texts": {"a": "A"}})",
-        folder.path()};
-    project.setTranslations(R"({"de":{"a":"Ä"}})");
-    exportTerms(project.editor(), {"en", "de"});
-    project.translations().clear();
-
-    const Printed printed;
-    importTerms(project.editor());
-    EXPECT_EQ(project.translationsText(), R"({"de":{"a":"Ä"},"en":{"a":"A"}})");
-    EXPECT_FALSE(project.changes().hasUnsavedChanges());
-
-    std::filesystem::remove(folder.path("texts.old"));
-    importTerms(project.editor());
-    EXPECT_EQ(printed.text(),
-        "Language files importing was skipped because the path " +
-            folder.path("texts.old") + " does not exist\n");
 }
 
 std::string german(const std::string& text) {
