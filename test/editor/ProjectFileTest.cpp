@@ -321,14 +321,10 @@ const Edit EditsInPlace[]{
         }},
 };
 
-/* And one that is any of them */
 std::vector<Edit> allEdits() {
     std::vector<Edit> out{std::begin(ProjectEdits), std::end(ProjectEdits)};
     out.insert(out.end(), std::begin(NoticedEdits), std::end(NoticedEdits));
     out.insert(out.end(), std::begin(EditsInPlace), std::end(EditsInPlace));
-    out.push_back({"mixed", [edits = out](auto& o) {
-                       edits[o.random.below(edits.size())].make(o);
-                   }});
     return out;
 }
 
@@ -348,6 +344,24 @@ TEST(ProjectFileTest, neverStaleAfterOneKindOfEdit) {
             }
             large.checkAll();
         }
+}
+
+/* Around the size from which on objects are indexed, and larger ones */
+TEST(ProjectFileTest, neverStaleAfterMixedEdits) {
+    const std::vector<Edit> edits = allEdits();
+    for(unsigned int seed = 0; seed != 100; ++seed) {
+        SCOPED_TRACE(seed);
+        LargeObject large{seed % 10 ? 30 + seed : 2000, seed};
+        for(int i = 0; i != 150; ++i) {
+            /* So that there is something to remove */
+            const bool few = large.object().MemberCount() < 20;
+            edits[few ? 0 : large.random.below(edits.size())].make(large);
+            if(large.random.below(3)) {
+                ASSERT_NO_FATAL_FAILURE(large.checkSome());
+            }
+        }
+        large.checkAll();
+    }
 }
 
 /* In scopes that continue or don't, with so many look-ups of absent names that
