@@ -1,7 +1,6 @@
-#include <algorithm>
+#include <set>
 #include <string>
 #include <utility>
-#include <vector>
 #include <gtest/gtest.h>
 
 #include "Project.h"
@@ -12,25 +11,20 @@ namespace OrrelinEngine { namespace {
 using Containers::StringView;
 using namespace Containers::Literals;
 
-typedef std::vector<std::pair<std::string, std::string>> Pairs;
+/* Keys and paths */
+typedef std::set<std::pair<std::string, std::string>> Pairs;
 
-template<class Table> Pairs pairs(const Table& table) {
+Pairs pairs(const TermPathMap& terms) {
     Pairs out;
-    for(const auto& i: table)
-        out.emplace_back(text(i.first), text(i.second));
+    for(const auto& i: terms)
+        out.emplace(text(i.first), text(i.second));
     return out;
 }
 
-/* What the caller gets, by path */
-Pairs sorted(const TermMap& strings) {
-    return pairs(TermPathMap{strings.begin(), strings.end()});
-}
-
-Pairs reversed(const Pairs& terms) {
+Pairs pairs(const TermMap& strings) {
     Pairs out;
-    for(const auto& i: terms)
-        out.emplace_back(i.second, i.first);
-    std::sort(out.begin(), out.end());
+    for(const auto& i: strings)
+        out.emplace(text(i.second), text(i.first));
     return out;
 }
 
@@ -62,19 +56,19 @@ struct GatherStringsTest: testing::Test {
 const struct {
     const char *name, *json;
     Pairs terms;
-    Pairs shared;
+    Pairs shared = {};
 } Documents[]{
     {"nothing in it", R"({"settings": {"project": {}}, "objects": {"a": {}}})",
-        {}, {}},
+        {}},
     {"project name", R"({"settings": {"project": {"name": "My Game"}}})",
-        {{"projectName", "/settings/project/name"}}, {}},
+        {{"projectName", "/settings/project/name"}}},
     {"project name with a key",
         R"({"settings": {"project": {"name": "", "name_term": "title"}}})",
-        {{"title", "/settings/project/name"}}, {}},
+        {{"title", "/settings/project/name"}}},
     {"any value is a name", R"({"settings": {"project": {"name": null}}})",
-        {{"projectName", "/settings/project/name"}}, {}},
+        {{"projectName", "/settings/project/name"}}},
     {"key without a project name",
-        R"({"settings": {"project": {"name_term": "title"}}})", {}, {}},
+        R"({"settings": {"project": {"name_term": "title"}}})", {}},
     {"project and objects",
         R"({"settings": {"project": {"name": "Demo"}}, "objects": {"a1":
             {"components": [
@@ -84,27 +78,25 @@ const struct {
         {{"a1-js-1-tool/tip", "/objects/a1/components/1/button/tool~1tip"},
             {"a1-text-0", "/objects/a1/components/0/text/text"},
             {"ok-label", "/objects/a1/components/1/button/label"},
-            {"projectName", "/settings/project/name"}},
-        {}},
+            {"projectName", "/settings/project/name"}}},
     {"no value is needed",
         R"({"objects": {"k3": {"components": [{"type": "text"},
             {"type": "button", "button": 1}, {"type": "text", "text": []}]}}})",
         {{"k3-js-1-label", "/objects/k3/components/1/button/label"},
             {"k3-js-1-tool/tip", "/objects/k3/components/1/button/tool~1tip"},
             {"k3-text-0", "/objects/k3/components/0/text/text"},
-            {"k3-text-2", "/objects/k3/components/2/text/text"}},
-        {}},
+            {"k3-text-2", "/objects/k3/components/2/text/text"}}},
     {"other components",
         R"({"objects": {"a": {"components": [{"type": "mesh"},
             {"type": "Text"}, {"type": "text "}, {"type": 1}, {}, null,
             "text", {"type": "silent"}]}}})",
-        {}, {}},
+        {}},
     {"components that are none",
         R"({"objects": {"a": {"components": {"0": {"type": "text"}}},
             "b": {"components": 2}, "c": {"components": []}, "d": {}, "e": 1,
             "f": {"components": null}}})",
-        {}, {}},
-    {"objects that are none", R"({"objects": [{"components": []}]})", {}, {}},
+        {}},
+    {"objects that are none", R"({"objects": [{"components": []}]})", {}},
     {"first claim of a key",
         R"({"objects": {
             "z": {"components": [
@@ -115,8 +107,8 @@ const struct {
                 {"type": "text", "text": {"text_term": "z-text-7"}}]}}})",
         {{"greeting", "/objects/z/components/0/text/text"},
             {"z-text-7", "/objects/a/components/1/text/text"}},
-        {{"/objects/a/components/0/text/text", "greeting"},
-            {"/objects/z/components/1/text/text", "greeting"}}},
+        {{"greeting", "/objects/a/components/0/text/text"},
+            {"greeting", "/objects/z/components/1/text/text"}}},
     {"keys are taken as they are",
         R"({"objects": {"a": {"components": [
             {"type": "text", "text": {"text_term": ""}},
@@ -127,7 +119,7 @@ const struct {
             {" \n/é", "/objects/a/components/1/text/text"},
             {"a-js-3-label", "/objects/a/components/3/button/label"},
             {"tip", "/objects/a/components/3/button/tool~1tip"}},
-        {{"/objects/a/components/2/text/text", ""}}},
+        {{"", "/objects/a/components/2/text/text"}}},
     {"names that are escaped in paths",
         R"({"objects": {
             "a/b~": {"components": [
@@ -140,12 +132,11 @@ const struct {
             {"a~1b~0-js-3-title", "/objects/a~1b~0/components/3/a~1b/title"},
             {"a~1b~0-text-1", "/objects/a~1b~0/components/1/text/text"},
             {"found", "/objects/a~1b~0/components/0/text/text"},
-            {"title", "/objects/a~1b~0/components/2/a~1b/title"}},
-        {}},
+            {"title", "/objects/a~1b~0/components/2/a~1b/title"}}},
     {"flags don't count",
         R"({"objects": {"a": {"components": [{"type": "text",
             "text": {"text": "x", "text_translate": false}}]}}})",
-        {{"a-text-0", "/objects/a/components/0/text/text"}}, {}},
+        {{"a-text-0", "/objects/a/components/0/text/text"}}},
 };
 
 TEST_F(GatherStringsTest, documents) {
@@ -153,10 +144,9 @@ TEST_F(GatherStringsTest, documents) {
         SCOPED_TRACE(data.name);
         gather(data.json);
         EXPECT_EQ(pairs(terms()), data.terms);
-        Pairs expected = reversed(data.terms);
-        expected.insert(expected.end(), data.shared.begin(), data.shared.end());
-        std::sort(expected.begin(), expected.end());
-        EXPECT_EQ(sorted(strings), expected);
+        Pairs expected = data.terms;
+        expected.insert(data.shared.begin(), data.shared.end());
+        EXPECT_EQ(pairs(strings), expected);
     }
 }
 
@@ -164,7 +154,7 @@ TEST_F(GatherStringsTest, gatheringAgain) {
     gather(R"({"settings": {"project": {"name": "Demo"}}, "objects": {
         "a": {"components": [{"type": "text"}, {"type": "button"}]}}})");
     const Pairs before = pairs(terms());
-    const Pairs stringsBefore = sorted(strings);
+    const Pairs stringsBefore = pairs(strings);
     const std::string document = jsonText(session.projectFile().document);
     session.localization().translations["de"]["gone"] =
         Containers::String{"weg"};
@@ -175,7 +165,7 @@ TEST_F(GatherStringsTest, gatheringAgain) {
     strings.emplace("/objects/gone", "gone");
     LocalizationTools::gatherStrings(session.editor(), strings);
     EXPECT_EQ(pairs(terms()), before);
-    EXPECT_EQ(sorted(strings), stringsBefore);
+    EXPECT_EQ(pairs(strings), stringsBefore);
     EXPECT_EQ(session.localization().translations.at("de").size(), 1u);
     EXPECT_EQ(jsonText(session.projectFile().document), document);
 
@@ -201,11 +191,11 @@ TEST_F(GatherStringsTest, innerOperationsAdd) {
             (Pairs{{"a-js-1-label", "/kept"},
                 {"a-js-1-tool/tip", "/objects/a/components/1/button/tool~1tip"},
                 {"a-text-0", "/objects/a/components/0/text/text"}}));
-        EXPECT_EQ(sorted(strings),
-            (Pairs{{"/objects/a/components/0/text/text", "kept"},
-                {"/objects/a/components/1/button/label", "a-js-1-label"},
-                {"/objects/a/components/1/button/tool~1tip",
-                    "a-js-1-tool/tip"}}));
+        EXPECT_EQ(pairs(strings),
+            (Pairs{{"kept", "/objects/a/components/0/text/text"},
+                {"a-js-1-label", "/objects/a/components/1/button/label"},
+                {"a-js-1-tool/tip",
+                    "/objects/a/components/1/button/tool~1tip"}}));
     }
     LocalizationTools::gatherObjectStrings(session.editor(), "absent", strings);
 
