@@ -95,9 +95,7 @@ TEST(ImportTerms, oneFile) {
             invalid},
         {"NUL between", wrapped({"{\"a\": \0\"x\"}", 11}), invalid},
         {"NUL after the end", wrapped("{}") + '\0', invalid},
-        {"only NUL", std::string(1000, '\0'), invalid},
         {"byte order mark", "\xef\xbb\xbf" + wrapped("{}"), invalid},
-        {"UTF-16", std::string{"\xff\xfe{\0}\0", 6}, invalid},
 #ifdef ORRELIN_STANDINS
         /* Corrade's own parser lets these pass */
         {"NUL in a text", wrapped({"{\"a\": \"x\0y\"}", 12}), invalid},
@@ -107,10 +105,8 @@ TEST(ImportTerms, oneFile) {
         {"cut short in a key", "{\"translation\": {\"a", invalid},
 
         {"root is an array", "[]", missing},
-        {"root is a text", "\"translation\"", missing},
         {"root is empty", "{}", missing},
         {"terms are an array", wrapped("[]"), missing},
-        {"terms are null", wrapped("null"), missing},
         {"terms in another member",
             R"({"a": {"translation": {}}, "Translation": {}})", missing},
         {"a million brackets in another member",

@@ -305,13 +305,6 @@ const Edit EditsInPlace[]{
     {"exchange members",
         [](auto& o) { swapMembers(*o.randomMember(), *o.randomMember()); }},
     {"sort", [](auto& o) { sortMembers(o.object()); }},
-    {"reverse",
-        [](auto& o) {
-            const std::uint32_t count = o.object().MemberCount();
-            const auto begin = o.object().MemberBegin();
-            for(std::uint32_t i = 0; i != count / 2; ++i)
-                swapMembers(begin[i], begin[count - 1 - i]);
-        }},
     {"exchange documents",
         [](auto& o) {
             JsonDocument document;
