@@ -232,8 +232,11 @@ const struct {
         {"Invalid JSON in imported file de.json\n",
             "\norrelin-localize: museum/languages/de.json can't be read as a "
             "language file and would be overwritten; "}},
-    {"InvalidJsonOnImport", ": > $de", "import museum",
-        {"Invalid JSON in imported file de.json\n"}},
+    {"InvalidJsonOnImport", R"(printf '{"translation":\n{"hours" ""}}' > $de)",
+        "import museum",
+        {"Invalid JSON in imported file de.json\n",
+            "\norrelin-localize: can't open museum/languages/de.json: Missing a "
+            "colon after a name of object member at line 2, column 10\n"}},
     {"InvalidJsonOnRename", "printf '[]' > $de", "rename museum hours h",
         {"museum/languages/de.json can't be read"}},
     {"InvalidJsonOnStatus", "printf '{}' > $de", "status museum",
