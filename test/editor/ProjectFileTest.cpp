@@ -305,6 +305,13 @@ const Edit EditsInPlace[]{
     {"exchange members",
         [](auto& o) { swapMembers(*o.randomMember(), *o.randomMember()); }},
     {"sort", [](auto& o) { sortMembers(o.object()); }},
+    {"reverse",
+        [](auto& o) {
+            const std::uint32_t count = o.object().MemberCount();
+            const auto begin = o.object().MemberBegin();
+            for(std::uint32_t i = 0; i != count / 2; ++i)
+                swapMembers(begin[i], begin[count - 1 - i]);
+        }},
     {"exchange documents",
         [](auto& o) {
             JsonDocument document;
@@ -360,7 +367,7 @@ TEST(ProjectFileTest, neverStaleAfterMixedEdits) {
 /* In scopes that continue or don't, with so many look-ups of absent names that
    the index is believed. Direct edits come between. */
 TEST(ProjectFileTest, neverStaleInScopes) {
-    for(unsigned int seed = 0; seed != 40; ++seed) {
+    for(unsigned int seed = 0; seed != 100; ++seed) {
         LargeObject large{seed % 4 ? 30 + seed * 2 : 2000, seed};
         std::string made;
         const auto make = [&](const Edit& edit) {
