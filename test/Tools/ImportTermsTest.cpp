@@ -2,9 +2,10 @@
    LARGE_FILE_BYTES says */
 
 #include <algorithm>
+#include <atomic>
 #include <cstdlib>
+#include <thread>
 #include <vector>
-
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/StringIterable.h>
 
@@ -451,6 +452,47 @@ TEST(ImportTerms, largeFile) {
     Project project{English};
     EXPECT_EQ(printedBy(project, folder.path()), "");
     EXPECT_TRUE(*project.translations().at("de").at("a") == large);
+}
+
+TEST(ImportTerms, manyLanguages) {
+    constexpr int count = 10000;
+    const TemporaryFolder folder;
+    std::string languages;
+    for(int i = 0; i != count; ++i) {
+        const std::string code = "x" + std::to_string(i);
+        folder.write(code + ".json", german(code));
+        languages += ", \"" + code + "\": {}";
+    }
+    Project project{"{\"languages\": {\"en\": {}" + languages +
+        "}, \"texts\": {\"a\": \"A\"}}"};
+    EXPECT_EQ(printedBy(project, folder.path()), "");
+    for(int i = 0; i != count; ++i) {
+        const std::string code = "x" + std::to_string(i);
+        ASSERT_EQ(text(*project.translations().at(code).at("a")), code);
+    }
+}
+
+/* Either of the two contents, one that's cut short or none, but nothing else
+   and no reading past the end */
+TEST(ImportTerms, fileThatChanges) {
+    const TemporaryFolder folder;
+    const std::string large(100000, 'x');
+    folder.write("de.json", german("small"));
+    std::atomic<bool> done{false};
+    std::thread writer{[&] {
+        while(!done)
+            for(const std::string& i: {large, std::string{"small"}})
+                folder.write("de.json", german(i));
+    }};
+    for(int i = 0; i != 300; ++i) {
+        Project project{English};
+        const std::string printed = printedBy(project, folder.path());
+        const std::size_t size =
+            project.translations().at("de").at("a")->size();
+        EXPECT_EQ(printed.empty(), size == 5 || size == large.size());
+    }
+    done = true;
+    writer.join();
 }
 
 }}
