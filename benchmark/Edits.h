@@ -1,5 +1,5 @@
-#ifndef Orrelin_Benchmark_Edits_h
-#define Orrelin_Benchmark_Edits_h
+#ifndef Orrelin_benchmark_Edits_h
+#define Orrelin_benchmark_Edits_h
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,5 +1,5 @@
-#ifndef Orrelin_Benchmark_LargeProject_h
-#define Orrelin_Benchmark_LargeProject_h
+#ifndef Orrelin_benchmark_LargeProject_h
+#define Orrelin_benchmark_LargeProject_h
 
 #include <string>
 #include <Corrade/Containers/StringStl.h>

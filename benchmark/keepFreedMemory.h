@@ -1,5 +1,5 @@
-#ifndef Orrelin_Benchmark_keepFreedMemory_h
-#define Orrelin_Benchmark_keepFreedMemory_h
+#ifndef Orrelin_benchmark_keepFreedMemory_h
+#define Orrelin_benchmark_keepFreedMemory_h
 
 #include <malloc.h>
 

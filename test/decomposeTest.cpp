@@ -49,7 +49,7 @@ Matrix4 matrix(const float (&columns)[9]) {
 }
 
 TEST(decomposeTest, vectors) {
-    for(const auto& i: Orrelin::vectors("decompose").GetArray()) {
+    for(const auto& i: vectors("decompose").GetArray()) {
         SCOPED_TRACE(i["name"].GetString());
         Matrix4 in;
         for(std::size_t j = 0; j != 16; ++j)

@@ -1,5 +1,5 @@
-#ifndef Orrelin_Benchmark_Peers_languageFile_h
-#define Orrelin_Benchmark_Peers_languageFile_h
+#ifndef Orrelin_benchmark_peers_languageFile_h
+#define Orrelin_benchmark_peers_languageFile_h
 
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/StringIterable.h>

@@ -1,5 +1,4 @@
 #include <algorithm>
-
 #include <Corrade/Containers/StringIterable.h>
 
 #include "Project.h"

@@ -1,9 +1,8 @@
-#ifndef Orrelin_Test_Tools_Project_h
-#define Orrelin_Test_Tools_Project_h
+#ifndef Orrelin_test_Tools_Project_h
+#define Orrelin_test_Tools_Project_h
 
 #include <sstream>
 #include <string>
-
 #include <Corrade/Containers/StringStl.h>
 #include <Corrade/Utility/Debug.h>
 #include <gtest/gtest.h>

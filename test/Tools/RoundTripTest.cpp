@@ -1,7 +1,6 @@
 #include <cstdint>
 #include <set>
 #include <vector>
-
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/Pair.h>
 #include <Corrade/Containers/StringIterable.h>

@@ -153,8 +153,7 @@ TEST(WriteTerms, appends) {
 TEST(WriteTerms, measuredFiles) {
     for(const char* const name: {"emptyTranslation", "mixed"}) {
         SCOPED_TRACE(name);
-        const char* const expected =
-            Orrelin::vectors("jsonWriter")[name].GetString();
+        const char* const expected = vectors("jsonWriter")[name].GetString();
         const JsonDocument source = jsonDocument(expected);
         Project project{"{}"};
         for(const auto& i: source["translation"].GetObject())

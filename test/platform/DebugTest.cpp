@@ -1,5 +1,4 @@
 #include <sstream>
-
 #include <Corrade/Containers/String.h>
 #include <Corrade/Utility/Assert.h>
 #include <Corrade/Utility/Debug.h>
@@ -26,7 +25,7 @@ namespace {
 
 using namespace Corrade;
 using namespace Corrade::Containers::Literals;
-using namespace Orrelin;
+using namespace OrrelinEngine;
 using Utility::Debug;
 using Utility::Error;
 using Utility::Warning;

@@ -8,7 +8,7 @@ namespace {
 
 using namespace Corrade;
 using namespace Corrade::Containers::Literals;
-using namespace Orrelin;
+using namespace OrrelinEngine;
 using Utility::format;
 
 TEST(Format, vectors) {

@@ -1,5 +1,4 @@
 #include <string>
-
 #include <Corrade/Containers/Optional.h>
 #include <Corrade/Containers/String.h>
 #include <Corrade/Containers/StringStl.h>
@@ -11,7 +10,7 @@ namespace {
 
 using namespace Corrade;
 using namespace Corrade::Containers::Literals;
-using namespace Orrelin;
+using namespace OrrelinEngine;
 using Utility::Json;
 using Utility::JsonToken;
 

@@ -13,7 +13,7 @@ namespace {
 
 using namespace Corrade;
 using namespace Corrade::Containers::Literals;
-using namespace Orrelin;
+using namespace OrrelinEngine;
 namespace Path = Utility::Path;
 
 TEST(Path, splitExtension) {

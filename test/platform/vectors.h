@@ -1,14 +1,13 @@
-#ifndef Orrelin_Test_platform_vectors_h
-#define Orrelin_Test_platform_vectors_h
+#ifndef Orrelin_test_platform_vectors_h
+#define Orrelin_test_platform_vectors_h
 
 #include <fstream>
-
 #include <Corrade/Containers/StringView.h>
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
 #include <rapidjson/istreamwrapper.h>
 
-namespace Orrelin {
+namespace OrrelinEngine {
 
 /* One member of the file with results measured on the actual libraries */
 inline const rapidjson::Value& vectors(const char* name) {

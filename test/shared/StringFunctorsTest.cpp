@@ -13,9 +13,9 @@ using Containers::StringViewFlag;
 using namespace Containers::Literals;
 
 TEST(StringFunctorsTest, hash) {
-    for(const auto& entry: Orrelin::vectors("murmurHash2").GetArray()) {
+    for(const auto& entry: vectors("murmurHash2").GetArray()) {
         SCOPED_TRACE(entry["bytes"].GetString());
-        EXPECT_EQ(StrHash{}(Orrelin::stringView(entry["bytes"])),
+        EXPECT_EQ(StrHash{}(stringView(entry["bytes"])),
             std::strtoull(entry["value"].GetString(), nullptr, 0));
     }
     EXPECT_EQ(StrHash{}(StringView{}), StrHash{}(""_s));
