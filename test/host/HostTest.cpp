@@ -25,6 +25,7 @@ struct Output {
 class Host {
 public:
     explicit Host() {
+        unsetenv("COLUMNS");
         Fs::copy(EXAMPLES "/museum", folder.path("museum"),
             Fs::copy_options::recursive);
     }
@@ -296,6 +297,8 @@ TEST(Host, Protected) {
 TEST(Host, Killed) {
     const Host host, renamed;
     const auto before = host.files();
+    /* Once for the program to be in memory */
+    renamed.shell("$host terms museum");
     const auto begin = std::chrono::steady_clock::now();
     renamed.shell("$host rename museum hours opening");
     const std::chrono::duration<double> duration =
@@ -553,6 +556,11 @@ TEST(Host, Terminal) {
     unsetenv("NO_COLOR");
     expectContains(onTerminal(60, host, {"status", "museum"}),
         {"\033[1mcode\033[0m", "\033[32m100.0 %\033[0m"});
+
+    /* Without one, what is wider is cut only if the environment says so */
+    EXPECT_EQ(host.run("terms wide.json").out.find("…"), std::string::npos);
+    expectContains(host.run("terms wide.json", "export COLUMNS=44").out,
+        {"\na-text-0  yes        日本語      /objects/…\n"});
 
     setenv("NO_COLOR", "1", 1);
     expectContains(onTerminal(44, host, {"terms", "wide.json"}),
