@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <functional>
 #include <new>
 #include <type_traits>
 #include <utility>
@@ -22,7 +23,8 @@ template<class> class Function;
 /**
 @brief Move-only callable of fixed size
 
-Holds any callable of the signature. One that fits the 64 bytes of storage and
+Holds any callable of the signature, pointers to members included; what it
+returns is dropped if the signature returns nothing. One that fits the 64 bytes of storage and
 is trivially copyable is stored in them; any other is allocated on the heap and
 the storage holds a pointer to it. An instance can therefore be relocated as
 bytes, and moving it never calls anything of the callable.
@@ -36,7 +38,8 @@ public:
      * @brief Constructor
      *
      * Takes @p callable, which is destroyed together with the function. A
-     * null function pointer makes an empty function.
+     * null pointer, be it to a function or to a member, makes an empty
+     * function.
      */
     template<class F,
         class = typename std::enable_if<
@@ -46,8 +49,9 @@ public:
     /*implicit*/ Function(F&& callable): Function{} {
         typedef typename std::decay<F>::type Callable;
         /* A reference to a function is never null */
-        if constexpr(std::is_pointer<
-                         typename std::remove_reference<F>::type>::value)
+        typedef typename std::remove_reference<F>::type Given;
+        if constexpr(std::is_pointer<Given>::value ||
+            std::is_member_pointer<Given>::value)
             if(!callable)
                 return;
 
@@ -56,13 +60,13 @@ public:
             alignof(Callable) <= alignof(std::max_align_t)) {
             new(_storage) Callable(std::forward<F>(callable));
             _call = [](void* storage, Args... args) -> R {
-                return (*static_cast<Callable*>(storage))(
+                return invoke(*static_cast<Callable*>(storage),
                     std::forward<Args>(args)...);
             };
         } else {
             new(_storage) Callable* {new Callable(std::forward<F>(callable))};
             _call = [](void* storage, Args... args) -> R {
-                return (**static_cast<Callable**>(storage))(
+                return invoke(**static_cast<Callable**>(storage),
                     std::forward<Args>(args)...);
             };
             _destroy = [](void* storage) {
@@ -107,6 +111,14 @@ public:
     }
 
 private:
+    template<class F> static R invoke(F& callable, Args&&... args) {
+        if constexpr(std::is_void<R>::value)
+            static_cast<void>(
+                std::invoke(callable, std::forward<Args>(args)...));
+        else
+            return std::invoke(callable, std::forward<Args>(args)...);
+    }
+
     void destroy() {
         if(_destroy)
             _destroy(_storage);
