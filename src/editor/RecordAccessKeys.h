@@ -6,8 +6,6 @@
  */
 
 #include <cstdint>
-#include <Corrade/Containers/Array.h>
-#include <Corrade/Containers/Pair.h>
 #include <Corrade/Containers/String.h>
 
 #include "OrrelinEngine.h"
@@ -17,21 +15,20 @@ namespace OrrelinEngine {
 /** @brief Iterator over the member names of a record */
 class KeyIterator {
 public:
-    /** @brief Iterator over @p source, standing at @p position */
-    explicit KeyIterator(
-        const RecordAccessKeys& source, std::uint32_t position):
-        _source{&source},
-        _position{position} {}
+    /** @brief Iterator over the members of @p record, at @p position */
+    explicit KeyIterator(const JsonValue& record, std::uint32_t position):
+        _record{&record}, _position{position} {}
 
     /** @brief Advance to the next name */
     KeyIterator& operator++() {
         ++_position;
+        _escaped = Containers::String{};
         return *this;
     }
 
-    /** @brief Whether both stand at the same position of the same source */
+    /** @brief Whether both stand at the same position of the same record */
     bool operator==(const KeyIterator& other) const {
-        return _source == other._source && _position == other._position;
+        return _record == other._record && _position == other._position;
     }
 
     /** @brief Whether the two differ */
@@ -39,20 +36,27 @@ public:
         return !operator==(other);
     }
 
-    /** @brief The name, valid as long as the source and its record are */
+    /**
+     * @brief The name, as a segment of a record path
+     *
+     * Valid until the document next changes or this iterator is advanced,
+     * assigned to or destroyed: a name that reads differently as a segment is
+     * kept in the iterator.
+     */
     Containers::StringView operator*() const;
 
 private:
-    const RecordAccessKeys* _source;
+    const JsonValue* _record;
     std::uint32_t _position;
+    /* The segment once it was asked for, if it's not the name itself */
+    mutable Containers::String _escaped;
 };
 
 /**
 @brief Member names of a record
 
-Refers to the record in the document: both iterating and the names are valid
-only until the document next changes, and iterators only as long as this
-instance.
+Refers to the record in the document: this and its iterators, which don't need
+this instance any longer, are valid until the document next changes.
 */
 class RecordAccessKeys {
 public:
@@ -60,19 +64,14 @@ public:
     explicit RecordAccessKeys(const JsonValue& record);
 
     /** @brief First name */
-    KeyIterator begin() const { return KeyIterator{*this, 0}; }
+    KeyIterator begin() const { return KeyIterator{*_record, 0}; }
 
     /** @brief Past the last name */
-    KeyIterator end() const { return KeyIterator{*this, _count}; }
+    KeyIterator end() const { return KeyIterator{*_record, _count}; }
 
 private:
-    friend KeyIterator;
-
     const JsonValue* _record;
     std::uint32_t _count;
-    /* The rare names that read differently as path segments, by position */
-    Containers::Array<Containers::Pair<std::uint32_t, Containers::String>>
-        _escaped;
 };
 
 }

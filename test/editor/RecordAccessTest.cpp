@@ -157,10 +157,12 @@ TEST_F(RecordAccessTest, keys) {
         "é/ü": 5, "0": 6}, "list": [1]})");
     auto member = file.document["object"].MemberBegin();
     std::string keys;
-    for(const StringView key: project["object"].keys()) {
+    /* Of a handle each, none of which stays */
+    const ValueAccess object = project["object"];
+    for(auto i = object.keys().begin(); i != object.keys().end(); ++i) {
+        const StringView key = *i;
+        EXPECT_EQ(object[*i].readValueNoDefault(), &(member++)->value);
         keys += text(key) + ' ';
-        EXPECT_EQ(
-            project["object"][key].readValueNoDefault(), &(member++)->value);
     }
     EXPECT_EQ(keys, "z a  m~1n ~0 ~01 é~1ü 0 ");
 
@@ -169,11 +171,7 @@ TEST_F(RecordAccessTest, keys) {
         EXPECT_TRUE(empty.begin() == empty.end()) << none;
     }
 
-    const RecordAccessKeys a = project["object"].keys();
-    const RecordAccessKeys b = project["object"].keys();
-    EXPECT_TRUE(a.begin() == a.begin());
-    EXPECT_TRUE(++a.begin() != a.begin());
-    EXPECT_TRUE(a.begin() != b.begin());
+    EXPECT_TRUE(object.keys().begin() != project["object/a"].keys().begin());
 
     /* RapidJSON's own pointers end at a zero byte */
     parse(R"({"a": 1, "a\u0000/b": 2})");
