@@ -13,8 +13,9 @@ namespace {
 typedef Magnum::Math::Vector3<double> Axis;
 typedef Magnum::Math::Matrix3x3<double> Axes;
 
-/* Below this the axes lie in a plane, as far as floats can tell */
-constexpr double MinDeterminant = 1.0e-7;
+/* Below this the axes lie in a plane. It is 3e-11 at least where no singular
+   value of the matrix is less than 1e-5 of another. */
+constexpr double MinDeterminant = 1.0e-11;
 
 Axis column(const Magnum::Math::Matrix4<float>& matrix, std::size_t i) {
     return {double(matrix[i][0]), double(matrix[i][1]), double(matrix[i][2])};
