@@ -1,22 +1,21 @@
 #include "deepCopy.h"
 
+#include <cstddef>
+#include <utility>
+#include <vector>
 #include <rapidjson/document.h>
 
 namespace OrrelinEngine {
 
 namespace {
 
-/* Copies all texts that it's given */
-struct CopyingDocument: JsonDocument {
-    using JsonDocument::JsonDocument;
+/* How deep the copying recurses, which is fastest. The call stack doesn't have
+   room for any depth. */
+constexpr unsigned int RecursionDepth = 100;
 
-    bool String(const char* s, rapidjson::SizeType size, bool) {
-        return JsonDocument::String(s, size, true);
-    }
-    bool Key(const char* s, rapidjson::SizeType size, bool) {
-        return JsonDocument::Key(s, size, true);
-    }
-};
+bool isContainer(const JsonValue& value) {
+    return value.IsObject() || value.IsArray();
+}
 
 bool isNumberArray(const JsonValue& value) {
     if(!value.IsArray())
@@ -27,27 +26,134 @@ bool isNumberArray(const JsonValue& value) {
     return true;
 }
 
+/* Copies all texts that it's given, and refuses what is too deep. Makes room
+   for as many members as there are, which RapidJSON's objects can't be asked
+   to. */
+struct CopyingDocument: JsonDocument {
+    explicit CopyingDocument(JsonAllocator& allocator, unsigned int depth):
+        JsonDocument{&allocator}, depthLeft{depth} {}
+
+    bool String(const char* s, rapidjson::SizeType size, bool) {
+        return JsonDocument::String(s, size, true);
+    }
+    bool Key(const char* s, rapidjson::SizeType size, bool) {
+        return JsonDocument::Key(s, size, true);
+    }
+    bool StartObject() { return depthLeft-- && JsonDocument::StartObject(); }
+    bool StartArray() { return depthLeft-- && JsonDocument::StartArray(); }
+    bool EndObject(rapidjson::SizeType size) {
+        ++depthLeft;
+        return JsonDocument::EndObject(size);
+    }
+    bool EndArray(rapidjson::SizeType size) {
+        ++depthLeft;
+        return JsonDocument::EndArray(size);
+    }
+
+    unsigned int depthLeft;
+};
+
+/* A container and how many of its values were taken */
+struct Place {
+    const JsonValue* container;
+    std::ptrdiff_t taken;
+};
+
+Place start(const JsonValue& container, JsonDocument& out) {
+    container.IsObject() ? out.StartObject() : out.StartArray();
+    return {&container, 0};
 }
 
-JsonValue deepCopy(const JsonValue& value, JsonAllocator& allocator) {
+void end(const JsonValue& container, JsonDocument& out) {
+    container.IsObject() ? out.EndObject(container.MemberCount())
+                         : out.EndArray(container.Size());
+}
+
+/* Null if all were taken */
+const JsonValue* takeNext(Place& place, CopyingDocument& out) {
+    const JsonValue& in = *place.container;
+    if(in.IsArray()) {
+        const JsonValue* const next = in.Begin() + place.taken++;
+        return next == in.End() ? nullptr : next;
+    }
+    const auto next = in.MemberBegin() + place.taken++;
+    if(next == in.MemberEnd())
+        return nullptr;
+    next->name.Accept(out);
+    return &next->value;
+}
+
+/* Like RapidJSON's Accept(), without recursion */
+bool acceptDeep(const JsonValue& value, CopyingDocument& out) {
+    std::vector<Place> places{start(value, out)};
+    while(!places.empty()) {
+        const JsonValue* const next = takeNext(places.back(), out);
+        if(!next) {
+            end(*places.back().container, out);
+            places.pop_back();
+        } else if(isContainer(*next))
+            places.push_back(start(*next, out));
+        else
+            next->Accept(out);
+    }
+    return true;
+}
+
+JsonValue copyOf(
+    const JsonValue& value, JsonAllocator& allocator, unsigned int depth) {
     if(value.IsString())
         return JsonValue{value.GetString(), value.GetStringLength(), allocator};
-    if(value.IsArray()) {
+    if(value.IsArray() && depth) {
         JsonValue out{rapidjson::kArrayType};
         out.Reserve(value.Size(), allocator);
         for(const JsonValue& i: value.GetArray())
-            out.PushBack(deepCopy(i, allocator), allocator);
+            out.PushBack(copyOf(i, allocator, depth - 1), allocator);
         return out;
     }
-    if(!value.IsObject())
+    if(!isContainer(value))
         return JsonValue{value, allocator};
 
-    /* Makes room for as many members as there are, which RapidJSON's objects
-       can't be asked to */
-    CopyingDocument document{&allocator};
-    auto copy = [&](JsonDocument&) { return value.Accept(document); };
-    document.Populate(copy);
+    CopyingDocument document{allocator, depth};
+    auto recurse = [&](JsonDocument&) { return value.Accept(document); };
+    document.Populate(recurse);
+    /* Too deep. What was copied of it stays in the pool, as all does. */
+    if(document.IsNull()) {
+        auto step = [&](JsonDocument&) { return acceptDeep(value, document); };
+        document.Populate(step);
+    }
     return JsonValue{std::move(static_cast<JsonValue&>(document))};
+}
+
+typedef std::pair<const JsonValue*, const JsonValue*> Values;
+
+/* Leaves what is in containers of one size for later */
+bool equal(const JsonValue& a, const JsonValue& b, std::vector<Values>& later) {
+    if(!isContainer(a))
+        return a == b;
+    later.emplace_back(&a, &b);
+    return a.IsObject() ? b.IsObject() && a.MemberCount() == b.MemberCount()
+                        : b.IsArray() && a.Size() == b.Size();
+}
+
+bool equalInside(
+    const JsonValue& a, const JsonValue& b, std::vector<Values>& later) {
+    if(a.IsArray()) {
+        for(rapidjson::SizeType i = 0; i != a.Size(); ++i)
+            if(!equal(a[i], b[i], later))
+                return false;
+        return true;
+    }
+    for(auto i = a.MemberBegin(), j = b.MemberBegin(); i != a.MemberEnd();
+        ++i, ++j)
+        if(i->name != j->name || !equal(i->value, j->value, later))
+            return false;
+    return true;
+}
+
+}
+
+JsonValue deepCopy(const JsonValue& value, JsonAllocator& allocator) {
+    return copyOf(value, allocator, RecursionDepth);
 }
 
 void deepAssign(
@@ -61,6 +167,19 @@ void deepAssign(
     }
     for(rapidjson::SizeType i = 0; i != value.Size(); ++i)
         target[i].CopyFrom(value[i], allocator);
+}
+
+bool deepEqual(const JsonValue& a, const JsonValue& b) {
+    std::vector<Values> later;
+    if(!equal(a, b, later))
+        return false;
+    while(!later.empty()) {
+        const Values values = later.back();
+        later.pop_back();
+        if(!equalInside(*values.first, *values.second, later))
+            return false;
+    }
+    return true;
 }
 
 }

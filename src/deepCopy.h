@@ -6,13 +6,17 @@
 namespace OrrelinEngine {
 
 /* A copy that shares nothing with the value, not even the texts that it only
-   refers to and that RapidJSON's own copying would share */
+   refers to and that RapidJSON's own copying would share. Of any depth. */
 JsonValue deepCopy(const JsonValue& value, JsonAllocator& allocator);
 
 /* Makes target a deep copy of the value. Numbers in an array of the same size
    are assigned in place, since the pool would keep the old array forever. */
 void deepAssign(
     JsonValue& target, const JsonValue& value, JsonAllocator& allocator);
+
+/* Whether the values are the same, with the members of objects in the same
+   order. Of any depth, and with names that occur more than once. */
+bool deepEqual(const JsonValue& a, const JsonValue& b);
 
 }
 

@@ -389,6 +389,32 @@ TEST(ChangeManagerTest, ownership) {
         R"({"a":{"x":{"y":[1]},"z":{"text":["text"]},"w":0}})");
 }
 
+/* More than the call stack has room for */
+TEST(ChangeManagerTest, anyDepth) {
+    std::string json;
+    for(int i = 0; i != 500000; ++i)
+        json += "[1,{\"a\":";
+    json += "null";
+    for(int i = 0; i != 500000; ++i)
+        json += "}]";
+    JsonDocument value;
+    value.Parse<rapidjson::kParseIterativeFlag>(json.data());
+
+    Fixture fixture{R"({"a":{"x":1}})"};
+    fixture.manager.pushChange("/a/x", value, false);
+    EXPECT_EQ(
+        fixture.told, "Change /a/x: 1 -> " + json.substr(0, 1000) + "...\n");
+    fixture.manager.undoLast();
+    EXPECT_EQ(fixture.document(), R"({"a":{"x":1}})");
+    fixture.manager.redoLastUndo();
+    const JsonValue* inner = fixture.project.find("/a/x");
+    for(int i = 0; i != 500000; ++i) {
+        ASSERT_TRUE(inner->IsArray() && inner->Size() == 2) << i;
+        inner = &(*inner)[1]["a"];
+    }
+    EXPECT_TRUE(inner->IsNull());
+}
+
 TEST(ChangeManagerTest, applyAndReverse) {
     Fixture fixture{R"({"a":{"x":1}})"};
     fixture.perform("push /a/x 2");

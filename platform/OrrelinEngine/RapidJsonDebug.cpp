@@ -16,14 +16,35 @@ struct BoundedStream {
     typedef char Ch;
 
     void Put(char c) {
-        if(size <= MaxSize)
+        if(!isFull())
             data[size] = c;
         ++size;
     }
     void Flush() {}
 
+    bool isFull() const { return size > MaxSize; }
+
     char data[MaxSize + 1];
     std::size_t size = 0;
+};
+
+typedef Writer<BoundedStream, UTF8<>, UTF8<>, CrtAllocator, kWriteNanAndInfFlag>
+    JsonWriter;
+
+/* Ends when the stream is full, thus before the depth of the value is too much
+   for the call stack */
+class BoundedWriter: public JsonWriter {
+public:
+    explicit BoundedWriter(BoundedStream& stream):
+        JsonWriter{stream}, _stream(stream) {}
+
+    bool StartObject() {
+        return !_stream.isFull() && JsonWriter::StartObject();
+    }
+    bool StartArray() { return !_stream.isFull() && JsonWriter::StartArray(); }
+
+private:
+    BoundedStream& _stream;
 };
 
 }
@@ -31,11 +52,10 @@ struct BoundedStream {
 Corrade::Utility::Debug& operator<<(
     Corrade::Utility::Debug& debug, const OrrelinEngine::JsonValue& value) {
     BoundedStream stream;
-    Writer<BoundedStream, UTF8<>, UTF8<>, CrtAllocator, kWriteNanAndInfFlag>
-        writer{stream};
+    BoundedWriter writer{stream};
     value.Accept(writer);
 
-    if(stream.size <= MaxSize)
+    if(!stream.isFull())
         return debug << Corrade::Containers::StringView{
                    stream.data, stream.size};
     /* Not in the middle of a character of several bytes */
