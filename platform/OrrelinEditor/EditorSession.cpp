@@ -96,13 +96,19 @@ bool EditorSession::load(
 
 bool EditorSession::save(Containers::StringView file) {
     rapidjson::StringBuffer out;
-    const std::size_t lost = writeProject(_state->projectFile.document, out);
+    std::size_t lost = 0;
+    Containers::String fault =
+        writeProject(_state->projectFile.document, out, lost, MaxDepth);
+    if(!fault.isEmpty()) {
+        Utility::Error{} << "EditorSession::save(): can't write" << file
+                         << Utility::Debug::nospace << ":" << fault;
+        return false;
+    }
     if(lost)
         Utility::Warning{} << "EditorSession::save(): numbers in" << file
                            << "that aren't finite were written as null:"
                            << lost;
-    const Containers::String fault =
-        replaceFile(file, {out.GetString(), out.GetSize()});
+    fault = replaceFile(file, {out.GetString(), out.GetSize()});
     if(!fault.isEmpty()) {
         Utility::Error{} << "EditorSession::save():" << fault;
         return false;

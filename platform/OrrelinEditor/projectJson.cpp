@@ -127,10 +127,12 @@ Containers::String fault(Containers::StringView what,
     return Utility::format("{} at line {}, column {}", what, line, column);
 }
 
-/* Writes numbers that JSON can't tell as null */
-class FiniteWriter: public rapidjson::PrettyWriter<rapidjson::StringBuffer> {
+/* Writes numbers that JSON can't tell as null. Ends where it's too deep, thus
+   before that is too much for the call stack. */
+class ProjectWriter: public rapidjson::PrettyWriter<rapidjson::StringBuffer> {
 public:
-    explicit FiniteWriter(rapidjson::StringBuffer& out): PrettyWriter{out} {}
+    explicit ProjectWriter(rapidjson::StringBuffer& out, unsigned int maxDepth):
+        PrettyWriter{out}, _maxDepth{maxDepth} {}
 
     bool Double(double d) {
         if(std::isfinite(d))
@@ -138,9 +140,24 @@ public:
         ++lost;
         return Null();
     }
+    bool StartObject() { return enter() && PrettyWriter::StartObject(); }
+    bool StartArray() { return enter() && PrettyWriter::StartArray(); }
 
     std::size_t lost = 0;
+
+private:
+    bool enter() const {
+        return level_stack_.GetSize() < _maxDepth * sizeof(Level);
+    }
+
+    unsigned int _maxDepth;
 };
+
+Containers::String tooDeep(unsigned int maxDepth) {
+    return Utility::format("More than {} nested levels", maxDepth);
+}
+
+constexpr Containers::StringView NoObject = "The root is no object"_s;
 
 }
 
@@ -163,24 +180,27 @@ Containers::String parseProject(JsonDocument& document,
     if(handler.numberTooBig)
         result.Set(rapidjson::kParseErrorNumberTooBig, result.Offset());
     else if(handler.depth > maxDepth)
-        return fault(Utility::format("More than {} nested levels", maxDepth),
-            json, result.Offset());
+        return fault(tooDeep(maxDepth), json, result.Offset());
     if(result.IsError()) {
         const Containers::StringView sentence =
             rapidjson::GetParseError_En(result.Code());
         return fault(sentence.exceptSuffix("."), json, result.Offset());
     }
     if(!document.IsObject())
-        return fault("The root is no object", json, 0);
+        return fault(NoObject, json, 0);
     return {};
 }
 
-std::size_t writeProject(
-    const JsonValue& document, rapidjson::StringBuffer& out) {
-    FiniteWriter writer{out};
-    document.Accept(writer);
+Containers::String writeProject(const JsonValue& document,
+    rapidjson::StringBuffer& out, std::size_t& lost, unsigned int maxDepth) {
+    if(!document.IsObject())
+        return NoObject;
+    ProjectWriter writer{out, maxDepth};
+    if(!document.Accept(writer))
+        return tooDeep(maxDepth);
     out.Put('\n');
-    return writer.lost;
+    lost = writer.lost;
+    return {};
 }
 
 }

@@ -12,10 +12,11 @@ namespace OrrelinEngine {
 Containers::String parseProject(JsonDocument& document,
     Containers::StringView content, unsigned int maxDepth);
 
-/* Writes a project document as indented JSON. Returns how many numbers had to
-   become null as they aren't finite. */
-std::size_t writeProject(
-    const JsonValue& document, rapidjson::StringBuffer& out);
+/* Writes a project document as indented JSON, and to lost how many numbers had
+   to become null as they aren't finite. If it couldn't be read again, returns
+   what is wrong. */
+Containers::String writeProject(const JsonValue& document,
+    rapidjson::StringBuffer& out, std::size_t& lost, unsigned int maxDepth);
 
 }
 

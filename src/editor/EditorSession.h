@@ -63,6 +63,10 @@ public:
      * old or the new one. A failure is printed and returned as
      * @cpp false @ce. Through a symbolic link, what it points to is replaced.
      *
+     * Fails without touching the file if the document couldn't be opened
+     * again: if it nests more than @ref MaxDepth levels or its root is no
+     * object.
+     *
      * A number that isn't finite can't be told in JSON; it is written as null,
      * with a warning.
      */

@@ -275,6 +275,32 @@ TEST_F(EditorSessionTest, saveOfWhatIsNoNumber) {
         R"({"a":[1.5,null,null,null]})");
 }
 
+TEST_F(EditorSessionTest, saveOfWhatCannotBeOpened) {
+    const std::string tooDeep = "More than 1000 nested levels";
+    const std::pair<std::string, std::string> documents[]{
+        {nested(1001), tooDeep},
+        {nested(1000000), tooDeep},
+        {"[]", "The root is no object"},
+    };
+    folder.write("project.json", "old");
+    for(const auto& data: documents) {
+        JsonDocument value;
+        value.Parse<rapidjson::kParseIterativeFlag>(data.first.data());
+        session.changeManager().pushChange("", value, false);
+        const Printed printed;
+        EXPECT_FALSE(session.save(folder.path("project.json")));
+        EXPECT_EQ(printed.text(),
+            "EditorSession::save(): can't write " +
+                folder.path("project.json") + ": " + data.second + '\n');
+    }
+    EXPECT_EQ(folder.read("project.json"), "old");
+    EXPECT_TRUE(session.changeManager().hasUnsavedChanges());
+
+    session.projectFile().document.Parse(nested(1000).data());
+    EXPECT_TRUE(session.save(folder.path("project.json")));
+    EXPECT_TRUE(session.open(folder.path("project.json")));
+}
+
 TEST_F(EditorSessionTest, tooManyScriptTypes) {
     for(int i = 0; i != 65535; ++i)
         session.addScriptType("type", {});
