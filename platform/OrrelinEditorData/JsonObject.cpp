@@ -1,5 +1,7 @@
 #include "editor/JsonObject.h"
 
+#include <limits>
+#include <Corrade/Utility/Assert.h>
 #include <rapidjson/document.h>
 
 #include "editor/RecordAccess.h"
@@ -21,6 +23,11 @@ bool JsonObject::asBool() const {
 }
 
 void JsonObject::setString(Containers::StringView string) {
+    /* RapidJSON adds one for the terminator */
+    CORRADE_ASSERT(
+        string.size() < std::numeric_limits<rapidjson::SizeType>::max(),
+        "JsonObject::setString(): Can't store a text of" << string.size()
+                                                         << "bytes.", );
     /* Copied before the place is created, as the view may point into the
        document */
     JsonValue value{string.data() ? string.data() : "",

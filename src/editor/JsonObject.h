@@ -59,6 +59,8 @@ public:
      *
      * Copies @p string into the document, in place of what was there or as a
      * new value. A direct write: no change is recorded, nothing to undo.
+     * Expects that it has fewer than 4294967295 bytes, one less than 4 GiB;
+     * prints that it has more and aborts.
      */
     void setString(Containers::StringView string);
 

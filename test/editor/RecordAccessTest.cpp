@@ -226,6 +226,13 @@ TEST_F(RecordAccessTest, setStringCopies) {
     EXPECT_EQ(stored("/copy"), "\"\"");
 }
 
+TEST(RecordAccessDeathTest, setStringTooLong) {
+    ProjectFile file;
+    EXPECT_DEATH(file.setString({"", 0xffffffff}),
+        testing::Eq("JsonObject::setString(): Can't store a text of "
+                    "4294967295 bytes.\n"));
+}
+
 TEST_F(RecordAccessTest, writeValue) {
     ValueAccess access = project["a"][1u];
     EXPECT_TRUE(access.writeValue().IsNull());
