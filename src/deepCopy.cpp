@@ -99,6 +99,15 @@ bool acceptDeep(const JsonValue& value, CopyingDocument& out) {
     return true;
 }
 
+/* Null if the function that adds the value refuses it */
+template<class Add> JsonValue documentCopy(
+    JsonAllocator& allocator, unsigned int depth, Add&& add) {
+    CopyingDocument document{allocator, depth};
+    auto fill = [&](JsonDocument&) { return add(document); };
+    document.Populate(fill);
+    return JsonValue{std::move(static_cast<JsonValue&>(document))};
+}
+
 JsonValue copyOf(
     const JsonValue& value, JsonAllocator& allocator, unsigned int depth) {
     if(value.IsString())
@@ -113,15 +122,14 @@ JsonValue copyOf(
     if(!isContainer(value))
         return JsonValue{value, allocator};
 
-    CopyingDocument document{allocator, depth};
-    auto recurse = [&](JsonDocument&) { return value.Accept(document); };
-    document.Populate(recurse);
+    JsonValue out = documentCopy(allocator, depth,
+        [&](CopyingDocument& document) { return value.Accept(document); });
     /* Too deep. What was copied of it stays in the pool, as all does. */
-    if(document.IsNull()) {
-        auto step = [&](JsonDocument&) { return acceptDeep(value, document); };
-        document.Populate(step);
-    }
-    return JsonValue{std::move(static_cast<JsonValue&>(document))};
+    if(out.IsNull())
+        out = documentCopy(allocator, 0, [&](CopyingDocument& document) {
+            return acceptDeep(value, document);
+        });
+    return out;
 }
 
 typedef std::pair<const JsonValue*, const JsonValue*> Values;
