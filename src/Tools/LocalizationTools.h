@@ -211,7 +211,8 @@ ORRELIN_LOCALIZATION_EXPORT void importTerms(OrrelinEditor& editor,
 
 Creates the language's record in the project and an entry for each term in its
 translations. The first language of a project becomes its default language and
-starts with the project's texts; any other starts without translations. Adding
+starts with the project's texts, for those that it doesn't store with what the
+editor has as a default; any other starts without translations. Adding
 a language that is there already takes its translations away.
 
 Writes the project directly; it can't be undone.

@@ -1,102 +1,111 @@
 #include "Tools/StoredTerms.h"
 
 #include <charconv>
-#include <utility>
 #include <rapidjson/document.h>
 
 #include "editor/OrrelinEditor.h"
+#include "shared/RecordPath.h"
 
 namespace OrrelinEngine { namespace LocalizationTools {
 
 namespace {
 
-using namespace Containers::Literals;
-
-/* Searching so few members takes less than looking one up by its path */
-constexpr rapidjson::SizeType FewMembers = 32;
-
-Containers::StringView stringOf(const JsonValue& value) {
-    return {value.GetString(), value.GetStringLength()};
-}
-
-bool isSmall(const JsonValue& value) {
-    return value.IsObject() && value.MemberCount() <= FewMembers;
-}
-
-/* Null if there is none, or if it takes more than a glance to find it */
-const JsonValue* child(const JsonValue& parent, Containers::StringView name) {
-    if(parent.IsArray()) {
-        rapidjson::SizeType index = 0;
-        const auto parsed = std::from_chars(name.begin(), name.end(), index);
-        const bool isIndex = parsed.ec == std::errc{} &&
-            parsed.ptr == name.end() && (name.size() == 1 || name[0] != '0');
-        return isIndex && index < parent.Size() ? &parent[index] : nullptr;
-    }
-    if(isSmall(parent))
-        for(const auto& member: parent.GetObject())
-            if(stringOf(member.name) == name)
-                return &member.value;
-    return nullptr;
-}
-
-/* Splits off what follows the last slash. Nothing is left if there is none. */
+/* Splits off the last segment, together with the slash before it */
 Containers::StringView splitLast(Containers::StringView& path) {
-    const Containers::StringView slash = path.findLast('/');
-    if(!slash)
-        return std::exchange(path, {});
-    const Containers::StringView out = path.suffix(slash.end());
-    path = path.prefix(slash.begin());
+    const char* const slash = path.findLastOr('/', path.begin()).begin();
+    const Containers::StringView out = path.suffix(slash);
+    path = path.prefix(slash);
     return out;
+}
+
+const JsonValue* element(
+    const JsonValue& array, Containers::StringView segment) {
+    rapidjson::SizeType index = 0;
+    const auto parsed = std::from_chars(segment.begin(), segment.end(), index);
+    const bool isIndex = parsed.ec == std::errc{} &&
+        parsed.ptr == segment.end() &&
+        (segment.size() == 1 || segment[0] != '0');
+    return isIndex && index < array.Size() ? &array[index] : nullptr;
 }
 
 }
 
 Containers::StringView StoredTerm::text() const {
-    return value && value->IsString() ? stringOf(*value)
-                                      : Containers::StringView{};
+    return value ? stringOf(*value) : Containers::StringView{};
+}
+
+StoredTerms::StoredTerms(const OrrelinEditor& editor):
+    _editor(editor), _root{editor.project.readValueNoDefault()} {}
+
+const JsonValue* StoredTerms::member(
+    const JsonValue& object, Containers::StringView name) {
+    if(object.MemberCount() <= StoredMembers::Few)
+        return StoredMembers{&object}.find(name);
+    return _members.try_emplace(&object, &object).first->second.find(name);
+}
+
+const JsonValue* StoredTerms::child(
+    const JsonValue& parent, Containers::StringView segment) {
+    if(parent.IsArray())
+        return element(parent, segment);
+    if(!parent.IsObject())
+        return nullptr;
+    return segment.contains('~') ? member(parent, RecordPath::name(segment))
+                                 : member(parent, segment);
+}
+
+Containers::StringView StoredTerms::descend(
+    const JsonValue*& value, Containers::StringView path) {
+    while(value && !path.isEmpty()) {
+        const Containers::StringView rest = path.exceptPrefix(1);
+        const char* const end = rest.findOr('/', rest.end()).begin();
+        const JsonValue* const found = child(*value, rest.prefix(end));
+        if(!found)
+            break;
+        value = found;
+        path = rest.suffix(end);
+    }
+    return path;
 }
 
 const JsonValue* StoredTerms::record(Containers::StringView path) {
     /* All but the project's name are at "<components>/<index>/<type>" */
     Containers::StringView componentsPath = path;
-    const Containers::StringView type = splitLast(componentsPath);
-    const Containers::StringView index = splitLast(componentsPath);
+    splitLast(componentsPath);
+    splitLast(componentsPath);
     if(componentsPath != _componentsPath) {
-        _components = componentsPath.isEmpty()
-            ? nullptr
-            : _editor.project[componentsPath].readValueNoDefault();
+        _components = _root;
+        if(!descend(_components, componentsPath).isEmpty())
+            _components = nullptr;
         _componentsPath = componentsPath;
     }
-    const JsonValue* const component =
-        _components ? child(*_components, index) : nullptr;
-    const JsonValue* const found =
-        component ? child(*component, type) : nullptr;
-    return found ? found : _editor.project[path].readValueNoDefault();
+    const JsonValue* out = _components;
+    return descend(out, path.suffix(componentsPath.end())).isEmpty() ? out
+                                                                     : nullptr;
 }
 
 StoredTerm StoredTerms::find(Containers::StringView path) {
-    Containers::StringView recordPath = path;
-    const Containers::StringView name = splitLast(recordPath);
-
     StoredTerm out;
     const JsonValue* flag = nullptr;
-    const JsonValue* const values = recordPath.isEmpty() || path.contains('~')
-        ? nullptr
-        : record(recordPath);
-    if(values && isSmall(*values)) {
-        for(const auto& member: values->GetObject()) {
-            const Containers::StringView memberName = stringOf(member.name);
-            if(!out.value && memberName == name)
-                out.value = &member.value;
-            else if(!flag && memberName.hasSuffix("_translate"_s) &&
-                memberName.exceptSuffix("_translate"_s) == name)
-                flag = &member.value;
-        }
-    } else {
+    if(!path.hasPrefix('/')) {
         out.value = _editor.project[path].readValueNoDefault();
         flag = _editor.project[path + "_translate"].readValueNoDefault();
+    } else {
+        Containers::StringView recordPath = path;
+        const Containers::StringView segment =
+            splitLast(recordPath).exceptPrefix(1);
+        if(const JsonValue* const values = record(recordPath)) {
+            out.value = child(*values, segment);
+            flag = child(*values, segment + "_translate");
+        }
     }
     out.translated = !flag || flag->IsTrue();
+    return out;
+}
+
+const JsonValue* StoredTerms::innermost(Containers::StringView path) {
+    const JsonValue* out = _root;
+    descend(out, path);
     return out;
 }
 

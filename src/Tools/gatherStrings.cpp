@@ -5,9 +5,9 @@
 #include <rapidjson/document.h>
 
 #include "Tools/LocalizationTools.h"
+#include "Tools/StoredMembers.h"
 #include "editor/EditorSceneData.h"
 #include "editor/OrrelinEditor.h"
-#include "editor/ProjectFile.h"
 #include "shared/RecordPath.h"
 
 namespace OrrelinEngine { namespace LocalizationTools {
@@ -33,11 +33,78 @@ void record(OrrelinEditor& editor, TermMap& strings, Containers::String&& key,
     strings.emplace(std::move(path), std::move(key));
 }
 
-/* The key that the user chose, or what the function generates */
-template<class Generate>
-Containers::String termKey(const ValueAccess& chosen, Generate&& generate) {
-    return chosen.hasValue() ? Containers::String{chosen.asString()}
-                             : generate();
+const JsonValue* child(const JsonValue* parent, Containers::StringView name) {
+    return StoredMembers{parent}.find(name);
+}
+
+/* A component, and where it is as its path has it */
+struct Component {
+    /* Null if the document stores none */
+    const JsonValue* stored;
+    Containers::StringView path, object, index;
+};
+
+void gatherText(
+    OrrelinEditor& editor, const Component& component, TermMap& strings) {
+    const JsonValue* const chosen =
+        child(child(component.stored, "text"), "text_term");
+    record(editor, strings,
+        chosen ? Containers::String{stringOf(*chosen)}
+               : ""_s.join({component.object, "-text-", component.index}),
+        component.path + "/text/text");
+}
+
+void gatherScript(OrrelinEditor& editor, const Component& component,
+    Containers::StringView type, TermMap& strings) {
+    const ScriptTypes& types = editor.sceneData->main().javaScriptManager;
+    const unsigned short typeIndex = findType(types, type);
+    if(typeIndex >= types.paramRangeCount)
+        return;
+    const Data::ParamRange range = types.paramRanges[typeIndex];
+    const StringArrayView names = types.paramNames(typeIndex);
+    const Containers::String typeSegment = RecordPath::segment(type);
+    StoredMembers values{child(component.stored, type)};
+    for(std::size_t i = 0; i != range.count; ++i) {
+        if(types.paramTypes[range.first + i] != Data::StringParamType)
+            continue;
+        const Containers::StringView name = names.get(i);
+        const JsonValue* const chosen = values.find(name + "_term");
+        record(editor, strings,
+            chosen ? Containers::String{stringOf(*chosen)}
+                   : ""_s.join({component.object, "-js-", component.index, "-",
+                         name}),
+            "/"_s.join(
+                {component.path, typeSegment, RecordPath::segment(name)}));
+    }
+}
+
+void gatherComponent(
+    OrrelinEditor& editor, const Component& component, TermMap& strings) {
+    const JsonValue* const storedType = child(component.stored, "type");
+    const Containers::StringView type = storedType
+        ? stringOf(*storedType)
+        : editor.project[component.path]["type"].asString();
+    if(type == "text")
+        gatherText(editor, component, strings);
+    else
+        gatherScript(editor, component, type, strings);
+}
+
+/* Those of one object. If they come from another source than the document,
+   nothing of them is stored. */
+void gatherComponents(OrrelinEditor& editor, const JsonValue& components,
+    bool stored, Containers::StringView path, Containers::StringView object,
+    TermMap& strings) {
+    if(!components.IsArray())
+        return;
+    for(rapidjson::SizeType i = 0; i != components.Size(); ++i) {
+        const Containers::String componentPath =
+            Utility::format("{}/{}", path, i);
+        gatherComponent(editor,
+            {stored ? &components[i] : nullptr, componentPath, object,
+                componentPath.exceptPrefix(path.size() + 1)},
+            strings);
+    }
 }
 
 }
@@ -47,53 +114,19 @@ void gatherComponentStrings(OrrelinEditor& editor,
     TermMap& strings) {
     if(pathParts.size() < 5)
         return;
-    /* Most members that are looked for aren't there */
-    const EditScope scope{editor.project};
-    const Containers::StringView object = pathParts[2];
-    const Containers::StringView index = pathParts[4];
-
     const ValueAccess component = editor.project["/"_s.join(pathParts)];
-    const Containers::StringView type = component["type"].asString();
-    if(type == "text") {
-        record(editor, strings,
-            termKey(component["text/text_term"],
-                [&] { return Utility::format("{}-text-{}", object, index); }),
-            std::move(component["text/text"].path));
-        return;
-    }
-
-    const ScriptTypes& types = editor.sceneData->main().javaScriptManager;
-    const unsigned short typeIndex = findType(types, type);
-    if(typeIndex >= types.paramRangeCount)
-        return;
-    const ValueAccess values = component[RecordPath::segment(type)];
-    const Data::ParamRange range = types.paramRanges[typeIndex];
-    const StringArrayView names = types.paramNames(typeIndex);
-    for(std::size_t i = 0; i != range.count; ++i) {
-        if(types.paramTypes[range.first + i] != Data::StringParamType)
-            continue;
-        const Containers::StringView name = names.get(i);
-        const Containers::String segment = RecordPath::segment(name);
-        record(editor, strings,
-            termKey(values[segment + "_term"],
-                [&] {
-                    return Utility::format("{}-js-{}-{}", object, index, name);
-                }),
-            std::move(values[segment].path));
-    }
+    gatherComponent(editor,
+        {component.readValueNoDefault(), component.path, pathParts[2],
+            pathParts[4]},
+        strings);
 }
 
 void gatherObjectStrings(
     OrrelinEditor& editor, Containers::StringView objectId, TermMap& strings) {
     const ValueAccess components =
         editor.project["objects"][objectId]["components"];
-    if(!components.readValue().IsArray())
-        return;
-    for(std::size_t i = 0; i < components.size(); ++i) {
-        const ValueAccess component = components[static_cast<unsigned int>(i)];
-        gatherComponentStrings(
-            editor, Containers::StringView{component.path}.split('/'), strings);
-    }
+    gatherComponents(editor, components.readValue(), components.hasValue(),
+        components.path, objectId, strings);
 }
 
 void gatherStrings(OrrelinEditor& editor, TermMap& strings) {
@@ -102,14 +135,26 @@ void gatherStrings(OrrelinEditor& editor, TermMap& strings) {
 
     const ValueAccess project = editor.project["settings"]["project"];
     ValueAccess name = project["name"];
-    if(name.hasValue())
+    if(name.hasValue()) {
+        const ValueAccess chosen = project["name_term"];
         record(editor, strings,
-            termKey(project["name_term"],
-                [] { return Containers::String{"projectName"}; }),
+            chosen.hasValue() ? Containers::String{chosen.asString()}
+                              : Containers::String{"projectName"},
             std::move(name.path));
+    }
 
-    for(const Containers::StringView id: editor.objectsSection.keys())
-        gatherObjectStrings(editor, id, strings);
+    /* An accessor of each object would cost about as much as its terms */
+    StoredMembers objects{editor.objectsSection.readValueNoDefault()};
+    for(const Containers::StringView id: editor.objectsSection.keys()) {
+        const JsonValue* const components =
+            child(objects.find(RecordPath::name(id)), "components");
+        if(components)
+            gatherComponents(editor, *components, true,
+                "/"_s.join({editor.objectsSection.path, id, "components"}), id,
+                strings);
+        else
+            gatherObjectStrings(editor, id, strings);
+    }
 }
 
 }}

@@ -14,7 +14,6 @@
 #include "Tools/StoredTerms.h"
 #include "editor/AllLanguages.h"
 #include "editor/OrrelinEditor.h"
-#include "editor/ProjectFile.h"
 #include "editor/StringArray.h"
 #include "editor/Zip.h"
 #include "shared/RecordPath.h"
@@ -192,7 +191,6 @@ void importFile(OrrelinEditor& editor, Containers::StringView name,
         return;
     }
 
-    const EditScope scope{editor.project};
     TermImport terms{editor, name,
         editor.localization->translations[Containers::String{code}], isDefault};
     for(const Utility::JsonObjectItem term: translation->asObject())

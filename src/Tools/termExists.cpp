@@ -1,5 +1,4 @@
 #include "Tools/LocalizationTools.h"
-#include "Tools/StoredTerms.h"
 #include "editor/OrrelinEditor.h"
 
 namespace OrrelinEngine { namespace LocalizationTools {
@@ -7,8 +6,10 @@ namespace OrrelinEngine { namespace LocalizationTools {
 bool termExists(OrrelinEditor& editor, Containers::StringView term) {
     const TermPathMap& terms = editor.localization->terms;
     const auto found = terms.find(term);
-    return found != terms.end() &&
-        StoredTerms{editor}.find(found->second).translated;
+    if(found == terms.end())
+        return false;
+    const ValueAccess flag = editor.project[found->second + "_translate"];
+    return !flag.hasValue() || flag.asBool();
 }
 
 }}

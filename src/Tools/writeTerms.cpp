@@ -8,7 +8,6 @@
 #include "Tools/LocalizationTools.h"
 #include "Tools/StoredTerms.h"
 #include "editor/OrrelinEditor.h"
-#include "editor/ProjectFile.h"
 
 namespace OrrelinEngine { namespace LocalizationTools {
 
@@ -24,7 +23,6 @@ struct Term {
 std::vector<Term> translatedTerms(const OrrelinEditor& editor) {
     std::vector<Term> out;
     out.reserve(editor.localization->terms.size());
-    const EditScope scope{editor.project};
     StoredTerms storedTerms{editor};
     for(const auto& term: editor.localization->terms) {
         const StoredTerm stored = storedTerms.find(term.second);

@@ -51,6 +51,22 @@ inline Containers::String segment(Containers::StringView name) {
     return out;
 }
 
+/** @brief The name that a segment of a record path stands for */
+inline Containers::String name(Containers::StringView segment) {
+    Containers::String out{segment};
+    if(!segment.contains('~'))
+        return out;
+
+    std::size_t size = 0;
+    for(std::size_t i = 0; i != segment.size(); ++i) {
+        const char next = i + 1 == segment.size() ? '\0' : segment[i + 1];
+        const bool escape = segment[i] == '~' && (next == '0' || next == '1');
+        out[size++] = !escape ? segment[i] : next == '0' ? '~' : '/';
+        i += escape;
+    }
+    return Containers::String{out.prefix(size)};
+}
+
 }
 
 }
