@@ -195,56 +195,32 @@ void lookupAbsent(benchmark::State& state) {
             state.SkipWithError("found");
 }
 
-void lookupAbsentInScope(benchmark::State& state) {
-    const auto session = project(std::size_t(state.range(0)));
-    const EditScope scope{session->projectFile()};
-    /* Until the index is believed */
-    for(int i = 0; i != 20; ++i)
-        session->editor().project["/objects/absent/name"].hasValue();
-    for(auto _: state)
-        if(session->editor().project["/objects/absent/name"].hasValue())
-            state.SkipWithError("found");
-}
-
 /* Each a record removed and another added, and then many looked up */
-template<class Edit> void lookupAfter(benchmark::State& state, Edit edit) {
+void lookupAfterDirectEdits(benchmark::State& state) {
     constexpr std::size_t Lookups = 1000;
     const auto session = project(std::size_t(state.range(0)));
+    JsonDocument& document = session->projectFile().document;
+    JsonValue& objects = document["objects"];
     Paths paths{state.range(0)};
-    session->projectFile().create("/objects/old/name");
     std::size_t edits = 0;
     while(state.KeepRunningBatch(Lookups)) {
         state.PauseTiming();
-        edit(session->projectFile(), Utility::format("edit{}", edits++));
-        state.ResumeTiming();
-        for(std::size_t i = 0; i != Lookups; ++i)
-            expectFound(state, session->editor().project[paths.next()]);
-    }
-}
-
-void lookupAfterAccessorEdits(benchmark::State& state) {
-    Containers::String last = "old";
-    lookupAfter(state, [&last](ProjectFile& file, Containers::StringView name) {
-        ProjectSection objects{file, "objects"};
-        file.erase("/objects/" + last);
-        objects.addResource(name);
-        last = name;
-    });
-}
-
-void lookupAfterDirectEdits(benchmark::State& state) {
-    lookupAfter(state, [](ProjectFile& file, Containers::StringView name) {
-        JsonValue& objects = file.document["objects"];
-        objects.EraseMember(objects.MemberEnd() - 1);
+        /* None of those that are looked up */
+        if(edits)
+            objects.EraseMember(objects.MemberEnd() - 1);
+        const Containers::String name = Utility::format("edit{}", edits++);
         objects.AddMember(
             JsonValue{name.data(), rapidjson::SizeType(name.size()),
-                file.allocator()},
-            JsonValue{rapidjson::kObjectType}, file.allocator());
+                document.GetAllocator()},
+            JsonValue{rapidjson::kObjectType}, document.GetAllocator());
         /* And two in between change places */
         const auto first = objects.MemberBegin() + objects.MemberCount() / 2;
         first->name.Swap((first + 1)->name);
         first->value.Swap((first + 1)->value);
-    });
+        state.ResumeTiming();
+        for(std::size_t i = 0; i != Lookups; ++i)
+            expectFound(state, session->editor().project[paths.next()]);
+    }
 }
 
 void sizes(benchmark::internal::Benchmark* benchmark) {
@@ -255,10 +231,6 @@ void sizes(benchmark::internal::Benchmark* benchmark) {
 BENCHMARK(lookupOurs)->Name("lookup/ours")->Apply(sizes);
 BENCHMARK(lookupReference)->Name("lookup/reference")->Apply(sizes);
 BENCHMARK(lookupAbsent)->Name("lookup/absent")->Apply(sizes);
-BENCHMARK(lookupAbsentInScope)->Name("lookup/absentInScope")->Apply(sizes);
-BENCHMARK(lookupAfterAccessorEdits)
-    ->Name("lookup/afterAccessorEdits")
-    ->Apply(sizes);
 BENCHMARK(lookupAfterDirectEdits)
     ->Name("lookup/afterDirectEdits")
     ->Apply(sizes);
