@@ -38,9 +38,6 @@ TEST(ExportTerms, places) {
         {"no settings", "Demo", "",
             "project/ project/languages/ project/languages/de.json "
             "project/languages/en.json "},
-        {"relative folder", "Demo", R"("languagesFolder": "lang/texts")",
-            "project/ project/lang/ project/lang/texts/ "
-            "project/lang/texts/de.json project/lang/texts/en.json "},
         {"absolute folder", "Demo",
             R"("languagesFolder": "#", "format": "other")",
             "outside/ outside/de.json outside/en.json "},

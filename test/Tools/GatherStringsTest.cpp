@@ -1,6 +1,7 @@
 #include <set>
 #include <string>
 #include <utility>
+#include <vector>
 #include <gtest/gtest.h>
 
 #include "Project.h"
@@ -137,6 +138,13 @@ const struct {
         R"({"objects": {"a": {"components": [{"type": "text",
             "text": {"text": "x", "text_translate": false}}]}}})",
         {{"a-text-0", "/objects/a/components/0/text/text"}}},
+    {"the first one of a name counts",
+        R"({"objects": {
+            "a": {"components": [{"type": "text", "type": "button",
+                "text": {"text_term": "1", "text_term": "2"},
+                "text": {"text_term": "3"}}], "components": []},
+            "a": {"components": [{"type": "text"}, {"type": "text"}]}}})",
+        {{"1", "/objects/a/components/0/text/text"}}},
 };
 
 TEST_F(GatherStringsTest, documents) {
@@ -148,6 +156,30 @@ TEST_F(GatherStringsTest, documents) {
         expected.insert(data.shared.begin(), data.shared.end());
         EXPECT_EQ(pairs(strings), expected);
     }
+}
+
+/* Every third parameter has a key of its own, given twice */
+TEST_F(GatherStringsTest, largeComponent) {
+    std::vector<std::string> names(64000);
+    std::vector<Containers::Pair<StringView, unsigned short>> parameters;
+    std::string json = R"({"objects": {"a": {"components": [{"type": "form",
+        "form": {"": "")";
+    Pairs expected;
+    for(std::size_t i = 0; i != names.size(); ++i) {
+        names[i] = std::to_string(i * 7919 % names.size());
+        parameters.emplace_back(names[i], Data::StringParamType);
+        if(i % 3 == 0)
+            for(const char* const key: {"chosen-", "second-"})
+                json +=
+                    ", \"" + names[i] + "_term\": \"" + key + names[i] + '"';
+        expected.emplace((i % 3 ? "a-js-0-" : "chosen-") + names[i],
+            "/objects/a/components/0/form/" + names[i]);
+    }
+    session.addScriptType(
+        "form", Containers::arrayView(parameters.data(), parameters.size()));
+    gather(json + "}}]}}}");
+    EXPECT_TRUE(pairs(terms()) == expected);
+    EXPECT_TRUE(pairs(strings) == expected);
 }
 
 TEST_F(GatherStringsTest, gatheringAgain) {
@@ -168,14 +200,6 @@ TEST_F(GatherStringsTest, gatheringAgain) {
     EXPECT_EQ(pairs(strings), stringsBefore);
     EXPECT_EQ(session.localization().translations.at("de").size(), 1u);
     EXPECT_EQ(jsonText(session.projectFile().document), document);
-
-    session.projectFile().erase("/objects/a/components/0");
-    LocalizationTools::gatherStrings(session.editor(), strings);
-    EXPECT_EQ(pairs(terms()),
-        (Pairs{{"a-js-0-label", "/objects/a/components/0/button/label"},
-            {"a-js-0-tool/tip", "/objects/a/components/0/button/tool~1tip"},
-            {"projectName", "/settings/project/name"}}));
-    EXPECT_EQ(strings.size(), 3u);
 }
 
 TEST_F(GatherStringsTest, innerOperationsAdd) {

@@ -89,20 +89,9 @@ TEST(ImportTerms, oneFile) {
         const char* languages = R"({"en":{},"de":{}})";
     } data[]{
         {"empty", "", invalid},
-        {"no JSON", "translation", invalid},
-        {"text after the end", wrapped(R"({"a": "A"})") + "x", invalid},
         {"a million open brackets", times(million, "["), invalid},
-        {"a million open objects", times(million, "{\"translation\":"),
-            invalid},
         {"NUL between", wrapped({"{\"a\": \0\"x\"}", 11}), invalid},
-        {"NUL after the end", wrapped("{}") + '\0', invalid},
         {"byte order mark", "\xef\xbb\xbf" + wrapped("{}"), invalid},
-#ifdef ORRELIN_STANDINS
-        /* Corrade's own parser lets these pass */
-        {"NUL in a text", wrapped({"{\"a\": \"x\0y\"}", 12}), invalid},
-        {"half a surrogate pair", wrapped(R"({"a": "\ud83d"})"), invalid},
-#endif
-        {"half an escape", wrapped(R"({"a": "\u12"})"), invalid},
         {"cut short in a key", "{\"translation\": {\"a", invalid},
 
         {"root is an array", "[]", missing},
@@ -110,9 +99,6 @@ TEST(ImportTerms, oneFile) {
         {"terms are an array", wrapped("[]"), missing},
         {"terms in another member",
             R"({"a": {"translation": {}}, "Translation": {}})", missing},
-        {"a million brackets in another member",
-            "{\"x\":" + times(million, "[") + times(million, "]") + "}",
-            missing},
         {"other members",
             R"({"x": {"a": "X"}, "translation": {"a": "Ä"}, "a": 1e999})", "",
             R"({"de":{"a":"Ä"}})"},
@@ -126,10 +112,6 @@ TEST(ImportTerms, oneFile) {
             R"({"de":{"a":null,"b":"3"}})"},
         {"terms that aren't to be translated",
             wrapped(R"({"off": "Aus", "unknown": "?", "": "", "A": ""})"), ""},
-        {"a million nested arrays",
-            wrapped(
-                "{\"a\":" + times(million, "[") + times(million, "]") + '}'),
-            type},
         {"a million nested objects",
             wrapped(times(million, "{\"a\":") + "{}" + times(million, "}")),
             type},
@@ -143,9 +125,6 @@ TEST(ImportTerms, oneFile) {
         {"unknown language", wrapped(R"({"a": "X"})"),
             "Unknown language code xx in imported file xx.json\n", old,
             "xx.json"},
-        {"language in another letter case", wrapped("{}"),
-            "Unknown language code DE in imported file DE.json\n", old,
-            "DE.json"},
         {"new language", wrapped(R"({"b": "Bê"})"), "",
             R"({"de":{"a":"Old"},)"
             R"("pt-BR":{"a":null,"b":"Bê","number":null,"off":null}})",
@@ -277,13 +256,9 @@ TEST(ImportTerms, severalFiles) {
             R"({"de":{"a":"Ä","b":"B"},"en":{"a":"Text","b":null}})",
             R"({"de":{"name":"German"},"en":{"name":"English"}})", R"("de")"},
         {"a language of the project only",
-            R"({"languages": {"x~y": {}}, "texts": {"a": "A"}})",
-            {{"x~y.json", a}}, false, "", R"({"x~y":{"a":"Text"}})",
-            R"({"x~y":{}})", ""},
-        {"a language of the project only, with a slash",
-            R"({"languages": {"x/y": {}}, "texts": {"a": "A"}})",
-            {{"x/y.json", a}}, true, "", R"({"x/y":{"a":"Text"}})",
-            R"({"x/y":{}})", ""},
+            R"({"languages": {"x/~y": {}}, "texts": {"a": "A"}})",
+            {{"x/~y.json", a}}, true, "", R"({"x/~y":{"a":"Text"}})",
+            R"({"x/~y":{}})", ""},
     };
     for(const auto& i: data) {
         SCOPED_TRACE(i.name);

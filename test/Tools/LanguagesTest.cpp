@@ -20,15 +20,11 @@ TEST(AddLanguage, project) {
             *expectedDefault, *expectedTranslations;
     } data[]{
         {"the first one starts with the project's texts",
-            R"({"texts": {"a": "A", "b": "", "c": 3}})", "{}", "en",
-            R"({"en":{"name":"English"}})", R"("en")",
-            R"({"en":{"a":"A","b":"","c":""}})"},
-        {"the first one in a section that's there",
-            R"({"languages": {}, "texts": {"a": "A"},
+            R"({"languages": {}, "texts": {"a": "A", "b": "", "c": 3},
                 "settings": {"localization": {"defaultLanguage": "fr"}}})",
             R"({"de": {"0": "stays", "a": "replaced", "b": null}})", "de",
             R"({"de":{"name":"German"}})", R"("de")",
-            R"({"de":{"0":"stays","a":"A","b":null}})"},
+            R"({"de":{"0":"stays","a":"A","b":"","c":""}})"},
         {"a further one starts empty",
             R"({"languages": {"en": {}}, "texts": {"a": "A", "b": "B"},
                 "settings": {"localization": {"defaultLanguage": "en"}}})",
@@ -63,6 +59,26 @@ TEST(AddLanguage, project) {
     }
 }
 
+/* What the editor has by default are types, components and texts, but neither
+   keys nor objects; of a term that's gone there is nothing */
+TEST(AddLanguage, textsThatAreNotStored) {
+    Project project{
+        R"({"objects": {"a": {}, "b": {"components": [{}, {"type": 1}]}}})"};
+    const JsonDocument defaults = jsonDocument(R"({"objects": {
+        "a": {"components": [
+            {"type": "text", "text": {"text": "A", "text_term": "key"}}]},
+        "b": {"components": [
+            {"type": "text", "text": {"text": "B"}}, {"type": "text"}]},
+        "c": {"components": [{"type": "text"}]}}})");
+    project.file().setDefaults(&defaults);
+    TermMap strings;
+    gatherStrings(project.editor(), strings);
+    project.terms().emplace("gone", "/objects/b/components/9/text/text");
+    addLanguage(project.editor(), indexOf("de"));
+    EXPECT_EQ(project.translationsText(),
+        R"({"de":{"a-text-0":"A","b-text-0":"B","gone":""}})");
+}
+
 TEST(AddLanguage, lastRow) {
     Project project{"{}"};
     addLanguage(project.editor(), AllLanguageCount - 1);
@@ -87,8 +103,6 @@ TEST(RemoveLanguage, project) {
         const char *deletedFrom, *expectedLanguages;
     } data[]{
         {"unknown code", "{}", "fr", {"project/languages"}, nullptr, languages},
-        {"other letter case", "{}", "DE", {"project/languages"}, nullptr,
-            languages},
         {"no file", "{}", "de", {}, nullptr, R"({"en":{}})"},
         {"usual folder", "{}", "de", {"project/languages", "project"},
             "project/languages", R"({"en":{}})"},

@@ -16,6 +16,7 @@
 #include "editor/EditorSession.h"
 #include "editor/OrrelinEditor.h"
 #include "editor/ProjectFile.h"
+#include "editor/RapidJsonUtils.h"
 
 namespace OrrelinEngine {
 
@@ -49,6 +50,7 @@ public:
     }
 
     OrrelinEditor& editor() { return _session.editor(); }
+    ProjectFile& file() { return _session.projectFile(); }
     ChangeManager& changes() { return _session.changeManager(); }
     TermPathMap& terms() { return _session.localization().terms; }
     LanguageTranslations& translations() {
@@ -57,7 +59,8 @@ public:
 
     /* The value at a record path as JSON, nothing if there is none */
     std::string stored(Containers::StringView path) {
-        const JsonValue* const value = _session.projectFile().find(path);
+        const JsonValue* const value =
+            RapidJsonUtils::valueByPointer(file().document, path);
         return value ? jsonText(*value) : std::string{};
     }
 

@@ -57,7 +57,7 @@ std::string component(Random& random) {
     const char* const types[]{"text", "button", "light"};
     const std::string type = quoted(types[random.below(3)]);
     std::string out = "{\"type\":" + type + ',' + type + ":{";
-    for(const char* const name: {"text", "label", "a/b~c"})
+    for(const char* const name: {"text", "label", "a/b~c", "label"})
         out += property(random, name);
     return out + "\"other\":0}}";
 }
@@ -79,7 +79,7 @@ std::string someProject(Random& random, const Codes& languages) {
         R"("other":0},"localization":{"defaultLanguage":)" +
         quoted(text(languages[random.below(unsigned(languages.size()))])) +
         R"(}},"objects":{)";
-    for(unsigned int i = random.below(5); i; --i) {
+    for(unsigned int i = random.oneIn(16) ? 40 : random.below(5); i; --i) {
         out += quoted(someText(random) + std::to_string(i)) +
             R"(:{"components":[)";
         for(unsigned int j = random.below(5); j; --j)

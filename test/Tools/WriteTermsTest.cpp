@@ -47,7 +47,6 @@ TEST(WriteTerms, files) {
         Languages languages;
         const char* expected;
     } data[]{
-        {"no languages", R"({"texts": {"a": ""}})", "{}", {}, ""},
         {"no terms", "{}", R"({"de": {"a": "A"}})", {"de", "en"},
             "de.json {}\nen.json {}\n"},
         {"default language and others", R"({
@@ -76,8 +75,6 @@ EN.json {"Zebra":null,"a":null,"a-1":null,"apple":null,"number":null}
 de.json {"on":"An"}
 en.json {"on":"On"}
 )"},
-        {"no default language", R"({"texts": {"a": "A"}})", "{}", {"en"},
-            "en.json {\"a\":null}\n"},
     };
     for(const auto& i: data) {
         SCOPED_TRACE(i.name);
@@ -88,15 +85,6 @@ en.json {"on":"On"}
                 Containers::arrayView(i.languages.data(), i.languages.size()))),
             i.expected);
     }
-}
-
-TEST(WriteTerms, missingText) {
-    Project project{
-        R"({"settings": {"localization": {"defaultLanguage": "en"}}})"};
-    project.terms().emplace("a", "/objects/gone/components/0/text/text");
-    project.setTranslations(R"({"en": {"a": "A"}, "de": {"a": "Ah"}})");
-    EXPECT_EQ(terms(files(project, {"en", "de"})),
-        "en.json {\"a\":\"\"}\nde.json {\"a\":\"Ah\"}\n");
 }
 
 /* Each is read like any other value at its path, whatever was read before */
@@ -118,6 +106,7 @@ TEST(WriteTerms, places) {
         "/objects/a/components/1/none/text",
         "/objects/a/components/2/te~0xt/te~1xt",
         "/objects/a/components/3/text/text",
+        "/objects/gone/components/0/text/text",
         "/objects/a/components/00/text/text",
         "/objects/a/components/-1/text/text",
         "/objects/a/components//text/text",
@@ -142,8 +131,6 @@ TEST(WriteTerms, appends) {
     for(const char* const language: {"de", "fr"})
         writeTerms(project.editor(), {language}, LocalizationFormat::I18next,
             names, contents);
-    writeTerms(
-        project.editor(), {"it"}, LocalizationFormat(1), names, contents);
     ASSERT_EQ(names.size(), 2u);
     EXPECT_EQ(contents.size(), 2u);
     EXPECT_EQ(text(names[0]), "de.json");
