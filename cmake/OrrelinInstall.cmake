@@ -25,6 +25,7 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/ DESTINATION ${header_dir}
     PATTERN decompose.h EXCLUDE
     PATTERN deepCopy.h EXCLUDE
     PATTERN languagesFolder.h EXCLUDE
+    PATTERN parseLanguageFile.h EXCLUDE
     PATTERN StoredTerms.h EXCLUDE)
 if(ORRELIN_USES_STANDINS)
     list(APPEND targets CorradeUtility)

@@ -9,7 +9,8 @@
 #include <Corrade/Containers/String.h>
 #include <Corrade/Containers/StringIterable.h>
 #include <Corrade/Utility/Debug.h>
-#include <Corrade/Utility/Json.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
 
 #include "ChangeManager.h"
 #include "Tools/LocalizationTools.h"
@@ -54,16 +55,26 @@ inline void registerButton(EditorSession& session) {
     session.addScriptType("button", parameters);
 }
 
-/* Everything that can be written has to be JSON */
+/* Everything that can be written has to be JSON, and UTF-8 */
 inline void expectValidFiles(EditorSession& session) {
     Containers::Array<Containers::String> names;
     Containers::Array<Containers::Array<char>> contents;
     LocalizationTools::writeTerms(session.editor(), {"en", "de", "fr"},
         LocalizationTools::LocalizationFormat::I18next, names, contents);
     for(const Containers::Array<char>& content: contents)
-        expect(!!Utility::Json::fromString({content.data(), content.size()},
-            Utility::Json::Option::ParseLiterals |
-                Utility::Json::Option::ParseStrings));
+        expect(!JsonDocument{}
+                    .Parse<rapidjson::kParseValidateEncodingFlag>(
+                        content.data(), content.size())
+                    .HasParseError());
+}
+
+inline void expectUtf8(Containers::StringView text) {
+    rapidjson::StringBuffer out;
+    rapidjson::Writer<rapidjson::StringBuffer, rapidjson::UTF8<>,
+        rapidjson::UTF8<>, rapidjson::CrtAllocator,
+        rapidjson::kWriteValidateEncodingFlag>
+        writer{out};
+    expect(writer.String(text.data(), unsigned(text.size())));
 }
 
 /* Imports from a path and checks what has to hold whatever is there */
@@ -85,6 +96,10 @@ inline void importAndCheck(const std::string& path) {
         LocalizationTools::LocalizationFormat::I18next);
 
     expect(session.localization().terms == terms);
+    for(const auto& language: session.localization().translations)
+        for(const auto& translation: language.second)
+            if(translation.second)
+                expectUtf8(*translation.second);
     expectValidFiles(session);
     /* One undo step at most, and it takes every text back */
     session.changeManager().undoLast();

@@ -9,6 +9,7 @@
 
 #include "Messages.h"
 #include "Tools/LocalizationTools.h"
+#include "Tools/parseLanguageFile.h"
 #include "editor/StringArray.h"
 #include "editor/Zip.h"
 
@@ -73,17 +74,10 @@ bool hasArchiveName(Project& project) {
 }
 
 /* The texts of a language file; nothing if it can't be read as one */
-Containers::Optional<Utility::Json> parse(const LanguageFile& file) {
+Containers::Optional<Utility::Json> parse(LanguageFile& file) {
     typedef Utility::JsonToken::Type Type;
-    Containers::Optional<Utility::Json> json;
-    {
-        /* Told in one line below */
-        Utility::Error silence{nullptr};
-        json = Utility::Json::fromString(
-            {file.content.data(), file.content.size()},
-            Utility::Json::Option::ParseLiterals |
-                Utility::Json::Option::ParseStrings);
-    }
+    Containers::Optional<Utility::Json> json =
+        LocalizationTools::parseLanguageFile(file.content);
     if(json && json->root().type() == Type::Object) {
         const Utility::JsonIterator texts = json->root().find("translation");
         if(texts && texts->type() == Type::Object)
@@ -226,7 +220,7 @@ Containers::Optional<Losses> lossesOf(Project& project, const Codes& codes) {
     Losses out;
     const Containers::StringView defaultCode = project.defaultLanguage();
     LanguageTranslations& all = project.localization().translations;
-    for(const LanguageFile& file: files) {
+    for(LanguageFile& file: files) {
         const Containers::Optional<Utility::Json> json = parse(file);
         if(!json)
             return {};

@@ -11,6 +11,7 @@
 #include "ChangeManager.h"
 #include "Tools/LocalizationTools.h"
 #include "Tools/languagesFolder.h"
+#include "Tools/parseLanguageFile.h"
 #include "Tools/StoredTerms.h"
 #include "editor/AllLanguages.h"
 #include "editor/OrrelinEditor.h"
@@ -53,21 +54,6 @@ bool collectArchive(
         return true;
     Utility::Error{} << "LocalizationTools::importTerms():" << result.error();
     return false;
-}
-
-Containers::Optional<Utility::Json> parseFile(
-    Containers::StringView name, Containers::StringView content) {
-    Containers::Optional<Utility::Json> json;
-    {
-        /* One line per file is enough */
-        Utility::Error silence{nullptr};
-        json = Utility::Json::fromString(content,
-            Utility::Json::Option::ParseLiterals |
-                Utility::Json::Option::ParseStrings);
-    }
-    if(!json)
-        Utility::Error{} << "Invalid JSON in imported file" << name;
-    return json;
 }
 
 /* The code of a language that the project has or was given now. Sets whether
@@ -165,10 +151,12 @@ private:
 };
 
 void importFile(OrrelinEditor& editor, Containers::StringView name,
-    Containers::StringView content, const ValueAccess& defaultLanguage) {
-    const Containers::Optional<Utility::Json> json = parseFile(name, content);
-    if(!json)
+    Containers::ArrayView<char> content, const ValueAccess& defaultLanguage) {
+    const Containers::Optional<Utility::Json> json = parseLanguageFile(content);
+    if(!json) {
+        Utility::Error{} << "Invalid JSON in imported file" << name;
         return;
+    }
 
     typedef Utility::JsonToken::Type Type;
     const Utility::JsonToken root = json->root();
@@ -227,8 +215,7 @@ void importTerms(OrrelinEditor& editor, Containers::StringView path,
     editor.changeManager->beginGroup();
     if(format == LocalizationFormat::I18next)
         for(std::size_t i = 0; i < contents.size(); ++i)
-            importFile(editor, names.get(i),
-                {contents[i].data(), contents[i].size()}, defaultLanguage);
+            importFile(editor, names.get(i), contents[i], defaultLanguage);
     editor.changeManager->commit();
 }
 

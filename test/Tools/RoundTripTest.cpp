@@ -18,7 +18,8 @@ using namespace LocalizationTools;
 /* What is hard on writers and readers of paths and of JSON, and letters */
 std::string someText(Random& random) {
     const char* const parts[]{"\"", "\\", "/", "~", "~1", ".", "{}", ":", ",",
-        "$", "ü", "日本", "\U0001f600", "\u0080", "a", "b", "text", " "};
+        "$", "ü", "日本", "\U00010000", "\U0010ffff", "\u0080", "a", "b",
+        "text", "ud83d", " "};
     std::string out;
     for(std::size_t i = random.oneIn(4) ? 0 : random.below(24); i; --i) {
         if(random.oneIn(8))
@@ -121,6 +122,16 @@ LanguageTranslations translate(
     return out;
 }
 
+/* As Python and others write it, with escape sequences for all but ASCII */
+void escapeFile(const TemporaryFolder& folder, const std::string& name) {
+    rapidjson::StringBuffer out;
+    rapidjson::Writer<rapidjson::StringBuffer, rapidjson::UTF8<>,
+        rapidjson::ASCII<>>
+        writer{out};
+    EXPECT_TRUE(jsonDocument(folder.read(name)).Accept(writer));
+    folder.write(name, out.GetString());
+}
+
 void expectRoundTrip(
     EditorSession& session, const TemporaryFolder& folder, Random& random) {
     const Codes codes = someLanguages(random);
@@ -137,12 +148,14 @@ void expectRoundTrip(
     const LocalizationFormat format = LocalizationFormat::I18next;
     const Printed printed;
     exportTerms(editor, languages, folder.path("texts"), format);
-    exportTermsCompressed(editor, languages, folder.path("texts"), format);
+    for(const Containers::StringView code: codes)
+        escapeFile(folder, "texts/" + text(code) + ".json");
     for(const char* const path: {"texts", "texts.zip"}) {
         editor.localization->translations.clear();
         importTerms(editor, folder.path(path), format);
         EXPECT_TRUE(editor.localization->translations == expected) << path;
         EXPECT_FALSE(session.changeManager().hasUnsavedChanges()) << path;
+        exportTermsCompressed(editor, languages, folder.path("texts"), format);
     }
     EXPECT_EQ(printed.text(), "");
     EXPECT_EQ(jsonText(session.projectFile().document), document);

@@ -1,0 +1,110 @@
+#include "Tools/parseLanguageFile.h"
+
+#include <charconv>
+#include <cstdint>
+#include <cstring>
+#include <Corrade/Containers/ArrayView.h>
+#include <Corrade/Containers/Optional.h>
+#include <Corrade/Containers/StringView.h>
+#include <Corrade/Utility/Debug.h>
+#include <Corrade/Utility/Json.h>
+#include <rapidjson/encodings.h>
+#include <rapidjson/memorystream.h>
+
+namespace OrrelinEngine { namespace LocalizationTools {
+
+namespace {
+
+bool isAscii(const char* eightBytes) {
+    std::uint64_t bytes;
+    std::memcpy(&bytes, eightBytes, 8);
+    return !(bytes & 0x8080808080808080ull);
+}
+
+/* Corrade's parser takes any bytes for text, which then would be exported */
+bool isUtf8(Containers::ArrayView<const char> text) {
+    const char* const end = text.end();
+    for(const char* i = text.begin(); i != end;) {
+        if(end - i >= 8 && isAscii(i)) {
+            i += 8;
+            continue;
+        }
+        rapidjson::MemoryStream stream{i, std::size_t(end - i)};
+        unsigned codePoint;
+        if(!rapidjson::UTF8<>::Decode(stream, &codePoint))
+            return false;
+        i += stream.Tell();
+    }
+    return true;
+}
+
+/* What's escaped by \u and four digits at the begin of the range; zero if there
+   is no such thing */
+unsigned escapedUnit(const char* begin, const char* end) {
+    unsigned out = 0;
+    return end - begin >= 6 && begin[0] == '\\' && begin[1] == 'u' &&
+            std::from_chars(begin + 2, begin + 6, out, 16).ptr == begin + 6
+        ? out
+        : 0;
+}
+
+/* Where the next escape sequence is, after what is at the begin of the range */
+const char* nextEscape(const char* begin, const char* end) {
+    /* In \\ud83d, what's escaped is the second backslash */
+    begin += *begin == '\\' && end - begin > 1 ? 2 : 1;
+    const void* const found = std::memchr(begin, '\\', end - begin);
+    return found ? static_cast<const char*>(found) : end;
+}
+
+void writePair(char* out, unsigned high, unsigned low) {
+    const unsigned codePoint =
+        0x10000 + ((high - 0xd800) << 10) + (low - 0xdc00);
+    out[0] = char(0xf0 | (codePoint >> 18));
+    for(int i = 1; i != 4; ++i)
+        out[i] = char(0x80 | ((codePoint >> (18 - 6 * i)) & 0x3f));
+}
+
+/* Corrade's parser decodes each half of a surrogate pair on its own: \ud83d and
+   \ude00 together become six bytes that aren't UTF-8, instead of the four of a
+   smiley. So those four are put in the place of the escape sequences, and what
+   follows is moved. Returns the new end, or null if a half is alone. */
+char* joinSurrogates(char* begin, char* end) {
+    char* out = begin;
+    for(const char* in = begin; in != end;) {
+        const unsigned high = escapedUnit(in, end);
+        if(high >= 0xd800 && high <= 0xdfff) {
+            const unsigned low = escapedUnit(in + 6, end);
+            if(high > 0xdbff || low < 0xdc00 || low > 0xdfff)
+                return nullptr;
+            writePair(out, high, low);
+            out += 4;
+            in += 12;
+            continue;
+        }
+        const char* const next = nextEscape(in, end);
+        if(out != in)
+            std::memmove(out, in, next - in);
+        out += next - in;
+        in = next;
+    }
+    return out;
+}
+
+}
+
+Containers::Optional<Utility::Json> parseLanguageFile(
+    Containers::ArrayView<char> content) {
+    if(!isUtf8(content))
+        return {};
+    const char* const end = joinSurrogates(content.begin(), content.end());
+    if(!end)
+        return {};
+    /* Users have one line per file to tell, with its name */
+    Utility::Error silence{nullptr};
+    return Utility::Json::fromString(
+        {content.data(), std::size_t(end - content.data())},
+        Utility::Json::Option::ParseLiterals |
+            Utility::Json::Option::ParseStrings);
+}
+
+}}

@@ -1,0 +1,19 @@
+#ifndef Orrelin_Tools_parseLanguageFile_h
+#define Orrelin_Tools_parseLanguageFile_h
+
+#include <Corrade/Containers/Containers.h>
+#include <Corrade/Utility/Utility.h>
+
+#include "OrrelinEngine.h"
+
+namespace OrrelinEngine { namespace LocalizationTools {
+
+/* A language file of given content, which is changed where it has escaped
+   surrogate pairs. Nothing if it isn't JSON, isn't UTF-8, or has half of such a
+   pair in an escape sequence, wherever it is; prints nothing. */
+Containers::Optional<Utility::Json> parseLanguageFile(
+    Containers::ArrayView<char> content);
+
+}}
+
+#endif
