@@ -1,6 +1,5 @@
 #include "Corrade/Utility/Json.h"
 
-#include <cctype>
 #include <charconv>
 #include <string>
 
@@ -83,9 +82,7 @@ private:
     const char* string(bool key);
     const char* escape();
     const char* unicodeEscape();
-    bool hex(unsigned& out);
     const char* number();
-    bool digits();
     const char* literal(Containers::StringView literal, JsonToken::Type type);
 
     JsonTokenData& add(JsonToken::Type type, const char* begin, bool parsed);
@@ -238,33 +235,15 @@ const char* Tokenizer::literal(
     return nullptr;
 }
 
-bool Tokenizer::digits() {
-    const char* const begin = _at;
-    while(_at != _end && *_at >= '0' && *_at <= '9')
-        ++_at;
-    return _at != begin;
-}
-
 const char* Tokenizer::number() {
     const char* const begin = _at;
-    if(*_at == '-')
+    if(*_at != '-' && (*_at < '0' || *_at > '9'))
+        return "expected a value";
+
+    /* What's between is looked at only where a number is converted */
+    constexpr Containers::StringView delimiters = "\t\r\n ,]}"_s;
+    while(_at != _end && !delimiters.contains(*_at))
         ++_at;
-    if(_at != _end && *_at == '0')
-        ++_at;
-    else if(!digits())
-        return _at == begin ? "expected a value" : "invalid number";
-    if(_at != _end && *_at == '.') {
-        ++_at;
-        if(!digits())
-            return "invalid number";
-    }
-    if(_at != _end && (*_at == 'e' || *_at == 'E')) {
-        ++_at;
-        if(_at != _end && (*_at == '+' || *_at == '-'))
-            ++_at;
-        if(!digits())
-            return "invalid number";
-    }
 
     add(JsonToken::Type::Number, begin, false);
     endValue();
@@ -281,10 +260,13 @@ const char* Tokenizer::string(const bool key) {
             return "unexpected end of a string";
         if(*_at == '"')
             break;
-        if(*_at != '\\')
-            return static_cast<unsigned char>(*_at) < ' '
-                ? "unescaped control character in a string"
-                : "invalid UTF-8";
+        if(static_cast<unsigned char>(*_at) < ' ')
+            return "unescaped control character in a string";
+        if(*_at != '\\') {
+            /* Not UTF-8, which is up to the user */
+            ++_at;
+            continue;
+        }
 
         escaped = true;
         _data.strings.append(copied, _at - copied);
@@ -326,43 +308,21 @@ const char* Tokenizer::escape() {
     return nullptr;
 }
 
-bool Tokenizer::hex(unsigned& out) {
-    if(_end - _at < 6 || _at[0] != '\\' || _at[1] != 'u')
-        return false;
-    const char* const end = _at + 6;
-    /* A sign would be accepted otherwise */
-    return std::isxdigit(static_cast<unsigned char>(_at[2])) &&
-        std::from_chars(_at + 2, end, out, 16).ptr == end;
-}
-
 const char* Tokenizer::unicodeEscape() {
-    unsigned code;
-    if(!hex(code))
+    unsigned code = 0;
+    if(_end - _at < 6 ||
+        std::from_chars(_at + 2, _at + 6, code, 16).ptr != _at + 6)
         return "invalid unicode escape sequence";
-
-    if(code >= 0xd800 && code < 0xe000) {
-        const char* const begin = _at;
-        unsigned low;
-        _at += 6;
-        if(code >= 0xdc00 || !hex(low) || low < 0xdc00 || low >= 0xe000) {
-            _at = begin;
-            return "unpaired surrogate in a unicode escape sequence";
-        }
-        code = 0x10000 + ((code - 0xd800) << 10) + (low - 0xdc00);
-    }
     _at += 6;
 
+    /* The halves of a surrogate pair stay apart */
     if(code < 0x80)
         _data.strings += char(code);
     else if(code < 0x800)
         _data.strings += {char(0xc0 | (code >> 6)), char(0x80 | (code & 0x3f))};
-    else if(code < 0x10000)
+    else
         _data.strings += {char(0xe0 | (code >> 12)),
             char(0x80 | ((code >> 6) & 0x3f)), char(0x80 | (code & 0x3f))};
-    else
-        _data.strings +=
-            {char(0xf0 | (code >> 18)), char(0x80 | ((code >> 12) & 0x3f)),
-                char(0x80 | ((code >> 6) & 0x3f)), char(0x80 | (code & 0x3f))};
     return nullptr;
 }
 

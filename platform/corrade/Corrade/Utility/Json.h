@@ -28,8 +28,8 @@ struct JsonData;
 
 Checks a whole document and makes a flat list of its tokens, each container
 before its contents and each key before its value. Any nesting depth is fine,
-nothing is recursive. Numbers are only checked, not converted; escape sequences
-are decoded.
+nothing is recursive. Escape sequences are decoded, each half of a surrogate
+pair on its own; whether texts are UTF-8 and what's in numbers isn't checked.
 */
 class Json {
 public:
@@ -48,8 +48,7 @@ public:
 
     /**
      * @brief Parse a string
-     * @param string        The whole document, in UTF-8 with no byte order
-     *      mark
+     * @param string        The whole document, with no byte order mark
      * @param options       What will be accessed
      * @param filename      Name for error messages
      *
