@@ -132,7 +132,8 @@ Containers::StringView Project::defaultLanguage() {
 
 std::vector<ProjectLanguage> Project::languages() {
     std::vector<ProjectLanguage> out;
-    const JsonValue* const records = _session.projectFile().find("/languages");
+    const JsonValue* const records =
+        editor().languagesSection.readValueNoDefault();
     if(!records || !records->IsObject())
         return out;
     const Containers::StringView defaultCode = defaultLanguage();
@@ -198,7 +199,8 @@ Containers::String Project::sourcePath() {
 }
 
 Containers::StringView Project::source(Containers::StringView recordPath) {
-    const JsonValue* const value = _session.projectFile().find(recordPath);
+    const JsonValue* const value =
+        editor().project[recordPath].readValueNoDefault();
     return value && value->IsString() ? text(*value) : Containers::StringView{};
 }
 

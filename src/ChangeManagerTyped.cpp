@@ -2,6 +2,8 @@
    JSON value */
 
 #include <initializer_list>
+#include <Corrade/Utility/Assert.h>
+#include <Corrade/Utility/Debug.h>
 #include <Magnum/Math/Vector3.h>
 
 #include "ChangeManager.h"
@@ -17,6 +19,17 @@ namespace {
    copies it */
 class NumberArray {
 public:
+    explicit NumberArray(const Magnum::Math::Vector3<float>& v):
+        NumberArray{{v.x(), v.y(), v.z()}} {}
+
+    /* The scalar last */
+    explicit NumberArray(const Magnum::Math::Quaternion<float>& q):
+        NumberArray{
+            {q.vector().x(), q.vector().y(), q.vector().z(), q.scalar()}} {}
+
+    const JsonValue& value() const { return _array; }
+
+private:
     explicit NumberArray(std::initializer_list<float> numbers):
         _allocator{_memory, sizeof(_memory)}, _array{rapidjson::kArrayType} {
         _array.Reserve(rapidjson::SizeType(numbers.size()), _allocator);
@@ -24,15 +37,16 @@ public:
             _array.PushBack(JsonValue{double(number)}, _allocator);
     }
 
-    const JsonValue& value() const { return _array; }
-
-private:
     alignas(std::max_align_t) char _memory[256];
     JsonAllocator _allocator;
     JsonValue _array;
 };
 
 JsonValue reference(Containers::StringView string) {
+    CORRADE_ASSERT(string.size() <= ~rapidjson::SizeType{},
+        "ChangeManager: a text of" << string.size()
+                                   << "bytes doesn't fit a JSON value",
+        JsonValue{});
     return JsonValue{rapidjson::StringRef(
         string.data() ? string.data() : "", string.size())};
 }
@@ -46,23 +60,27 @@ void ChangeManager::pushChange(Containers::StringView path,
 
 void ChangeManager::pushChange(Containers::StringView path,
     const Magnum::Math::Vector3<float>& value, bool continuous) {
-    pushChange(path, NumberArray{{value.x(), value.y(), value.z()}}.value(),
-        continuous);
+    pushChange(path, NumberArray{value}.value(), continuous);
 }
 
 void ChangeManager::pushChange(Containers::StringView path,
     const Magnum::Math::Quaternion<float>& value, bool continuous) {
-    const Magnum::Math::Vector3<float> v = value.vector();
-    pushChange(path, NumberArray{{v.x(), v.y(), v.z(), value.scalar()}}.value(),
-        continuous);
+    pushChange(path, NumberArray{value}.value(), continuous);
 }
 
 void ChangeManager::pushTransformChange(Containers::StringView path,
     const Magnum::Math::Matrix4<float>& value, bool continuous) {
     const Transformation parts = decompose(value);
-    pushChange(path + "/translation", parts.translation, continuous);
-    pushChange(path + "/rotation", parts.rotation, continuous);
-    pushChange(path + "/scaling", parts.scaling, continuous);
+    /* All of them before the first push, as the path may be a view of what that
+       moves */
+    Containers::String translation = path + "/translation";
+    Containers::String rotation = path + "/rotation";
+    Containers::String scaling = path + "/scaling";
+    push(std::move(translation), &NumberArray{parts.translation}.value(),
+        continuous);
+    push(std::move(rotation), &NumberArray{parts.rotation}.value(), continuous);
+    push(std::move(scaling), &NumberArray{parts.scaling}.value(), continuous);
+    rethrow();
 }
 
 void ChangeManager::pushAppend(

@@ -1,30 +1,33 @@
 #include "MergeIndex.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "ChangeManager.h"
-#include "shared/StringFunctors.h"
+#include "shared/NameHash.h"
 
 namespace OrrelinEngine {
 
 void MergeIndex::extend(
     Containers::ArrayView<const Change> changes, std::size_t size) {
-    for(std::size_t i = _runBegins.size(); i < size; ++i) {
+    for(std::size_t i = _changes.size(); i < size; ++i) {
         const bool begins = !i || changes[i].group != changes[i - 1].group;
-        _runBegins.push_back(begins ? std::int32_t(i) : _runBegins.back());
-        _positions[StrHash{}(changes[i].path)].push_back(std::int32_t(i));
+        _changes.push_back({nameHash(changes[i].path),
+            begins ? std::int32_t(i) : _changes.back().runBegin});
+        _positions[_changes.back().hash].push_back(std::int32_t(i));
     }
 }
 
 std::int32_t MergeIndex::find(Containers::ArrayView<const Change> changes,
     std::int32_t last, Containers::StringView path) {
     extend(changes, std::size_t(last) + 1);
-    const auto found = _positions.find(StrHash{}(path));
+    const auto found = _positions.find(nameHash(path));
     if(found == _positions.end())
         return -1;
 
     const std::vector<std::int32_t>& positions = found->second;
-    const std::int32_t begin = std::max(1, _runBegins[std::size_t(last)]);
+    const std::int32_t begin =
+        std::max(1, _changes[std::size_t(last)].runBegin);
     for(auto i = std::upper_bound(positions.begin(), positions.end(), last);
         i != positions.begin() && *(i - 1) >= begin; --i)
         /* Another one only if two paths have the same hash */
@@ -33,37 +36,29 @@ std::int32_t MergeIndex::find(Containers::ArrayView<const Change> changes,
     return -1;
 }
 
-void MergeIndex::shrink(
-    Containers::ArrayView<const Change> changes, std::size_t size) {
-    while(_runBegins.size() > size) {
-        _runBegins.pop_back();
-        const auto found =
-            _positions.find(StrHash{}(changes[_runBegins.size()].path));
+void MergeIndex::forget(std::int32_t first) {
+    while(_changes.size() > std::size_t(first)) {
+        const auto found = _positions.find(_changes.back().hash);
         found->second.pop_back();
         if(found->second.empty())
             _positions.erase(found);
+        _changes.pop_back();
     }
 }
 
-void MergeIndex::move(
-    const Change& change, std::int32_t from, std::int32_t to) {
-    std::vector<std::int32_t>& positions = _positions[StrHash{}(change.path)];
+void MergeIndex::move(std::uint64_t hash, std::int32_t from, std::int32_t to) {
+    std::vector<std::int32_t>& positions = _positions[hash];
     positions.erase(std::lower_bound(positions.begin(), positions.end(), from));
     positions.insert(
         std::lower_bound(positions.begin(), positions.end(), to), to);
 }
 
-void MergeIndex::exchange(Containers::ArrayView<const Change> changes,
-    std::int32_t first, std::int32_t second) {
-    if(first == second)
-        return;
-    move(changes[std::size_t(first)], first, second);
-    move(changes[std::size_t(second)], second, first);
-}
-
-void MergeIndex::clear() {
-    _positions.clear();
-    _runBegins.clear();
+void MergeIndex::exchange(std::int32_t first, std::int32_t second) {
+    /* Both are of one run */
+    std::swap(_changes[std::size_t(first)].hash,
+        _changes[std::size_t(second)].hash);
+    move(_changes[std::size_t(second)].hash, first, second);
+    move(_changes[std::size_t(first)].hash, second, first);
 }
 
 }

@@ -20,24 +20,28 @@ public:
     std::int32_t find(Containers::ArrayView<const Change> changes,
         std::int32_t last, Containers::StringView path);
 
-    /* The changes from given size on are about to be destroyed */
-    void shrink(Containers::ArrayView<const Change> changes, std::size_t size);
+    /* The changes from the given one on are about to be destroyed, or anybody
+       may have changed them when it's next asked */
+    void forget(std::int32_t first);
 
-    /* The two changes are about to be exchanged; the first is the newest of
-       its path up to the second, and both are of one run */
-    void exchange(Containers::ArrayView<const Change> changes,
-        std::int32_t first, std::int32_t second);
-
-    void clear();
+    /* The two changes were exchanged. The first was found as the newest of its
+       path up to the second. */
+    void exchange(std::int32_t first, std::int32_t second);
 
 private:
     void extend(Containers::ArrayView<const Change> changes, std::size_t size);
-    void move(const Change& change, std::int32_t from, std::int32_t to);
+    void move(std::uint64_t hash, std::int32_t from, std::int32_t to);
 
-    /* Positions, ascending, of the changes of each hash of a path */
-    std::unordered_map<std::size_t, std::vector<std::int32_t>> _positions;
-    /* Where the run of each known change begins */
-    std::vector<std::int32_t> _runBegins;
+    struct Known {
+        /* Of the path */
+        std::uint64_t hash;
+        /* Where the run begins */
+        std::int32_t runBegin;
+    };
+
+    std::vector<Known> _changes;
+    /* Positions, ascending, of the changes of each hash */
+    std::unordered_map<std::uint64_t, std::vector<std::int32_t>> _positions;
 };
 
 }

@@ -29,8 +29,11 @@ typedef rapidjson::GenericDocument<rapidjson::UTF8<char>, JsonAllocator,
 class Change;
 class ChangeHandler;
 class ChangeManager;
+class DocumentEdits;
+class DocumentIndex;
 class EditorSceneData;
 class EditorSession;
+class ExclusiveEdits;
 class FunctionChangeHandler;
 class JsonObject;
 class MergeIndex;

@@ -4,9 +4,12 @@
    The number of operations and the first seed are taken from the environment
    variables MODEL_OPERATIONS and MODEL_SEED. */
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <iterator>
 #include <gtest/gtest.h>
 
 #include "ChangeManagerComparison.h"
@@ -19,10 +22,15 @@ constexpr const char* Documents[]{
     R"({"a":{"b":{"list":[1,2,3],"c":"x"}},"list":["x","y","z"]})",
     R"({"objects":{"0":{"list":[{"a":1},{"a":2}],"c":[0.5,1.5]},)"
     R"("1":{"a":[]}},"a":5,"list":[[1,[2]],{}]})",
+    /* Members that look like elements */
+    R"({"objects":{"a":{"-5":1,"-":{"007":1}},"b":{"1700000000000":{"-":1}},)"
+    R"("c":{"-":1,"0":1,"2":{"-5":1}},"-":{"1":{"01":1},"0":[1]}}})",
 };
 constexpr const char* Segments[]{"a", "b", "c", "list", "objects", "~0", "~1",
     "", "0", "1", "2", "3", "5", "-", "-1", "-0", "01", "00", "4294967296",
-    "99999999999999999999"};
+    "99999999999999999999", "-5", "007", "1700000000000"};
+constexpr std::size_t Sizes[]{0, 1, 8, 15, 16, 17, 30, 32, 33, 44, 45, 46, 47,
+    48, 49, 50, 51, 52, 63, 64, 65, 127, 128, 129, 200};
 constexpr const char* Values[]{"1", "2.5", "null", "true", "\"x\"", "\"y\"",
     "[]", "{}", "[1,2,3]", "[0.5,2,7]", "[\"x\",[1]]", R"({"a":1})",
     R"({"0":"x"})", R"({"a":{"list":[1,2]},"b":[]})"};
@@ -42,12 +50,215 @@ const JsonValue& childOf(const JsonValue& value, std::size_t i) {
                            : value.MemberBegin()[std::ptrdiff_t(i)].value;
 }
 
-/* An object that is large enough to be indexed */
-std::string largeDocument() {
-    std::string out = R"({"objects":{)";
-    for(int i = 0; i != 60; ++i)
-        out += (i ? ",\"" : "\"") + std::to_string(i) + R"(":{"a":1})";
-    return out + R"(},"list":[1]})";
+std::string escaped(const std::string& name) {
+    std::string out;
+    for(const char c: name)
+        out += c == '~' ? "~0" : c == '/' ? "~1" : std::string{c};
+    return out;
+}
+
+/* One edit of an object that nothing announces. The path is the object's, the
+   value seeds what is chosen. New members are named like the object, with a
+   number. */
+class DirectEdit {
+public:
+    explicit DirectEdit(
+        JsonDocument& document, const ChangeOperation& operation):
+        _document(document),
+        _random{std::strtoull(operation.value.data(), nullptr, 10)},
+        _path{operation.path}, _pointer{_path.data(), _path.size()},
+        _prefix{_pointer.GetTokens()[_pointer.GetTokenCount() - 1].name} {}
+
+    void add() { add(object(), newName()); }
+
+    void addSome() {
+        for(std::size_t i = _random.below(8); i; --i)
+            add();
+    }
+
+    void remove() {
+        if(count())
+            object().RemoveMember(some());
+    }
+
+    void erase() {
+        if(count())
+            object().EraseMember(some());
+    }
+
+    void eraseSome() {
+        if(count()) {
+            const auto first = some();
+            object().EraseMember(first,
+                first +
+                    std::ptrdiff_t(_random.below(
+                        std::size_t(object().MemberEnd() - first) + 1)));
+        }
+    }
+
+    void removeAndAdd() {
+        remove();
+        add();
+    }
+
+    void eraseAndAdd() {
+        erase();
+        add();
+    }
+
+    void rename() {
+        if(count())
+            some()->name.SetString(newName().data(), _document.GetAllocator());
+    }
+
+    void exchangeNames() {
+        if(count())
+            some()->name.Swap(some()->name);
+    }
+
+    void exchangeMembers() {
+        if(count())
+            std::iter_swap(some(), some());
+    }
+
+    void sort() {
+        std::sort(object().MemberBegin(), endOfSome(),
+            [](const auto& a, const auto& b) {
+                return std::strcmp(a.name.GetString(), b.name.GetString()) < 0;
+            });
+    }
+
+    void reverse() { std::reverse(object().MemberBegin(), endOfSome()); }
+
+    /* All of them elsewhere in memory */
+    void copy() {
+        JsonValue out{object(), _document.GetAllocator()};
+        object() = out;
+    }
+
+    void parse() { _document.Parse(jsonText(_document).data()); }
+
+    void refill() {
+        const std::size_t size = otherCount();
+        object().RemoveAllMembers();
+        fill(object(), size);
+    }
+
+    void replace() {
+        JsonValue out{rapidjson::kObjectType};
+        fill(out, otherCount());
+        object() = out;
+    }
+
+    void swapWithOther() {
+        JsonValue& other = objectAt(_path + '2');
+        if(other.ObjectEmpty())
+            fill(other, otherCount());
+        other.Swap(object());
+    }
+
+    void moveAway() {
+        objectAt(_path + '2');
+        JsonValue& from = object();
+        objectAt(_path + '2') = from;
+        from.SetObject();
+    }
+
+private:
+    JsonValue& objectAt(const std::string& path) {
+        JsonValue& out = rapidjson::GenericPointer<JsonValue>{path.data(),
+            path.size()}.Create(_document);
+        return out.IsObject() ? out : out.SetObject();
+    }
+
+    JsonValue& object() { return objectAt(_path); }
+    std::size_t count() { return object().MemberCount(); }
+
+    JsonValue::MemberIterator some() {
+        return object().MemberBegin() + std::ptrdiff_t(_random.below(count()));
+    }
+
+    /* Now and then the last one stays where it is */
+    JsonValue::MemberIterator endOfSome() {
+        return object().MemberEnd() - (count() && _random.oneIn(2));
+    }
+
+    /* The same one, or one of those where look-ups may change their way */
+    std::size_t otherCount() {
+        if(_random.oneIn(500))
+            return 2000 + _random.below(6000);
+        return _random.oneIn(2) ? count() : _random.oneOf(Sizes);
+    }
+
+    std::string newName() {
+        std::string out;
+        do
+            out = _prefix + std::to_string(_random.below(count() * 2 + 32));
+        while(object().HasMember(out.data()));
+        return out;
+    }
+
+    void add(JsonValue& object, const std::string& name) {
+        JsonAllocator& allocator = _document.GetAllocator();
+        object.AddMember(JsonValue{name.data(), allocator},
+            JsonValue{int(_random.below(9))}, allocator);
+    }
+
+    void fill(JsonValue& object, std::size_t size) {
+        const std::size_t first = _random.below(32);
+        for(std::size_t i = 0; i != size; ++i)
+            add(object, _prefix + std::to_string(first + i));
+    }
+
+    JsonDocument& _document;
+    Random _random;
+    std::string _path;
+    rapidjson::GenericPointer<JsonValue> _pointer;
+    std::string _prefix;
+};
+
+/* The last ones leave what is there, in another order or place */
+const struct {
+    const char* name;
+    void (DirectEdit::*make)();
+} DirectEdits[]{
+    {"add", &DirectEdit::add},
+    {"addSome", &DirectEdit::addSome},
+    {"RemoveMember", &DirectEdit::remove},
+    {"EraseMember", &DirectEdit::erase},
+    {"eraseSome", &DirectEdit::eraseSome},
+    {"removeAndAdd", &DirectEdit::removeAndAdd},
+    {"eraseAndAdd", &DirectEdit::eraseAndAdd},
+    {"rename", &DirectEdit::rename},
+    {"exchangeNames", &DirectEdit::exchangeNames},
+    {"refill", &DirectEdit::refill},
+    {"replace", &DirectEdit::replace},
+    {"swapWithOther", &DirectEdit::swapWithOther},
+    {"moveAway", &DirectEdit::moveAway},
+    {"exchangeMembers", &DirectEdit::exchangeMembers},
+    {"sort", &DirectEdit::sort},
+    {"reverse", &DirectEdit::reverse},
+    {"copy", &DirectEdit::copy},
+    {"parse", &DirectEdit::parse},
+};
+constexpr std::size_t Rearranging = 5;
+
+/* One of so many last ones */
+ChangeOperation directEdit(
+    Random& random, const std::string& path, std::size_t of) {
+    return ChangeOperation{
+        (std::end(DirectEdits) - 1 - random.below(of))->name, path,
+        std::to_string(random.below(1000000))};
+}
+
+std::string perform(
+    Comparison& comparison, const ChangeOperation& operation) {
+    for(const auto& i: DirectEdits)
+        if(operation.name == i.name)
+            return comparison.edit([&](JsonDocument& document) {
+                (DirectEdit{document, operation}.*i.make)();
+            });
+    return comparison.perform(operation);
 }
 
 /* Anything at any path: missing parents, absent removals, scalars in the way,
@@ -55,6 +266,8 @@ std::string largeDocument() {
 class AnyOperations {
 public:
     explicit AnyOperations(Random& random): _random(random) {}
+
+    std::string document() { return _random.oneOf(Documents); }
 
     ChangeOperation next(ChangeManagerReference& reference) {
         constexpr const char* names[]{"push", "push", "push", "drag", "drag",
@@ -64,8 +277,8 @@ public:
         ChangeOperation out{_random.oneOf(names), {}, _random.oneOf(Values)};
         if(_random.oneIn(200))
             out.name = "reset";
-        if(_random.oneIn(30) && reference.group == -1)
-            out.name = "editDirectly";
+        if(_random.oneIn(10))
+            out.name = _random.oneIn(4) ? "write" : "read";
         if(reference.group != -1 && (out.name == "undo" || out.name == "redo"))
             out.name = "commit";
 
@@ -75,20 +288,20 @@ public:
                 out.path = "a";
             out.value = std::to_string(_handlers++);
         } else
-            out.path = path(reference, out.name == "editDirectly");
+            out.path = path(reference);
         if(out.name == "append")
             out.value = R"("s")";
         return out;
     }
 
 private:
-    std::string path(ChangeManagerReference& reference, bool inObject) {
+    std::string path(ChangeManagerReference& reference) {
         std::string out;
         do {
             out = !_recent.empty() && _random.below(3)
                 ? _recent[_random.below(_recent.size())]
                 : walk(reference.document);
-        } while(!isAllowed(reference, out, inObject));
+        } while(!isAllowed(reference, out));
         _recent.push_back(out);
         if(_recent.size() > 6)
             _recent.erase(_recent.begin());
@@ -115,27 +328,110 @@ private:
         return out;
     }
 
-    static std::string escaped(const std::string& name) {
-        std::string out;
-        for(const char c: name)
-            out += c == '~' ? "~0" : c == '/' ? "~1" : std::string{c};
-        return out;
-    }
-
-    static bool isAllowed(ChangeManagerReference& reference,
-        const std::string& path, bool inObject) {
+    /* Else it's a programming error and only ends the sequence */
+    static bool isAllowed(
+        ChangeManagerReference& reference, const std::string& path) {
         const auto [parentPath, segment] = splitLast(path);
         const JsonValue* const parent = reference.find(parentPath);
-        /* Would be a programming error and only end the sequence */
-        if(parent && !parent->IsObject() && !parent->IsArray() &&
-            isIndex(segment))
-            return false;
-        return !inObject || !parent || parent->IsObject();
+        return !parent || parent->IsObject() || parent->IsArray() ||
+            !isIndex(segment);
     }
 
     Random& _random;
     std::vector<std::string> _recent;
     int _handlers = 0;
+};
+
+/* An object, the sizes of which go up and down across those where look-ups may
+   change their way, and one beside it. Direct edits come in between, which
+   nothing announces, many or few or hardly any; so do accessors. */
+class SizeOperations {
+public:
+    explicit SizeOperations(Random& random):
+        _random(random), _object{random.oneOf(Objects)},
+        _edits{random.oneOf(Rates)}, _reads{random.oneOf(Rates)},
+        _repeats{random.below(8)}, _size{random.oneOf(Sizes)} {}
+
+    std::string document() {
+        JsonDocument out{rapidjson::kObjectType};
+        DirectEdit edit{out, ChangeOperation{"", _object}};
+        for(std::size_t i = _size; i; --i)
+            edit.add();
+        return jsonText(out);
+    }
+
+    ChangeOperation next(ChangeManagerReference& reference) {
+        constexpr const char* accesses[]{"read", "read", "write", "append"};
+        constexpr const char* names[]{"drag", "drag", "dragRemove",
+            "beginGroup", "commit", "undo", "undo", "redo", "redo", "markSave",
+            "forceNew"};
+        if(reference.handlers.empty())
+            return ChangeOperation{"handle", split(_object)[1], "all"};
+        if(_random.oneIn(_edits))
+            return directEdit(_random, _object, std::size(DirectEdits));
+
+        const JsonValue* const object = reference.find(_object);
+        const std::size_t size = object ? sizeOf(*object) : 0;
+        if(_random.oneIn(200))
+            _size = _random.oneOf(Sizes);
+        if(_random.oneIn(_reads))
+            return ChangeOperation{_random.oneOf(accesses),
+                path(reference, _random.oneIn(2)), "\"s\""};
+        if(_random.oneIn(80))
+            return ChangeOperation{_random.oneIn(2) ? "push" : "remove",
+                _object, _random.oneIn(2) ? "{}" : R"({"a":1,"b":{"a":2}})"};
+        if(_random.oneIn(2)) {
+            const bool grows = size + 4 < _size + _random.below(9);
+            return ChangeOperation{grows ? "push" : "remove",
+                path(reference, !grows), _random.oneOf(Values)};
+        }
+
+        ChangeOperation out{_random.oneIn(300) ? "reset" : _random.oneOf(names),
+            path(reference, _random.below(4)), _random.oneOf(Values)};
+        if(reference.group != -1 && (out.name == "undo" || out.name == "redo"))
+            out.name = "commit";
+        return out;
+    }
+
+private:
+    /* With names short and long, of digits, and to be escaped. The second
+       ones stand beside it. */
+    static constexpr const char* Objects[]{"/n", "/objects/n", "/objects/",
+        "/objects/of-11-bytes", "/objects/a-name-of-more-bytes", "/a/~1"};
+    static constexpr std::size_t Rates[]{2, 16, 1000000, 1000000};
+
+    /* Of one that's there, or of any */
+    std::string path(ChangeManagerReference& reference, bool present) {
+        std::string out = _object + (_random.oneIn(8) ? "2" : "");
+        const JsonValue* const object = reference.find(out);
+        const std::size_t size =
+            object && object->IsObject() ? sizeOf(*object) : 0;
+        /* The last one more often */
+        if(present && size)
+            out += '/' +
+                escaped(nameAt(*object,
+                    std::min(
+                        size - 1, _random.below(size + size / 8 + 1))));
+        else
+            out += '/' + splitLast(_object).second +
+                std::to_string(_random.below(size * 2 + 32));
+        if(_random.oneIn(8))
+            out += _random.oneIn(2) ? "/a" : "/a/b";
+        if(!_recent.empty() && _random.below(8) < _repeats)
+            return _recent[_random.below(_recent.size())];
+        if(_recent.size() < 6)
+            _recent.push_back(out);
+        else
+            _recent[_random.below(_recent.size())] = out;
+        return out;
+    }
+
+    Random& _random;
+    std::string _object;
+    std::size_t _edits, _reads;
+    std::size_t _repeats;
+    std::size_t _size;
+    std::vector<std::string> _recent;
 };
 
 /* What undoes exactly: no parents that are missing, emptied or replaced and no
@@ -144,12 +440,16 @@ private:
    don't contain each other, and nothing is undone before the end. */
 class ReversibleOperations {
 public:
-    static constexpr const char* Document =
-        R"({"objects":{"o1":{"id":1,"a":1,"b":"x"},"o2":{"id":2}},)"
-        R"("lists":{"l1":["x","y","z"],"l2":[[1,2],3]}})";
-
     explicit ReversibleOperations(Random& random):
         _random(random), _drags{random.oneIn(2)} {}
+
+    std::string document() {
+        std::string out = R"({"lists":{"l1":["x","y","z"],"l2":[[1,2],3]},)"
+                          R"("objects":{"o":{"id":1,"a":1,"b":"x"})";
+        for(std::size_t i = _random.oneOf(Sizes); i; --i)
+            out += ",\"o" + std::to_string(i) + R"(":{"id":2})";
+        return out + "}}";
+    }
 
     ChangeOperation next(ChangeManagerReference& reference) {
         constexpr const char* others[]{"beginGroup", "commit", "undo", "undo",
@@ -163,24 +463,32 @@ public:
                 out.name = "commit";
             return out;
         }
+        if(_random.oneIn(4))
+            return directEdit(_random, "/objects", Rearranging);
         if(_drags || _random.oneIn(2))
             return member(reference.document);
-        if(_random.oneIn(5))
+        if(_random.oneIn(3))
             return ChangeOperation{"push",
                 "/objects/new" + std::to_string(_records++), R"({"id":0})"};
+        if(_random.oneIn(3) && sizeOf(reference.document["objects"]) > 1)
+            return ChangeOperation{
+                "remove", "/objects/" + someRecord(reference.document)};
         return element(reference.document);
     }
 
 private:
+    std::string someRecord(const JsonValue& document) {
+        const JsonValue& records = document["objects"];
+        return nameAt(records, _random.below(sizeOf(records)));
+    }
+
     ChangeOperation member(const JsonValue& document) {
         constexpr const char* members[]{"a", "b", "c", "0"};
-        const JsonValue& records = document["objects"];
         const bool removes = _random.oneIn(2);
         return ChangeOperation{_drags ? removes ? "dragRemove" : "drag"
                 : removes             ? "remove"
                                       : "push",
-            "/objects/" + nameAt(records, _random.below(sizeOf(records))) +
-                '/' + _random.oneOf(members),
+            "/objects/" + someRecord(document) + '/' + _random.oneOf(members),
             _random.oneOf(Values)};
     }
 
@@ -213,9 +521,8 @@ private:
 std::uint64_t currentSeed;
 
 /* Whether undoing everything has to give the document back as it was is told
-   by the last argument */
-template<class Operations>
-void compare(const std::vector<std::string>& documents, bool restores) {
+   by the argument */
+template<class Operations> void compare(bool restores) {
     std::signal(SIGABRT, [](int) {
         std::fprintf(stderr, "Aborted with MODEL_SEED=%llu\n",
             static_cast<unsigned long long>(currentSeed));
@@ -224,17 +531,17 @@ void compare(const std::vector<std::string>& documents, bool restores) {
     currentSeed = environment("MODEL_SEED", 1);
     for(std::uint64_t done = 0; done < count; ++currentSeed) {
         Random random{currentSeed};
-        const std::string& document = documents[random.below(documents.size())];
+        Operations operations{random};
+        const std::string document = operations.document();
         std::string made = document + '\n';
         std::string difference;
-        Operations operations{random};
         Comparison comparison{document};
-        for(std::size_t left = 10 + random.below(60);
+        for(std::size_t left = 10 + random.below(300);
             left && difference.empty() && !comparison.reference.violated;
             --left, ++done) {
             const ChangeOperation next = operations.next(comparison.reference);
             made += next.text() + '\n';
-            difference = comparison.perform(next);
+            difference = perform(comparison, next);
         }
         if(restores && difference.empty() && !comparison.reference.violated)
             difference = comparison.undoAndRedoAll(document);
@@ -245,14 +552,15 @@ void compare(const std::vector<std::string>& documents, bool restores) {
 }
 
 TEST(ChangeManagerModelTest, anyOperations) {
-    std::vector<std::string> documents{
-        std::begin(Documents), std::end(Documents)};
-    documents.push_back(largeDocument());
-    compare<AnyOperations>(documents, false);
+    compare<AnyOperations>(false);
+}
+
+TEST(ChangeManagerModelTest, sizes) {
+    compare<SizeOperations>(false);
 }
 
 TEST(ChangeManagerModelTest, undoRestores) {
-    compare<ReversibleOperations>({ReversibleOperations::Document}, true);
+    compare<ReversibleOperations>(true);
 }
 
 }}}

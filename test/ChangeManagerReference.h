@@ -2,6 +2,7 @@
 #define Orrelin_test_ChangeManagerReference_h
 
 #include <algorithm>
+#include <cstdlib>
 #include <string>
 #include <utility>
 #include <vector>
@@ -200,16 +201,16 @@ private:
         return -1;
     }
 
-    /* Where an index, as long as it may be, inserts in an array */
+    /* Where an index inserts in an array, -1 if that's nowhere in any */
+    static long long indexOf(const std::string& segment) {
+        const long long n = std::strtoll(segment.data(), nullptr, 10);
+        return n < 0 || n > 0x7fffffff ? -1 : n;
+    }
+
     static std::size_t insertionIndex(
         const std::string& segment, std::size_t size) {
-        std::string digits = segment;
-        const bool minus = digits[0] == '-';
-        digits.erase(0, minus);
-        digits.erase(0, digits.find_first_not_of('0'));
-        if(digits.empty())
-            return 0;
-        return minus || digits.size() > 9 ? size : std::stoul(digits);
+        const long long n = indexOf(segment);
+        return n == -1 ? size : std::size_t(n);
     }
 
     /* The path of a value that isn't there yet, with the index that it will
@@ -228,7 +229,8 @@ private:
 
         const auto [parentPath, segment] = splitLast(out);
         const JsonValue* const parent = find(parentPath);
-        if(!isIndex(segment) || (parent && !parent->IsArray()))
+        if(!isIndex(segment) || (parent && !parent->IsArray()) ||
+            (!parent && indexOf(segment) != -1))
             return out;
         return parentPath + '/' +
             std::to_string(
@@ -236,13 +238,46 @@ private:
     }
 
     void apply(const Change& change) {
+        const std::string path = addressOf(change);
         if(change.newValue.empty())
-            remove(change.path);
-        else if(!change.oldValue.empty())
-            set(change.path, change.newValue);
+            remove(path);
+        else if(!change.oldValue.empty() && (find(path) || !isInArray(path)))
+            set(path, change.newValue);
         else
-            insert(change.path, change.newValue);
+            insert(path, change.newValue);
         notify(change);
+    }
+
+    /* Where the old value is. It went into an array if the object that it was
+       in, as a member named like an index, is an array by now. */
+    std::string addressOf(const Change& change) {
+        std::string found;
+        if(!change.oldValue.empty() && !find(change.path))
+            found = search({}, split(change.path), 1,
+                jsonDocument(change.oldValue));
+        return found.empty() ? change.path : found;
+    }
+
+    /* Empty if there is none */
+    std::string search(const std::string& at,
+        const std::vector<std::string>& segments, std::size_t i,
+        const JsonValue& wanted) {
+        const JsonValue* const value = find(at);
+        if(!value || i == segments.size())
+            return value && *value == wanted ? at : std::string{};
+        const std::string& segment = segments[i];
+        const std::string child = at + '/' + segment;
+        /* An index as pointers write it means this element and no other */
+        if(find(child) || !value->IsArray() ||
+            (segment != "-" && !isIndex(segment)) ||
+            segment == std::to_string(std::max(indexOf(segment), 0ll)))
+            return search(child, segments, i + 1, wanted);
+
+        std::string found;
+        for(std::size_t j = value->Size(); j && found.empty(); --j)
+            found = search(at + '/' + std::to_string(j - 1), segments, i + 1,
+                wanted);
+        return found;
     }
 
     void remove(const std::string& path) {
@@ -261,7 +296,8 @@ private:
     void insert(const std::string& path, const std::string& value) {
         const auto [parentPath, segment] = splitLast(path);
         JsonValue* parent = find(parentPath);
-        if(!isIndex(segment) || (parent && parent->IsObject())) {
+        if(!isIndex(segment) || (parent && parent->IsObject()) ||
+            (!parent && indexOf(segment) != -1)) {
             set(path, value);
             return;
         }

@@ -133,7 +133,55 @@ undo => Remove /list/6: 6 -> ()
 push /a/1 5 => Create /a/1: () -> 5
 push /objects/b/-3 5 => Create /objects/b/0: () -> 5
 push /objects/c/- 5 => Create /objects/c/-: () -> 5
-{"objects":{"b":[5],"c":{"-":5}},"a":[null,5]}
+push /objects/d/1700000000000 5 => Create /objects/d/0: () -> 5
+push /objects/e/007 5 => Create /objects/e/007: () -> 5
+push /objects/f/-0 5 => Create /objects/f/-0: () -> 5
+{"objects":{"b":[5],"c":{"-":5},"d":[5],"e":{"007":5},"f":{"-0":5}},"a":[null,5]}
+)"},
+    {"members named like elements, gone with their object, come and go as such",
+        R"({"b":{"a":{"x":{"007":1},"y":{"1700000000000":1},"z":{"-5":1}}}}
+remove /b/a/x/007 => Remove /b/a/x/007: 1 -> ()
+remove /b/a/y/1700000000000 => Remove /b/a/y/1700000000000: 1 -> ()
+push /b/a/z/-5 2 => Change /b/a/z/-5: 1 -> 2
+remove /b/a/z/-5 => Remove /b/a/z/-5: 2 -> ()
+{"b":{}}
+undo => Create /b/a/z/-5: () -> 2
+undo => Change /b/a/z/-5: 2 -> 1
+undo => Create /b/a/y/1700000000000: () -> 1
+undo => Create /b/a/x/007: () -> 1, saved
+{"b":{"a":{"z":[1],"y":[1],"x":{"007":1}}}}
+redo => Remove /b/a/x/007: 1 -> ()
+redo => Remove /b/a/y/1700000000000: 1 -> ()
+redo => Change /b/a/z/-5: 1 -> 2
+redo => Remove /b/a/z/-5: 2 -> ()
+{"b":{}}
+undo => Create /b/a/z/-5: () -> 2
+undo => Change /b/a/z/-5: 2 -> 1
+undo => Create /b/a/y/1700000000000: () -> 1
+undo => Create /b/a/x/007: () -> 1, saved
+{"b":{"a":{"z":[1],"y":[1],"x":{"007":1}}}}
+)"},
+    {"an index is filled up to once", R"({"b":{"a":{"5":1}}}
+remove /b/a/5 => Remove /b/a/5: 1 -> ()
+undo => Create /b/a/5: () -> 1, saved
+redo => Remove /b/a/5: 1 -> ()
+undo => Create /b/a/5: () -> 1, saved
+redo => Remove /b/a/5: 1 -> ()
+{"b":{"a":[null,null,null,null,null]}}
+undo => Create /b/a/5: () -> 1, saved
+{"b":{"a":[null,null,null,null,null,1]}}
+)"},
+    {"the last one of an array that is equal is meant",
+        R"({"b":{"a":{"-":{"x":1},"0":{"x":2}}}}
+push /b/a/-/x 3 => Change /b/a/-/x: 1 -> 3
+remove /b/a/- => Remove /b/a/-: {"x":3} -> ()
+remove /b/a/0 => Remove /b/a/0: {"x":2} -> ()
+undo => Create /b/a/0: () -> {"x":2}
+undo => Create /b/a/-: () -> {"x":3}
+push /b/a/0/x 3 => Change /b/a/0/x: 2 -> 3
+undo => Change /b/a/0/x: 3 -> 2
+undo => Change /b/a/-/x: 3 -> 1, saved
+{"b":{"a":[{"x":2},{"x":1}]}}
 )"},
     {"dragging what moved up", R"({"list":[1,2,3],"a":0}
 push /a 1 => Change /a: 0 -> 1
@@ -355,7 +403,7 @@ TEST(ChangeManagerTest, ownership) {
     fixture.perform("push /a/w 0");
 
     /* A value of the document, below itself */
-    fixture.manager.pushChange("/a/x/y/0", *fixture.project.find("/a/x"), true);
+    fixture.manager.pushChange("/a/x/y/0", fixture.project.document["a"]["x"], true);
     EXPECT_EQ(
         fixture.document(), R"({"a":{"x":{"y":[{"y":[1]}]},"z":"z","w":0}})");
     /* A value of the change that's merged into, and a part of it */
@@ -373,7 +421,7 @@ TEST(ChangeManagerTest, ownership) {
     EXPECT_EQ(fixture.document(), R"({"a":{"x":{"y":[1]},"z":[1],"w":0}})");
 
     /* Editing the document directly doesn't change the history */
-    fixture.project.find("/a/z")->PushBack(2, allocator);
+    fixture.project.document["a"]["z"].PushBack(2, allocator);
     EXPECT_EQ(fixture.last(), R"(Change /a/z: "z" -> [1])");
 
     /* A text that is only referred to is copied all the same */
@@ -407,7 +455,7 @@ TEST(ChangeManagerTest, anyDepth) {
     fixture.manager.undoLast();
     EXPECT_EQ(fixture.document(), R"({"a":{"x":1}})");
     fixture.manager.redoLastUndo();
-    const JsonValue* inner = fixture.project.find("/a/x");
+    const JsonValue* inner = &fixture.project["a/x"].readValue();
     for(int i = 0; i != 500000; ++i) {
         ASSERT_TRUE(inner->IsArray() && inner->Size() == 2) << i;
         inner = &(*inner)[1]["a"];
@@ -624,7 +672,7 @@ TEST(ChangeManagerDeathTest, invalid) {
     /* An element of what is no array */
     EXPECT_DEATH(fixture.perform("push /a/0 1"),
         "^Assertion parent->IsArray\\(\\) failed at "
-        "src/ChangeManager\\.cpp:[0-9]+\n$");
+        "src/DocumentEdits\\.cpp:[0-9]+\n$");
     EXPECT_DEATH(fixture.manager.addChangeHandler("", Told::handle, nullptr),
         testing::Eq("StaticMap::put(): key cannot be nullptr.\n"));
 }

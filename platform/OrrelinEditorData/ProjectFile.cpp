@@ -1,6 +1,6 @@
 #include "editor/ProjectFile.h"
 
-#include "DocumentIndex.h"
+#include "shared/DocumentIndex.h"
 
 namespace OrrelinEngine {
 
@@ -18,29 +18,9 @@ JsonValue* ProjectFile::find(Containers::StringView pointer) {
     return _index->find(document, pointer);
 }
 
-const JsonValue* ProjectFile::find(Containers::StringView pointer) const {
-    return const_cast<ProjectFile&>(*this).find(pointer);
-}
-
 JsonValue& ProjectFile::create(Containers::StringView pointer) {
-    return _index->create(document, pointer, document.GetAllocator());
-}
-
-bool ProjectFile::erase(Containers::StringView pointer) {
-    return _index->erase(document, pointer);
-}
-
-void ProjectFile::distrustLookups() {
-    _index->distrust();
-}
-
-EditScope::EditScope(const RecordAccess& place, bool continues):
-    _index{*place._file->_index} {
-    _index.beginScope(continues);
-}
-
-EditScope::~EditScope() {
-    _index.endScope();
+    return _index->create(_index->locate(document, pointer), document, pointer,
+        document.GetAllocator());
 }
 
 }

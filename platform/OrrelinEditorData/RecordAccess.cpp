@@ -5,7 +5,6 @@
 #include <iterator>
 #include <limits>
 
-#include "DocumentIndex.h"
 #include "editor/ProjectFile.h"
 #include "editor/RapidJsonUtils.h"
 
@@ -85,11 +84,7 @@ const JsonValue& RecordAccess::readValue() const {
 }
 
 JsonValue& RecordAccess::writeValue() {
-    JsonValue& value = _file->create(path);
-    /* Members may be added, removed and renamed through the reference */
-    if(value.IsObject() || value.IsArray())
-        _file->distrustLookups();
-    return value;
+    return _file->create(path);
 }
 
 ValueAccess RecordAccess::subValue(Containers::StringView key) const {

@@ -81,7 +81,7 @@ void gatherScript(OrrelinEditor& editor, const Component& component,
 void gatherComponent(
     OrrelinEditor& editor, const Component& component, TermMap& strings) {
     const JsonValue* const storedType = child(component.stored, "type");
-    const Containers::StringView type = storedType
+    const Containers::StringView type = storedType && storedType->IsString()
         ? stringOf(*storedType)
         : editor.project[component.path]["type"].asString();
     if(type == "text")

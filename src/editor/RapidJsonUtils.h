@@ -20,8 +20,7 @@ namespace RapidJsonUtils {
 @param pointer  The JSON Pointer
 
 @cpp nullptr @ce if there is no such value or @p pointer isn't a valid JSON
-Pointer. Searches members one by one; in a project document,
-@ref ProjectFile::find() is independent of the size of objects.
+Pointer. Searches members one by one.
 */
 JsonValue* valueByPointer(JsonValue& root, Containers::StringView pointer);
 

@@ -24,9 +24,9 @@ have a value when something is stored there. It has to be gone before its
 A value is looked for in the document, then in the editor's schema of project
 settings, then in what the host supplied with @ref ProjectFile::setDefaults().
 
-Resolving costs a look-up per path segment. Objects with many members are
-looked up through an index, so the cost doesn't depend on their size; see
-@ref ProjectFile for the one exception.
+Resolving costs a look-up per path segment. Members that are there are found at
+a cost that doesn't depend on the size of their object; to find out that one is
+absent costs a search of it.
 */
 class RecordAccess: public JsonObject {
 public:
@@ -105,8 +105,6 @@ public:
     bool hasValue() const;
 
 private:
-    friend class EditScope;
-
     /* Looks the place up anew, in the given number of sources at most */
     const JsonValue* resolve(unsigned int sources) const;
 

@@ -240,7 +240,7 @@ TEST_F(EditorSessionTest, saveOfWhatIsNoNumber) {
     JsonValue list{rapidjson::kArrayType};
     for(const double d: {1.5, double(NAN), HUGE_VAL, -HUGE_VAL})
         list.PushBack(d, session.projectFile().allocator());
-    session.projectFile().create("/a") = list;
+    session.projectFile()["a"].writeValue() = list;
 
     const Printed printed;
     EXPECT_TRUE(session.save(folder.path("project.json")));

@@ -18,7 +18,8 @@ struct RecordAccessTest: testing::Test {
     }
 
     std::string stored(StringView path) {
-        const JsonValue* const value = file.find(path);
+        const JsonValue* const value =
+            RapidJsonUtils::valueByPointer(file.document, path);
         return value ? jsonText(*value) : "nothing";
     }
 
@@ -191,7 +192,7 @@ TEST_F(RecordAccessTest, accessorBeforeCreation) {
     EXPECT_EQ(stored(""), R"({"languages":{"de":{"name":"German"}}})");
 
     /* And after it is gone again */
-    file.erase("/languages/de");
+    file.document["languages"].RemoveMember("de");
     EXPECT_FALSE(record.hasValue());
     EXPECT_FALSE(record["name"].exists());
 }

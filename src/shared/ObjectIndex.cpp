@@ -1,36 +1,39 @@
-#include "ObjectIndex.h"
+#include "shared/ObjectIndex.h"
 
 #include <algorithm>
 #include <cstring>
-#include <functional>
-#include <string_view>
 #include <Corrade/Containers/StringView.h>
+
+#include "shared/NameHash.h"
 
 namespace OrrelinEngine {
 
 namespace {
 
-/* After that many searches of an object, building its index anew is cheaper */
+/* So many searches of an object come before its index: one that is looked into
+   just once isn't worth the ten times that making the index takes */
+constexpr std::uint32_t FirstSearches = 2;
+/* After that many searches which the index should have spared, making it anew
+   is cheaper than going on */
 constexpr std::uint32_t MaxSearches = 16;
 constexpr std::uint32_t Free = ~std::uint32_t{};
 
-std::uint32_t hashOf(const char* data, std::size_t size) {
-    const std::size_t hash =
-        std::hash<std::string_view>{}(std::string_view{data, size});
-    return std::uint32_t(hash ^ (hash >> 32));
-}
-
-const JsonValue::Member& memberAt(
-    const JsonValue& object, std::uint32_t position) {
-    return *(object.MemberBegin() + std::ptrdiff_t(position));
+Containers::StringView nameAt(const JsonValue& object, std::uint32_t position) {
+    const JsonValue& name =
+        (object.MemberBegin() + std::ptrdiff_t(position))->name;
+    return {name.GetString(), name.GetStringLength()};
 }
 
 bool isNamed(const JsonValue& object, std::uint32_t position,
     Containers::StringView name) {
-    const JsonValue& n = memberAt(object, position).name;
-    return n.GetStringLength() == name.size() &&
+    const Containers::StringView n = nameAt(object, position);
+    return n.size() == name.size() &&
         (name.isEmpty() ||
-            std::memcmp(n.GetString(), name.data(), name.size()) == 0);
+            std::memcmp(n.data(), name.data(), name.size()) == 0);
+}
+
+std::uint32_t hashOf(Containers::StringView name) {
+    return std::uint32_t(nameHash(name));
 }
 
 }
@@ -68,39 +71,22 @@ void ObjectIndex::insert(std::uint32_t hash, std::uint32_t position) {
     ++_used;
 }
 
+/* Of members with one name only the first is worth a hint, and thousands of
+   them would make a row in the table that each look-up goes along */
+void ObjectIndex::insertNew(const JsonValue& object, std::uint32_t position) {
+    const Containers::StringView name = nameAt(object, position);
+    const std::uint32_t hash = hashOf(name);
+    if(findHinted(object, name, hash) < position)
+        _hasDuplicates = true;
+    else
+        insert(hash, position);
+}
+
 void ObjectIndex::extend(const JsonValue& object) {
     const std::uint32_t count = object.MemberCount();
     growTable(_used + count - _count);
-    for(; _count != count; ++_count) {
-        const JsonValue& name = memberAt(object, _count).name;
-        insert(hashOf(name.GetString(), name.GetStringLength()), _count);
-    }
-    rememberLast(object);
-}
-
-void ObjectIndex::rememberLast(const JsonValue& object) {
-    if(!_count)
-        return;
-    const JsonValue& name = memberAt(object, _count - 1).name;
-    _lastName = name.GetString();
-    _lastHash = hashOf(name.GetString(), name.GetStringLength());
-}
-
-bool ObjectIndex::lastStands(const JsonValue& object) const {
-    if(!_count || object.MemberCount() < _count)
-        return false;
-    const JsonValue& name = memberAt(object, _count - 1).name;
-    return name.GetString() == _lastName &&
-        hashOf(name.GetString(), name.GetStringLength()) == _lastHash;
-}
-
-void ObjectIndex::checkComplete(const JsonValue& object) {
-    /* Whatever was removed and added directly, the member at the end of those
-       that are known is another one then */
-    if(_complete && !lastStands(object)) {
-        _complete = false;
-        _vainSearches = 0;
-    }
+    for(; _count != count; ++_count)
+        insertNew(object, _count);
 }
 
 void ObjectIndex::rebuild(const JsonValue& object) {
@@ -108,13 +94,15 @@ void ObjectIndex::rebuild(const JsonValue& object) {
     _used = 0;
     _count = 0;
     _surprises = 0;
+    _hasDuplicates = false;
     extend(object);
 }
 
 std::uint32_t ObjectIndex::findHinted(const JsonValue& object,
     Containers::StringView name, std::uint32_t hash) const {
     const std::uint32_t count = object.MemberCount();
-    /* If members were erased directly, what followed them moved up */
+    /* If some members were erased directly, those behind them moved up by as
+       many at most */
     const std::uint32_t moved =
         count < _count ? std::min(_count - count, MaxSearches) : 0;
 
@@ -135,45 +123,52 @@ std::uint32_t ObjectIndex::findHinted(const JsonValue& object,
     return found;
 }
 
-std::uint32_t ObjectIndex::find(
-    const JsonValue& object, Containers::StringView name, std::uint64_t epoch) {
-    const std::uint32_t count = object.MemberCount();
-    if(_slots.empty() || _surprises > MaxSearches)
-        rebuild(object);
-    if(!epoch || epoch != _epoch) {
-        _epoch = epoch;
-        _vainSearches = 0;
-        _complete = false;
-    }
-    if(count != _count)
-        checkComplete(object);
-    if(count > _count)
-        extend(object);
-
-    const std::uint32_t hash = hashOf(name.data(), name.size());
-    const std::uint32_t hinted = findHinted(object, name, hash);
-    if(hinted != count)
-        return hinted;
-    checkComplete(object);
-    if(_complete)
-        return count;
-
-    const std::uint32_t searched = searchMember(object, name);
-    if(searched != count) {
+std::uint32_t ObjectIndex::search(const JsonValue& object,
+    Containers::StringView name, std::uint32_t hash) {
+    const std::uint32_t found = searchMember(object, name);
+    if(found != object.MemberCount()) {
         ++_surprises;
         growTable(_used + 1);
-        insert(hash, searched);
-    } else if(++_vainSearches > MaxSearches) {
+        insert(hash, found);
+    } else if(_promise && ++_vainSearches > MaxSearches) {
         rebuild(object);
         _complete = true;
     }
-    return searched;
+    return found;
+}
+
+std::uint32_t ObjectIndex::find(const JsonValue& object,
+    Containers::StringView name, std::uint64_t promise) {
+    const std::uint32_t count = object.MemberCount();
+    if(_slots.empty() && _searches < FirstSearches) {
+        ++_searches;
+        return searchMember(object, name);
+    }
+    /* A number that isn't the one left behind means that the promise wasn't
+       kept, which costs a comparison to see */
+    if(!promise || promise != _promise || count != _count) {
+        _promise = promise;
+        _vainSearches = 0;
+        _complete = false;
+    }
+    if(_slots.empty() || _surprises > MaxSearches)
+        rebuild(object);
+    else if(count > _count)
+        extend(object);
+
+    const std::uint32_t hash = hashOf(name);
+    const std::uint32_t hinted = findHinted(object, name, hash);
+    return hinted != count || _complete ? hinted
+                                        : search(object, name, hash);
 }
 
 void ObjectIndex::appended(const JsonValue& object) {
     /* If it wasn't in step with the object, the next look-up extends it */
-    if(_count + 1 == object.MemberCount())
-        extend(object);
+    if(_slots.empty() || _count + 1 != object.MemberCount())
+        return;
+    growTable(_used + 1);
+    insert(hashOf(nameAt(object, _count)), _count);
+    ++_count;
 }
 
 std::size_t ObjectIndex::slotOf(
@@ -204,15 +199,16 @@ void ObjectIndex::freeSlot(std::size_t slot) {
 }
 
 void ObjectIndex::erase(JsonValue& object, std::uint32_t position) {
-    checkComplete(object);
-    const JsonValue& name = memberAt(object, position).name;
-    const std::uint32_t hash = hashOf(name.GetString(), name.GetStringLength());
+    const std::uint32_t hash = hashOf(nameAt(object, position));
+    const bool inStep = !_slots.empty() && _count == object.MemberCount();
     object.EraseMember(object.MemberBegin() + std::ptrdiff_t(position));
-    /* If it wasn't in step with the object, its hints stay hints */
-    if(_count != object.MemberCount() + 1)
+    /* Otherwise the hints stay those of what was, as after a direct edit */
+    if(!inStep)
         return;
     --_count;
-    rememberLast(object);
+    /* Another member of that name may be there, which has no hint */
+    if(_hasDuplicates)
+        _complete = false;
 
     const std::size_t slot = slotOf(hash, position);
     if(_slots[slot].position != Free)

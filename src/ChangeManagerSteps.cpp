@@ -1,0 +1,168 @@
+/* Groups, undo and redo, and what is saved */
+
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/GrowableArray.h>
+#include <Corrade/Utility/Assert.h>
+#include <Corrade/Utility/Debug.h>
+
+#include "ChangeManager.h"
+#include "DocumentEdits.h"
+
+namespace OrrelinEngine {
+
+/* The first change of the step that ends with given one */
+std::int32_t ChangeManager::stepBegin(std::int32_t lastOfStep) const {
+    std::int32_t first = lastOfStep;
+    const std::int32_t group = _changes[std::size_t(first)].group;
+    while(group >= 0 && first && _changes[std::size_t(first - 1)].group == group)
+        --first;
+    return first;
+}
+
+/* Past the last change of the step that begins with given one */
+std::int32_t ChangeManager::stepEnd(std::int32_t firstOfStep) const {
+    const std::int32_t group = _changes[std::size_t(firstOfStep)].group;
+    std::int32_t end = firstOfStep + 1;
+    while(group >= 0 && std::size_t(end) != _changes.size() &&
+        _changes[std::size_t(end)].group == group)
+        ++end;
+    return end;
+}
+
+void ChangeManager::commit() {
+    expectNotInHandler("commit(): Can't commit a group");
+    const std::int32_t group = _currentGroup;
+    _currentGroup = -1;
+    if(_lastChange < 0 || last().group != group)
+        return;
+
+    std::int32_t first = _lastChange;
+    while(first && _changes[std::size_t(first - 1)].group == group)
+        --first;
+    for(; first <= _lastChange; ++first)
+        notify(_changes[std::size_t(first)]);
+    rethrow();
+}
+
+void ChangeManager::undoChange(const Change& change) {
+    apply(reverse(change));
+    --_lastChange;
+}
+
+void ChangeManager::undo(const Change& change) {
+    expectNotInHandler("undo(): Can't undo/redo changes");
+    CORRADE_INTERNAL_ASSERT(_lastChange >= 0);
+    undoChange(change);
+    rethrow();
+}
+
+void ChangeManager::undoLast() {
+    expectCanStep("undoLast");
+    if(_lastChange != -1)
+        goTo(stepBegin(_lastChange) - 1);
+}
+
+void ChangeManager::redoLastUndo() {
+    expectCanStep("redoLastUndo");
+    if(canRedo())
+        goTo(stepEnd(_lastChange + 1) - 1);
+}
+
+void ChangeManager::goToStep(std::int32_t count) {
+    expectCanStep("goToStep");
+    const Containers::Array<Containers::ArrayView<const Change>> all = steps();
+    CORRADE_ASSERT(count >= 0 && std::size_t(count) <= all.size(),
+        "ChangeManager::goToStep(): step" << count << "out of range for"
+                                          << all.size() << "steps", );
+    goTo(count ? std::int32_t(all[std::size_t(count - 1)].end() -
+                     _changes.begin()) - 1
+               : -1);
+}
+
+void ChangeManager::expectCanStep(const char* operation) const {
+    CORRADE_ASSERT(!_inHandler,
+        "ChangeManager::" << Utility::Debug::nospace << operation
+                          << Utility::Debug::nospace
+                          << "(): Can't undo/redo changes from a change handler.", );
+    CORRADE_ASSERT(_currentGroup < 0,
+        "ChangeManager::" << Utility::Debug::nospace << operation
+                          << Utility::Debug::nospace
+                          << "(): Can't undo/redo changes in group. Forgot commit()?", );
+}
+
+void ChangeManager::goTo(std::int32_t change) {
+    const DocumentPromise promise{_edits->index()};
+    while(_lastChange > change)
+        undoChange(last());
+    while(_lastChange < change) {
+        ++_lastChange;
+        apply(last());
+    }
+    rethrow();
+}
+
+bool ChangeManager::canUndo() const {
+    return _currentGroup < 0 && _lastChange >= 0;
+}
+
+bool ChangeManager::canRedo() const {
+    return _currentGroup < 0 && std::size_t(_lastChange + 1) < _changes.size();
+}
+
+Containers::ArrayView<const Change> ChangeManager::nextUndo() const {
+    return canUndo() ? changes(stepBegin(_lastChange), _lastChange + 1)
+                     : nullptr;
+}
+
+Containers::ArrayView<const Change> ChangeManager::nextRedo() const {
+    return canRedo() ? changes(_lastChange + 1, stepEnd(_lastChange + 1))
+                     : nullptr;
+}
+
+Containers::ArrayView<const Change> ChangeManager::changes(
+    std::int32_t begin, std::int32_t end) const {
+    return {_changes.begin() + begin, std::size_t(end - begin)};
+}
+
+Containers::Array<Containers::ArrayView<const Change>>
+ChangeManager::steps() const {
+    Containers::Array<Containers::ArrayView<const Change>> out;
+    for(std::int32_t i = 0, end; std::size_t(i) != _changes.size(); i = end) {
+        end = stepEnd(i);
+        /* One of which just a part was undone counts as two */
+        if(i <= _lastChange && end > _lastChange + 1)
+            end = _lastChange + 1;
+        arrayAppend(out, changes(i, end));
+    }
+    return out;
+}
+
+std::int32_t ChangeManager::stepOf(std::int32_t change) const {
+    std::int32_t count = 0;
+    std::int32_t end = 0;
+    for(const Containers::ArrayView<const Change>& step: steps()) {
+        if(end > change)
+            break;
+        end += std::int32_t(step.size());
+        ++count;
+    }
+    return end == change + 1 ? count : -1;
+}
+
+std::int32_t ChangeManager::currentStep() const {
+    return stepOf(_lastChange);
+}
+
+std::int32_t ChangeManager::savedStep() const {
+    return stepOf(_savedChange);
+}
+
+void ChangeManager::markSave() {
+    _savedChange = _lastChange;
+}
+
+bool ChangeManager::hasUnsavedChanges() const {
+    return _savedChange != _lastChange;
+}
+
+}
