@@ -37,12 +37,15 @@ struct RapidJsonSystem {
 };
 
 /* What an editor without a change manager would do for a path like
-   `/objects/<id>/<member>`: knows where each record is, keeps a copy of the
-   value before and after */
-class Reference: public RapidJsonSystem {
+   `/objects/<id>/<member>`: keeps a copy of the value before and after, and
+   knows where each record is or, where others edit the document as well,
+   searches for it */
+template<bool searches> class HandWritten: public RapidJsonSystem {
 public:
-    explicit Reference(const std::string& json) {
+    explicit HandWritten(const std::string& json) {
         _document.Parse(json.data(), json.size());
+        if(searches)
+            return;
         for(const auto& record: objects().GetObject())
             _positions.emplace(nameOf(record), _positions.size());
     }
@@ -59,14 +62,24 @@ public:
     }
 
     void drag(Containers::StringView path, const JsonValue& value) {
-        if(!_size || Containers::StringView{_history.back().path} != path ||
-            _history.back().group != _group)
-            return push(path, &value);
-        _history.back().newValue->CopyFrom(value, allocator());
-        perform(path, _history.back().newValue.get());
+        Edit* const dragged = lastDrag(path);
+        if(!dragged) {
+            push(path, &value);
+            _drags[std::string{path.data(), path.size()}] = _size - 1;
+            return;
+        }
+        dragged->newValue->CopyFrom(value, allocator());
+        perform(path, dragged->newValue.get());
     }
 
-    void beginGroup() { _group = ++_groups; }
+    std::size_t read(Containers::StringView path) {
+        return find(path)->GetStringLength();
+    }
+
+    void beginGroup() {
+        _group = ++_groups;
+        _drags.clear();
+    }
     void commit() { _group = -1; }
 
     void undo() {
@@ -96,6 +109,16 @@ private:
         int group;
     };
 
+    Edit* lastDrag(Containers::StringView path) {
+        if(_size && Containers::StringView{_history.back().path} == path &&
+            _history.back().group == _group)
+            return &_history.back();
+        if(_group == -1)
+            return nullptr;
+        const auto found = _drags.find(std::string{path.data(), path.size()});
+        return found == _drags.end() ? nullptr : &_history[found->second];
+    }
+
     /* Of a path, after the section */
     struct Names {
         explicit Names(Containers::StringView path) {
@@ -122,6 +145,10 @@ private:
     JsonValue& objects() { return _document.MemberBegin()->value; }
 
     JsonValue* findRecord(std::string_view name) {
+        if(searches) {
+            const auto found = objects().FindMember(JsonValue{ref(name)});
+            return found == objects().MemberEnd() ? nullptr : &found->value;
+        }
         const auto found = _positions.find(name);
         return found == _positions.end()
             ? nullptr
@@ -158,7 +185,7 @@ private:
         const std::string_view name =
             names.member.empty() ? names.record : names.member;
         parent.AddMember(JsonValue{ref(name), allocator()}, value, allocator());
-        if(names.member.empty())
+        if(!searches && names.member.empty())
             _positions.emplace(
                 nameOf(*(parent.MemberEnd() - 1)), _positions.size());
     }
@@ -166,7 +193,8 @@ private:
     /* A record only if it's the last one */
     void erase(const Names& names) {
         if(names.member.empty()) {
-            _positions.erase(names.record);
+            if(!searches)
+                _positions.erase(names.record);
             objects().EraseMember(objects().MemberEnd() - 1);
         } else {
             JsonValue& record = *findRecord(names.record);
@@ -177,9 +205,14 @@ private:
     JsonDocument _document;
     std::unordered_map<std::string_view, std::size_t> _positions;
     std::vector<Edit> _history;
+    /* Where the changes of the group's dragged values are in it */
+    std::unordered_map<std::string, std::size_t> _drags;
     std::size_t _size = 0;
     int _group = -1, _groups = 0;
 };
+
+typedef HandWritten<false> Reference;
+typedef HandWritten<true> SearchingReference;
 
 /* The same calls, passed on */
 class Ours: public RapidJsonSystem {
@@ -202,11 +235,40 @@ public:
     void undo() { manager().undoLast(); }
     void redo() { manager().redoLastUndo(); }
 
-private:
+    std::size_t read(Containers::StringView path) {
+        return _session->projectFile()[path].asString().size();
+    }
+
+protected:
     ChangeManager& manager() { return _session->changeManager(); }
 
     const std::unique_ptr<EditorSession> _session =
         std::make_unique<EditorSession>();
+};
+
+/* Under a promise that nobody else edits */
+class OursPromised: public Ours {
+public:
+    using Ours::Ours;
+
+private:
+    const ExclusiveEdits _promise{manager()};
+};
+
+/* With a handler that reads what's there now */
+class OursHandled: public Ours {
+public:
+    explicit OursHandled(const std::string& json): Ours{json} {
+        manager().addChangeHandler(
+            "objects",
+            [this](const Change& change,
+                Containers::ArrayView<Containers::StringView>,
+                void*) {
+                if(change.newValue)
+                    benchmark::DoNotOptimize(read(change.path));
+            },
+            nullptr);
+    }
 };
 
 /* Bytes for each of 10,000 changes, in the document's memory pool and in all */
@@ -229,8 +291,49 @@ void memory(benchmark::State& state) {
     }
 }
 
-const bool registered =
-    registerEdits<Ours>("ours") && registerEdits<Reference>("reference");
+template<class System> void prepareSelection(
+    Edits<System>& edits, System& system, std::size_t size) {
+    edits.select(system, size);
+}
+
+template<class System> void preparePaste(
+    Edits<System>& edits, System& system, std::size_t) {
+    edits.paste(system);
+}
+
+/* What happens in an editor, which reads between its edits */
+template<class System> bool registerEditorRows(const char* who) {
+    typedef Edits<System> E;
+    registerEdit<System>(who, {"editor/modifyAndRead", &E::modifyAndRead});
+    registerEdit<System>(who,
+        {"editor/dragSelection", &E::dragSelection, 1, prepareSelection<System>,
+            200000},
+        30, 30000);
+    return true;
+}
+
+template<class System> bool registerPaste(const char* who) {
+    registerEdit<System>(who,
+        {"editor/undoAndRedoPaste", &Edits<System>::undoAndRedo, GroupSize,
+            preparePaste<System>});
+    return true;
+}
+
+template<class System> bool registerSearched(const char* who) {
+    registerEdit<System>(who,
+        {"editor/createRecordAndRead", &Edits<System>::createRecordAndRead, 2});
+    return true;
+}
+
+const bool registered = registerEdits<Ours>("ours") &&
+    registerEdits<Reference>("reference") &&
+    registerEditsOfRecords<OursPromised>("ours") &&
+    registerEditsOfRecords<Reference>("reference") &&
+    registerEditorRows<Ours>("ours") &&
+    registerEditorRows<Reference>("reference") &&
+    registerPaste<OursHandled>("ours") &&
+    registerPaste<Reference>("reference") && registerSearched<Ours>("ours") &&
+    registerSearched<SearchingReference>("reference");
 
 #define MEMORY(operation)                                                      \
     BENCHMARK((memory<Ours, &Edits<Ours>::operation>))                         \

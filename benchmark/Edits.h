@@ -51,6 +51,8 @@ inline std::string documentJson(std::size_t valueCount) {
            void undo();
            void redo();
            std::string json() const;
+           // Only for what an editor does
+           std::size_t read(const Path& path);
        };
 
    Paths and values are made beforehand, as each system likes them best. */
@@ -83,6 +85,12 @@ public:
         system.push(of(_created), nullptr);
     }
 
+    /* As a panel does that shows the value */
+    void modifyAndRead(System& system) {
+        modify(system);
+        benchmark::DoNotOptimize(system.read(of(_names)));
+    }
+
     void createRecord(System& system) {
         system.push(_newRecord, &_record);
         system.push(_newRecord, nullptr);
@@ -91,6 +99,36 @@ public:
     void drag(System& system) {
         ++_next;
         system.drag(_slider, of(_vectors));
+    }
+
+    void createRecordAndRead(System& system) {
+        ++_next;
+        createRecord(system);
+        benchmark::DoNotOptimize(system.read(of(_names)));
+    }
+
+    /* As one step, of records that aren't there yet */
+    void paste(System& system) {
+        system.beginGroup();
+        for(std::size_t i = 0; i != GroupSize; ++i)
+            system.push(
+                System::path("/objects/pasted-" + std::to_string(i)), &_record);
+        system.commit();
+    }
+
+    void select(System& system, std::size_t count) {
+        _selection.clear();
+        for(std::size_t i = 0; i != count; ++i)
+            _selection.push_back(
+                System::path("/objects/" + recordId(i) + "/translation"));
+        system.beginGroup();
+        for(std::size_t i = 0; i != count; ++i)
+            dragSelection(system);
+    }
+
+    void dragSelection(System& system) {
+        ++_next;
+        system.drag(of(_selection), of(_vectors));
     }
 
     void undoAndRedo(System& system) {
@@ -160,7 +198,7 @@ private:
     }
 
     std::size_t _next = 0;
-    std::vector<typename System::Path> _names, _created;
+    std::vector<typename System::Path> _names, _created, _selection;
     std::vector<typename System::Value> _texts, _vectors;
     typename System::Path _slider =
         System::path("/objects/00000000/translation");
@@ -169,69 +207,89 @@ private:
         System::value(R"({"name": "A record", "visible": true})");
 };
 
-/* Time of an operation that makes given number of changes */
-template<class System> void timeEdits(benchmark::State& state,
-    void (Edits<System>::*operation)(System&), std::size_t valueCount,
-    std::size_t historySize, std::size_t changeCount) {
+/* What is timed */
+template<class System> struct EditRow {
+    const char* name;
+    void (Edits<System>::*operation)(System&);
+    /* How many changes it makes */
+    std::size_t changes = 1;
+    /* Once before, after some changes */
+    void (*prepare)(Edits<System>&, System&, std::size_t size) = nullptr;
+    /* The size is that of the document unless it's given here */
+    std::size_t values = 0;
+    /* The size is that of the history */
+    bool inHistory = false;
+};
+
+template<class System> void timeEdits(
+    benchmark::State& state, const EditRow<System>& row) {
+    const std::size_t size = std::size_t(state.range(0));
+    const std::size_t valueCount = row.values ? row.values : size;
     const std::string json = documentJson(valueCount);
     Edits<System> edits{valueCount};
     std::unique_ptr<System> system;
     std::size_t left = 0;
     for(auto _: state) {
-        if(left < changeCount) {
+        if(left < row.changes) {
             state.PauseTiming();
             system.reset();
             system = std::make_unique<System>(json);
-            for(std::size_t i = 0; i != historySize; ++i)
+            for(std::size_t i = 0; i != (row.inHistory ? size : 100); ++i)
                 edits.modify(*system);
             /* The index of a document and the first drag */
             edits.drag(*system);
             edits.drag(*system);
+            if(row.prepare)
+                row.prepare(edits, *system, size);
             left = MaxChanges;
             state.ResumeTiming();
         }
-        (edits.*operation)(*system);
-        left -= changeCount;
+        (edits.*row.operation)(*system);
+        left -= row.changes;
     }
-    state.SetItemsProcessed(std::int64_t(changeCount) * state.iterations());
+    state.SetItemsProcessed(std::int64_t(row.changes) * state.iterations());
 }
 
-/* Each is named like `push/modify/ours/1000`, with the number of values in the
-   document or of changes in the history last */
+/* Named like `push/modify/ours/1000`, with the size last */
+template<class System> void registerEdit(const std::string& who,
+    const EditRow<System>& row, std::int64_t smallest = 1000,
+    std::int64_t largest = 1000000) {
+    benchmark::RegisterBenchmark((row.name + ('/' + who)).data(),
+        [row](benchmark::State& state) {
+            if(Edits<System>{ValuesPerRecord}.isRight())
+                timeEdits<System>(state, row);
+            else
+                state.SkipWithError("edits come out wrong");
+        })
+        ->RangeMultiplier(10)
+        ->Range(smallest, largest);
+}
+
 template<class System> bool registerEdits(const std::string& who) {
     keepFreedMemory();
     typedef Edits<System> E;
-    const struct {
-        const char* name;
-        void (E::*operation)(System&);
-        std::size_t changes;
-        bool inHistory;
-    } operations[]{
-        {"push/modify/", &E::modify, 1, false},
-        {"push/createMember/", &E::createMember, 2, false},
-        {"push/createRecord/", &E::createRecord, 2, false},
-        {"push/continuous/", &E::drag, 1, false},
-        {"undoAndRedo/", &E::undoAndRedo, 1, false},
-        {"group/modify/", &E::group, GroupSize, false},
-        {"group/createRecord/", &E::groupOfRecords, GroupSize, false},
-        {"history/modify/", &E::modify, 1, true},
-        {"history/continuous/", &E::drag, 1, true},
-        {"history/undoAndRedo/", &E::undoAndRedo, 1, true},
-    };
-    for(const auto& i: operations)
-        benchmark::RegisterBenchmark((i.name + who).data(),
-            [i](benchmark::State& state) {
-                const std::size_t size = std::size_t(state.range(0));
-                if(!E{ValuesPerRecord}.isRight())
-                    state.SkipWithError("edits come out wrong");
-                else if(i.inHistory)
-                    timeEdits<System>(
-                        state, i.operation, 10000, size, i.changes);
-                else
-                    timeEdits<System>(state, i.operation, size, 100, i.changes);
-            })
-            ->RangeMultiplier(10)
-            ->Range(1000, 1000000);
+    for(const EditRow<System>& row: {
+            EditRow<System>{"push/modify", &E::modify},
+            {"push/createMember", &E::createMember, 2},
+            {"push/continuous", &E::drag},
+            {"undoAndRedo", &E::undoAndRedo},
+            {"group/modify", &E::group, GroupSize},
+            {"history/modify", &E::modify, 1, nullptr, 10000, true},
+            {"history/continuous", &E::drag, 1, nullptr, 10000, true},
+            {"history/undoAndRedo", &E::undoAndRedo, 1, nullptr, 10000, true},
+        })
+        registerEdit(who, row);
+    return true;
+}
+
+/* With a system that may know that nobody else edits the document */
+template<class System> bool registerEditsOfRecords(const std::string& who) {
+    typedef Edits<System> E;
+    for(const EditRow<System>& row: {
+            EditRow<System>{"push/createRecord", &E::createRecord, 2},
+            {"group/createRecord", &E::groupOfRecords, GroupSize},
+        })
+        registerEdit(who, row);
     return true;
 }
 

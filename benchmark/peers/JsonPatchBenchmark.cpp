@@ -91,6 +91,7 @@ private:
     int _group = -1, _groups = 0;
 };
 
-const bool registered = registerEdits<JsonPatchSystem>("JSON Patch");
+const bool registered = registerEdits<JsonPatchSystem>("JSON Patch") &&
+    registerEditsOfRecords<JsonPatchSystem>("JSON Patch");
 
 }}

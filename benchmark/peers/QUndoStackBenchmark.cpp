@@ -129,6 +129,7 @@ private:
     QUndoStack _stack;
 };
 
-const bool registered = registerEdits<QtSystem>("QUndoStack");
+const bool registered = registerEdits<QtSystem>("QUndoStack") &&
+    registerEditsOfRecords<QtSystem>("QUndoStack");
 
 }}
