@@ -83,29 +83,29 @@ const JsonValue* takeNext(Place& place, CopyingDocument& out) {
     return &next->value;
 }
 
-/* Like RapidJSON's Accept(), without recursion */
-bool acceptDeep(const JsonValue& value, CopyingDocument& out) {
-    std::vector<Place> places{start(value, out)};
-    while(!places.empty()) {
-        const JsonValue* const next = takeNext(places.back(), out);
-        if(!next) {
-            end(*places.back().container, out);
-            places.pop_back();
-        } else if(isContainer(*next))
-            places.push_back(start(*next, out));
-        else
-            next->Accept(out);
-    }
-    return true;
+JsonValue valueOf(CopyingDocument& document) {
+    return JsonValue{std::move(static_cast<JsonValue&>(document))};
 }
 
-/* Null if the function that adds the value refuses it */
-template<class Add> JsonValue documentCopy(
-    JsonAllocator& allocator, unsigned int depth, Add&& add) {
-    CopyingDocument document{allocator, depth};
-    auto fill = [&](JsonDocument&) { return add(document); };
-    document.Populate(fill);
-    return JsonValue{std::move(static_cast<JsonValue&>(document))};
+/* Like RapidJSON's Accept(), without recursion */
+JsonValue copyInSteps(const JsonValue& value, JsonAllocator& allocator) {
+    CopyingDocument document{allocator, 0};
+    auto add = [&](JsonDocument& out) {
+        std::vector<Place> places{start(value, out)};
+        while(!places.empty()) {
+            const JsonValue* const next = takeNext(places.back(), document);
+            if(!next) {
+                end(*places.back().container, out);
+                places.pop_back();
+            } else if(isContainer(*next))
+                places.push_back(start(*next, out));
+            else
+                next->Accept(document);
+        }
+        return true;
+    };
+    document.Populate(add);
+    return valueOf(document);
 }
 
 JsonValue copyOf(
@@ -122,14 +122,13 @@ JsonValue copyOf(
     if(!isContainer(value))
         return JsonValue{value, allocator};
 
-    JsonValue out = documentCopy(allocator, depth,
-        [&](CopyingDocument& document) { return value.Accept(document); });
+    CopyingDocument document{allocator, depth};
+    auto add = [&](JsonDocument&) { return value.Accept(document); };
+    document.Populate(add);
     /* Too deep. What was copied of it stays in the pool, as all does. */
-    if(out.IsNull())
-        out = documentCopy(allocator, 0, [&](CopyingDocument& document) {
-            return acceptDeep(value, document);
-        });
-    return out;
+    if(document.IsNull())
+        return copyInSteps(value, allocator);
+    return valueOf(document);
 }
 
 typedef std::pair<const JsonValue*, const JsonValue*> Values;
