@@ -83,7 +83,7 @@ std::string someProject(Random& random, const Codes& languages) {
     for(unsigned int i = random.oneIn(16) ? 40 : random.below(5); i; --i) {
         out += quoted(someText(random) + std::to_string(i)) +
             R"(:{"components":[)";
-        for(unsigned int j = random.below(5); j; --j)
+        for(unsigned int j = random.below(12); j; --j)
             out += component(random) + ',';
         out += "{}]},";
     }
