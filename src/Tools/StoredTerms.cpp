@@ -103,10 +103,4 @@ StoredTerm StoredTerms::find(Containers::StringView path) {
     return out;
 }
 
-const JsonValue* StoredTerms::innermost(Containers::StringView path) {
-    const JsonValue* out = _root;
-    descend(out, path);
-    return out;
-}
-
 }}

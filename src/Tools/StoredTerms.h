@@ -30,9 +30,6 @@ public:
 
     StoredTerm find(Containers::StringView path);
 
-    /* The innermost value that is stored on the way to a path */
-    const JsonValue* innermost(Containers::StringView path);
-
 private:
     const JsonValue* member(
         const JsonValue& object, Containers::StringView name);
