@@ -238,23 +238,33 @@ public:
      * that it isn't and aborts when it would have to create a value there.
      *
      * For numbers and booleans there are @ref pushNumber() and @ref pushBool().
-     * Given here they don't compile, as a literal 0 would pass for a null
-     * pointer and remove the value.
+     * Given here they don't compile, nor does @cpp {} @ce, as a 0 and that
+     * would pass for a null pointer and remove the value.
      */
     void pushChange(
         Containers::String&& path, const JsonValue* value, bool continuous);
 
     /** @brief Remove a value, like @ref pushRemoval() but continuously if wanted */
+    void pushChange(
+        Containers::String&& path, std::nullptr_t, bool continuous) {
+        pushChange(std::move(path), static_cast<const JsonValue*>(nullptr),
+            continuous);
+    }
+
+    /** @overload */
     template<class Path> void pushChange(
-        Path&& path, std::nullptr_t, bool continuous) {
-        const JsonValue* const none = nullptr;
-        pushChange(
-            Containers::String{std::forward<Path>(path)}, none, continuous);
+        const Path& path, std::nullptr_t, bool continuous) {
+        pushChange(Containers::String{path}, nullptr, continuous);
     }
 
     /** @brief Numbers and booleans have pushes of their own */
+    template<class Path, class T,
+        class = typename std::enable_if<std::is_arithmetic<T>::value>::type>
+    void pushChange(const Path& path, T value, bool continuous) = delete;
+
+    /** @brief Keeps @cpp {} @ce from being taken for one of the others */
     template<class Path> void pushChange(
-        Path&& path, int value, bool continuous) = delete;
+        const Path& path, int value, bool continuous) = delete;
 
     /** @overload */
     void pushChange(

@@ -43,7 +43,7 @@ private:
 };
 
 JsonValue reference(Containers::StringView string) {
-    CORRADE_ASSERT(string.size() <= ~rapidjson::SizeType{},
+    CORRADE_ASSERT(string.size() < ~rapidjson::SizeType{},
         "ChangeManager: a text of" << string.size()
                                    << "bytes doesn't fit a JSON value",
         JsonValue{});

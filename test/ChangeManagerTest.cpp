@@ -358,14 +358,50 @@ TEST(ChangeManagerTest, typedValues) {
             "/a/text", Containers::StringView{text.data(), 4}, false);
     }
     fixture.manager.pushChange("/a/none", Containers::StringView{}, false);
+    fixture.manager.pushNumber("/a/integer", -3, false);
+    fixture.manager.pushNumber("/a/large", ~std::uint64_t{}, false);
+    fixture.manager.pushNumber("/a/real", 0.1f, false);
+    fixture.manager.pushBool("/a/bool", false, false);
     fixture.manager.pushChange(
         "/a/vector", Magnum::Math::Vector3<float>{1.0f, -2.0f, 0.1f}, false);
     fixture.manager.pushChange("/a/rotation",
         Magnum::Math::Quaternion<float>{{1.0f, 2.0f, 3.0f}, 0.1f}, false);
     EXPECT_EQ(fixture.document(),
-        R"({"a":{"text":"text","none":"",)"
+        R"({"a":{"text":"text","none":"","integer":-3,)"
+        R"("large":18446744073709551615,"real":0.10000000149011612,)"
+        R"("bool":false,)"
         R"("vector":[1.0,-2.0,0.10000000149011612],)"
         R"("rotation":[1.0,2.0,3.0,0.10000000149011612]}})");
+}
+
+/* Literals that would pass for a null pointer, which removes, don't compile */
+#define EXPECT_NO_PUSH(name, literal)                                          \
+    template<class Manager, class Path>                                        \
+    auto name(int)->decltype(std::declval<Manager&>().pushChange(              \
+                                 std::declval<Path>(), literal, false),        \
+        std::true_type{});                                                     \
+    template<class, class> std::false_type name(...);                          \
+    static_assert(!decltype(name<ChangeManager, const char*>(0))::value, "");  \
+    static_assert(                                                             \
+        !decltype(name<ChangeManager, Containers::StringView>(0))::value, ""); \
+    static_assert(                                                             \
+        !decltype(name<ChangeManager, Containers::String>(0))::value, "");
+
+EXPECT_NO_PUSH(zero, 0)
+EXPECT_NO_PUSH(unsignedZero, 0u)
+EXPECT_NO_PUSH(no, false)
+EXPECT_NO_PUSH(real, 0.5)
+EXPECT_NO_PUSH(nothing, {})
+
+TEST(ChangeManagerTest, nullRemoves) {
+    Fixture fixture{R"({"a":[1,2,3,4,5]})"};
+    const Containers::String path = "/a/0";
+    fixture.manager.pushChange("/a/0", nullptr, false);
+    fixture.manager.pushChange(path, nullptr, false);
+    fixture.manager.pushChange(Containers::String{path}, nullptr, false);
+    fixture.manager.pushChange(Containers::StringView{path}, nullptr, false);
+    fixture.manager.pushChange("/a/1", {1.0f, 2.0f, 3.0f}, false);
+    EXPECT_EQ(fixture.document(), R"({"a":[5,[1.0,2.0,3.0]]})");
 }
 
 TEST(ChangeManagerTest, transform) {
@@ -435,6 +471,23 @@ TEST(ChangeManagerTest, ownership) {
     EXPECT_EQ(fixture.last(), R"(Change /a/z: "z" -> {"text":["text"]})");
     EXPECT_EQ(fixture.document(),
         R"({"a":{"x":{"y":[1]},"z":{"text":["text"]},"w":0}})");
+
+    /* Paths and texts in a history that is moved in memory meanwhile */
+    for(int i = 0; i != 70; ++i) {
+        Change& last = fixture.manager.lastChange();
+        std::string path = last.path;
+        if(i % 3 == 0) {
+            fixture.manager.pushTransformChange(last.path, {}, false);
+            path += "/scaling";
+        } else if(i % 3 == 1) {
+            fixture.manager.pushAppend(last.path, last.path);
+            EXPECT_EQ(fixture.manager.lastChange().newValue->End()[-1],
+                path.data());
+        } else
+            fixture.manager.pushChange(
+                std::move(last.path), last.newValue.get(), false);
+        EXPECT_EQ(fixture.manager.lastChange().path, view(path));
+    }
 }
 
 /* More than the call stack has room for */
@@ -614,6 +667,157 @@ TEST(ChangeManagerTest, registerFromHandler) {
     EXPECT_EQ(told.count, 3);
 }
 
+TEST(ChangeManagerTest, removeHandler) {
+    Fixture fixture{"{}"};
+    ChangeManager& manager = fixture.manager;
+    Told told[3];
+    const ChangeHandler* handlers[3];
+    for(std::size_t i = 0; i != 3; ++i) {
+        Containers::Pointer<ChangeHandler> handler{
+            new FunctionChangeHandler{Told::handle, &told[i]}};
+        handlers[i] = handler.get();
+        manager.addChangeHandler("b", std::move(handler));
+    }
+    const FunctionChangeHandler other{Told::handle, nullptr};
+    EXPECT_FALSE(manager.removeChangeHandler("b", other));
+    EXPECT_FALSE(manager.removeChangeHandler("c", *handlers[0]));
+    EXPECT_EQ(
+        manager.removeChangeHandler("b", *handlers[1]).get(), handlers[1]);
+    fixture.perform("push /b 1");
+    EXPECT_TRUE(
+        told[0].count == 1 && told[1].count == 0 && told[2].count == 1);
+    for(const std::size_t i: {0, 2})
+        EXPECT_TRUE(manager.removeChangeHandler("b", *handlers[i]));
+    EXPECT_FALSE(manager.removeChangeHandler("b", *handlers[0]));
+    fixture.perform("push /b 2");
+    EXPECT_TRUE(told[0].count == 1 && told[2].count == 1);
+}
+
+/* Whatever a handler throws, the step is made and all others are told */
+TEST(ChangeManagerTest, throwingHandlers) {
+    Fixture fixture{R"({"a":{"x":1,"y":1}})"};
+    ChangeManager& manager = fixture.manager;
+    const auto throws = [](int what) {
+        return [what](const Change&, Containers::ArrayView<
+                                         Containers::StringView>,
+                   void*) { throw what; };
+    };
+    Told told;
+    manager.addChangeHandler("a", throws(1), nullptr);
+    manager.addChangeHandler("a", throws(2), nullptr);
+    manager.addChangeHandler("a", Told::handle, &told);
+    const auto thrown = [&](auto&& call) {
+        try {
+            call();
+        } catch(int what) {
+            return what;
+        }
+        return 0;
+    };
+
+    EXPECT_EQ(thrown([&] { fixture.perform("push /a/x 2"); }), 1);
+    fixture.perform("beginGroup");
+    EXPECT_EQ(thrown([&] { fixture.perform("push /a/x 3"); }), 0);
+    fixture.perform("push /a/y 3");
+    EXPECT_EQ(thrown([&] { fixture.perform("commit"); }), 1);
+    EXPECT_EQ(told.count, 3);
+    EXPECT_EQ(thrown([&] { fixture.perform("undo"); }), 1);
+    EXPECT_EQ(fixture.document(), R"({"a":{"x":2,"y":1}})");
+    EXPECT_EQ(fixture.last(), "Change /a/x: 1 -> 2");
+    EXPECT_EQ(thrown([&] { fixture.perform("redo"); }), 1);
+    EXPECT_EQ(fixture.document(), R"({"a":{"x":3,"y":3}})");
+    EXPECT_EQ(told.count, 7);
+    EXPECT_EQ(thrown([&] { manager.goToStep(0); }), 1);
+    EXPECT_EQ(fixture.document(), R"({"a":{"x":1,"y":1}})");
+    EXPECT_EQ(
+        thrown([&] { manager.pushTransformChange("/a", {}, false); }), 1);
+    EXPECT_EQ(manager.steps().size(), 3u);
+    EXPECT_EQ(told.count, 13);
+}
+
+/* Steps, and how many are made, then how many in the saved state */
+TEST(ChangeManagerTest, steps) {
+    Fixture fixture{R"({"a":{}})"};
+    ChangeManager& manager = fixture.manager;
+    const auto paths = [](Containers::ArrayView<const Change> step) {
+        std::string out;
+        for(const Change& change: step)
+            out += std::string{change.path}.substr(2);
+        return out;
+    };
+    const auto steps = [&] {
+        std::string out;
+        for(const auto& step: manager.steps())
+            out += paths(step) + ' ';
+        return out + std::to_string(manager.currentStep()) + ' ' +
+            std::to_string(manager.savedStep()) + ", undo" +
+            paths(manager.nextUndo()) + (manager.canUndo() ? "!" : "") +
+            ", redo" + paths(manager.nextRedo()) +
+            (manager.canRedo() ? "!" : "");
+    };
+    const struct {
+        const char *operations, *steps;
+    } data[]{
+        {"", "0 0, undo, redo"},
+        {"push /a/x 1", "/x 1 0, undo/x!, redo"},
+        {"beginGroup;push /a/y 1;push /a/z 1", "/x /y/z 2 0, undo, redo"},
+        {"markSave;push /a/w 1", "/x /y/z/w 2 -1, undo, redo"},
+        {"commit;markSave", "/x /y/z/w 2 2, undo/y/z/w!, redo"},
+        {"undo", "/x /y/z/w 1 2, undo/x!, redo/y/z/w!"},
+        {"undo", "/x /y/z/w 0 2, undo, redo/x!"},
+        {"redo;redo", "/x /y/z/w 2 2, undo/y/z/w!, redo"},
+        {"push /a/v 1;undo", "/x /y/z/w /v 2 2, undo/y/z/w!, redo/v!"},
+        {"undoOne", "/x /y/z /w /v 2 3, undo/y/z!, redo/w!"},
+        {"push /a/u 1", "/x /y/z /u 3 0, undo/u!, redo"},
+    };
+    for(const auto& i: data) {
+        SCOPED_TRACE(i.operations);
+        std::istringstream operations{i.operations};
+        std::string operation;
+        while(std::getline(operations, operation, ';'))
+            if(operation == "undoOne")
+                manager.undo(manager.lastChange());
+            else
+                fixture.perform(operation.data());
+        EXPECT_EQ(steps(), i.steps);
+    }
+
+    /* Handlers are told as by so many calls */
+    fixture.told.clear();
+    manager.goToStep(0);
+    manager.goToStep(2);
+    manager.goToStep(2);
+    const std::string told = fixture.told;
+    manager.goToStep(3);
+    fixture.told.clear();
+    for(const char* operation: {"undo", "undo", "undo", "redo", "redo"})
+        fixture.perform(operation);
+    EXPECT_EQ(fixture.told, told);
+    EXPECT_EQ(manager.currentStep(), 2);
+}
+
+/* What the caller writes to the last change counts from the next call on */
+TEST(ChangeManagerTest, lastChangeIsWritten) {
+    Fixture fixture{R"({"a":{"x":1,"y":1}})"};
+    for(const char* operation: {"push /a/z 1", "drag /a/x 2", "drag /a/y 2",
+            "drag /a/x 3", "drag /a/y 3"})
+        fixture.perform(operation);
+    fixture.manager.lastChange().path = "/a/w";
+    fixture.perform("drag /a/x 4");
+    fixture.perform("drag /a/y 4");
+    EXPECT_EQ(fixture.last(), "Change /a/y: 3 -> 4");
+    fixture.perform("drag /a/w 5");
+    EXPECT_EQ(fixture.last(), "Change /a/w: 1 -> 5");
+    fixture.manager.lastChange().group = 7;
+    fixture.perform("drag /a/w 6");
+    EXPECT_EQ(fixture.last(), "Change /a/w: 5 -> 6");
+    EXPECT_EQ(fixture.manager.steps().size(), 5u);
+    /* Beyond what could be redone */
+    for(const char* operation: {"undo", "undo", "push /a/v 1", "drag /a/x 5"})
+        fixture.perform(operation);
+    EXPECT_EQ(fixture.last(), "Change /a/x: 1 -> 5");
+}
+
 /* All that a handler must not do */
 TEST(ChangeManagerDeathTest, fromHandler) {
     typedef void (*Call)(ChangeManager&, ProjectFile&);
@@ -639,6 +843,14 @@ TEST(ChangeManagerDeathTest, fromHandler) {
             "beginGroup(): Can't begin a group"},
         {[](auto& m, auto&) { m.commit(); }, "commit(): Can't commit a group"},
         {[](auto& m, auto& p) { m.reset(p); }, "reset(): Can't reset"},
+        {[](auto& m, auto&) { m.goToStep(0); },
+            "goToStep(): Can't undo/redo changes"},
+        {[](auto& m, auto&) {
+             m.removeChangeHandler("a", FunctionChangeHandler{{}, nullptr});
+         },
+            "removeChangeHandler(): Can't remove handlers"},
+        {[](auto& m, auto&) { m.~ChangeManager(); },
+            "~ChangeManager(): Can't destroy the manager"},
     };
     for(const auto& i: cases) {
         Fixture fixture{"{}"};
@@ -662,6 +874,9 @@ TEST(ChangeManagerDeathTest, openGroup) {
     EXPECT_DEATH(fixture.manager.redoLastUndo(),
         testing::Eq("ChangeManager::redoLastUndo(): Can't undo/redo changes "
                     "in group. Forgot commit()?\n"));
+    EXPECT_DEATH(fixture.manager.goToStep(0),
+        testing::Eq("ChangeManager::goToStep(): Can't undo/redo changes "
+                    "in group. Forgot commit()?\n"));
 }
 
 TEST(ChangeManagerDeathTest, invalid) {
@@ -673,6 +888,13 @@ TEST(ChangeManagerDeathTest, invalid) {
     EXPECT_DEATH(fixture.perform("push /a/0 1"),
         "^Assertion parent->IsArray\\(\\) failed at "
         "src/DocumentEdits\\.cpp:[0-9]+\n$");
+    EXPECT_DEATH(fixture.manager.goToStep(1),
+        testing::Eq("ChangeManager::goToStep(): step 1 out of range for 0 "
+                    "steps\n"));
+    EXPECT_DEATH(fixture.manager.pushChange("/a",
+                     Containers::StringView{"", 0xffffffffu}, false),
+        testing::Eq("ChangeManager: a text of 4294967295 bytes doesn't fit a "
+                    "JSON value\n"));
     EXPECT_DEATH(fixture.manager.addChangeHandler("", Told::handle, nullptr),
         testing::Eq("StaticMap::put(): key cannot be nullptr.\n"));
 }
