@@ -262,8 +262,7 @@ public:
         manager().addChangeHandler(
             "objects",
             [this](const Change& change,
-                Containers::ArrayView<Containers::StringView>,
-                void*) {
+                Containers::ArrayView<Containers::StringView>, void*) {
                 if(change.newValue)
                     benchmark::DoNotOptimize(read(change.path));
             },
@@ -291,13 +290,13 @@ void memory(benchmark::State& state) {
     }
 }
 
-template<class System> void prepareSelection(
-    Edits<System>& edits, System& system, std::size_t size) {
+template<class System>
+void prepareSelection(Edits<System>& edits, System& system, std::size_t size) {
     edits.select(system, size);
 }
 
-template<class System> void preparePaste(
-    Edits<System>& edits, System& system, std::size_t) {
+template<class System>
+void preparePaste(Edits<System>& edits, System& system, std::size_t) {
     edits.paste(system);
 }
 

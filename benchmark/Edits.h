@@ -221,8 +221,8 @@ template<class System> struct EditRow {
     bool inHistory = false;
 };
 
-template<class System> void timeEdits(
-    benchmark::State& state, const EditRow<System>& row) {
+template<class System>
+void timeEdits(benchmark::State& state, const EditRow<System>& row) {
     const std::size_t size = std::size_t(state.range(0));
     const std::size_t valueCount = row.values ? row.values : size;
     const std::string json = documentJson(valueCount);

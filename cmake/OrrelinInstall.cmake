@@ -21,17 +21,7 @@ set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/${PROJECT_NAME})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/ DESTINATION ${header_dir}
     COMPONENT Development
     FILES_MATCHING PATTERN *.h
-    PATTERN DocumentEdits.h EXCLUDE
-    PATTERN DocumentIndex.h EXCLUDE
-    PATTERN MergeIndex.h EXCLUDE
-    PATTERN NameHash.h EXCLUDE
-    PATTERN ObjectIndex.h EXCLUDE
-    PATTERN PointerTokens.h EXCLUDE
-    PATTERN decompose.h EXCLUDE
-    PATTERN deepCopy.h EXCLUDE
-    PATTERN languagesFolder.h EXCLUDE
-    PATTERN parseLanguageFile.h EXCLUDE
-    PATTERN StoredTerms.h EXCLUDE)
+    PATTERN Implementation EXCLUDE)
 if(ORRELIN_USES_STANDINS)
     list(APPEND targets CorradeUtility)
     set(interface_targets Magnum)

@@ -9,7 +9,7 @@
 
 #include "Messages.h"
 #include "Tools/LocalizationTools.h"
-#include "Tools/parseLanguageFile.h"
+#include "Tools/Implementation/parseLanguageFile.h"
 #include "editor/StringArray.h"
 #include "editor/Zip.h"
 

@@ -5,9 +5,9 @@
 #include <Corrade/Utility/Assert.h>
 #include <Corrade/Utility/Debug.h>
 
-#include "DocumentEdits.h"
-#include "MergeIndex.h"
-#include "deepCopy.h"
+#include "Implementation/DocumentEdits.h"
+#include "Implementation/MergeIndex.h"
+#include "Implementation/deepCopy.h"
 #include "editor/ProjectFile.h"
 #include "editor/RapidJsonDebug.h"
 

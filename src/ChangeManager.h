@@ -252,8 +252,8 @@ public:
     }
 
     /** @overload */
-    template<class Path> void pushChange(
-        const Path& path, std::nullptr_t, bool continuous) {
+    template<class Path>
+    void pushChange(const Path& path, std::nullptr_t, bool continuous) {
         pushChange(Containers::String{path}, nullptr, continuous);
     }
 
@@ -263,8 +263,8 @@ public:
     void pushChange(const Path& path, T value, bool continuous) = delete;
 
     /** @brief Keeps @cpp {} @ce from being taken for one of the others */
-    template<class Path> void pushChange(
-        const Path& path, int value, bool continuous) = delete;
+    template<class Path>
+    void pushChange(const Path& path, int value, bool continuous) = delete;
 
     /** @overload */
     void pushChange(
@@ -284,21 +284,21 @@ public:
      * An integer stays one, @cpp float @ce becomes the @cpp double @ce of the
      * same value.
      */
-    template<class T> void pushNumber(
-        Containers::StringView path, T value, bool continuous) {
+    template<class T>
+    void pushNumber(Containers::StringView path, T value, bool continuous) {
         static_assert(
             std::is_arithmetic<T>::value && !std::is_same<T, bool>::value,
             "not a number");
-        typedef typename std::conditional<std::is_floating_point<T>::value,
-            double,
-            typename std::conditional<std::is_signed<T>::value, std::int64_t,
-                std::uint64_t>::type>::type Number;
+        typedef
+            typename std::conditional<std::is_floating_point<T>::value, double,
+                typename std::conditional<std::is_signed<T>::value,
+                    std::int64_t, std::uint64_t>::type>::type Number;
         pushChange(path, JsonValue{Number(value)}, continuous);
     }
 
     /** @brief Change a value to a boolean */
-    template<class T> void pushBool(
-        Containers::StringView path, T value, bool continuous) {
+    template<class T>
+    void pushBool(Containers::StringView path, T value, bool continuous) {
         static_assert(std::is_same<T, bool>::value, "not a boolean");
         pushChange(path, JsonValue{value}, continuous);
     }
@@ -476,8 +476,7 @@ private:
     void expectCanStep(const char* operation) const;
 
     Change& last();
-    void push(
-        Containers::String path, const JsonValue* value, bool continuous);
+    void push(Containers::String path, const JsonValue* value, bool continuous);
     std::int32_t mergeTarget(
         Containers::StringView path, const DocumentPlace& place);
     void recordChange(Containers::String&& path, const JsonValue* oldValue,

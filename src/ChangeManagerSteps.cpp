@@ -6,7 +6,7 @@
 #include <Corrade/Utility/Debug.h>
 
 #include "ChangeManager.h"
-#include "DocumentEdits.h"
+#include "Implementation/DocumentEdits.h"
 
 namespace OrrelinEngine {
 
@@ -14,7 +14,8 @@ namespace OrrelinEngine {
 std::int32_t ChangeManager::stepBegin(std::int32_t lastOfStep) const {
     std::int32_t first = lastOfStep;
     const std::int32_t group = _changes[std::size_t(first)].group;
-    while(group >= 0 && first && _changes[std::size_t(first - 1)].group == group)
+    while(
+        group >= 0 && first && _changes[std::size_t(first - 1)].group == group)
         --first;
     return first;
 }
@@ -74,20 +75,21 @@ void ChangeManager::goToStep(std::int32_t count) {
     CORRADE_ASSERT(count >= 0 && std::size_t(count) <= all.size(),
         "ChangeManager::goToStep(): step" << count << "out of range for"
                                           << all.size() << "steps", );
-    goTo(count ? std::int32_t(all[std::size_t(count - 1)].end() -
-                     _changes.begin()) - 1
+    goTo(count ? std::int32_t(
+                     all[std::size_t(count - 1)].end() - _changes.begin()) -
+                1
                : -1);
 }
 
 void ChangeManager::expectCanStep(const char* operation) const {
     CORRADE_ASSERT(!_inHandler,
-        "ChangeManager::" << Utility::Debug::nospace << operation
-                          << Utility::Debug::nospace
-                          << "(): Can't undo/redo changes from a change handler.", );
+        "ChangeManager::"
+            << Utility::Debug::nospace << operation << Utility::Debug::nospace
+            << "(): Can't undo/redo changes from a change handler.", );
     CORRADE_ASSERT(_currentGroup < 0,
-        "ChangeManager::" << Utility::Debug::nospace << operation
-                          << Utility::Debug::nospace
-                          << "(): Can't undo/redo changes in group. Forgot commit()?", );
+        "ChangeManager::"
+            << Utility::Debug::nospace << operation << Utility::Debug::nospace
+            << "(): Can't undo/redo changes in group. Forgot commit()?", );
 }
 
 void ChangeManager::goTo(std::int32_t change) {
@@ -124,8 +126,8 @@ Containers::ArrayView<const Change> ChangeManager::changes(
     return {_changes.begin() + begin, std::size_t(end - begin)};
 }
 
-Containers::Array<Containers::ArrayView<const Change>>
-ChangeManager::steps() const {
+Containers::Array<Containers::ArrayView<const Change>> ChangeManager::steps()
+    const {
     Containers::Array<Containers::ArrayView<const Change>> out;
     for(std::int32_t i = 0, end; std::size_t(i) != _changes.size(); i = end) {
         end = stepEnd(i);

@@ -166,8 +166,9 @@ public:
 
 private:
     JsonValue& objectAt(const std::string& path) {
-        JsonValue& out = rapidjson::GenericPointer<JsonValue>{path.data(),
-            path.size()}.Create(_document);
+        JsonValue& out =
+            rapidjson::GenericPointer<JsonValue>{path.data(), path.size()}
+                .Create(_document);
         return out.IsObject() ? out : out.SetObject();
     }
 
@@ -246,13 +247,11 @@ constexpr std::size_t Rearranging = 5;
 /* One of so many last ones */
 ChangeOperation directEdit(
     Random& random, const std::string& path, std::size_t of) {
-    return ChangeOperation{
-        (std::end(DirectEdits) - 1 - random.below(of))->name, path,
-        std::to_string(random.below(1000000))};
+    return ChangeOperation{(std::end(DirectEdits) - 1 - random.below(of))->name,
+        path, std::to_string(random.below(1000000))};
 }
 
-std::string perform(
-    Comparison& comparison, const ChangeOperation& operation) {
+std::string perform(Comparison& comparison, const ChangeOperation& operation) {
     for(const auto& i: DirectEdits)
         if(operation.name == i.name)
             return comparison.edit([&](JsonDocument& document) {
@@ -410,8 +409,7 @@ private:
         if(present && size)
             out += '/' +
                 escaped(nameAt(*object,
-                    std::min(
-                        size - 1, _random.below(size + size / 8 + 1))));
+                    std::min(size - 1, _random.below(size + size / 8 + 1))));
         else
             out += '/' + splitLast(_object).second +
                 std::to_string(_random.below(size * 2 + 32));

@@ -253,8 +253,8 @@ private:
     std::string addressOf(const Change& change) {
         std::string found;
         if(!change.oldValue.empty() && !find(change.path))
-            found = search({}, split(change.path), 1,
-                jsonDocument(change.oldValue));
+            found = search(
+                {}, split(change.path), 1, jsonDocument(change.oldValue));
         return found.empty() ? change.path : found;
     }
 
@@ -275,8 +275,8 @@ private:
 
         std::string found;
         for(std::size_t j = value->Size(); j && found.empty(); --j)
-            found = search(at + '/' + std::to_string(j - 1), segments, i + 1,
-                wanted);
+            found = search(
+                at + '/' + std::to_string(j - 1), segments, i + 1, wanted);
         return found;
     }
 

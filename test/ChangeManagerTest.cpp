@@ -439,7 +439,8 @@ TEST(ChangeManagerTest, ownership) {
     fixture.perform("push /a/w 0");
 
     /* A value of the document, below itself */
-    fixture.manager.pushChange("/a/x/y/0", fixture.project.document["a"]["x"], true);
+    fixture.manager.pushChange(
+        "/a/x/y/0", fixture.project.document["a"]["x"], true);
     EXPECT_EQ(
         fixture.document(), R"({"a":{"x":{"y":[{"y":[1]}]},"z":"z","w":0}})");
     /* A value of the change that's merged into, and a part of it */
@@ -481,8 +482,8 @@ TEST(ChangeManagerTest, ownership) {
             path += "/scaling";
         } else if(i % 3 == 1) {
             fixture.manager.pushAppend(last.path, last.path);
-            EXPECT_EQ(fixture.manager.lastChange().newValue->End()[-1],
-                path.data());
+            EXPECT_EQ(
+                fixture.manager.lastChange().newValue->End()[-1], path.data());
         } else
             fixture.manager.pushChange(
                 std::move(last.path), last.newValue.get(), false);
@@ -684,8 +685,7 @@ TEST(ChangeManagerTest, removeHandler) {
     EXPECT_EQ(
         manager.removeChangeHandler("b", *handlers[1]).get(), handlers[1]);
     fixture.perform("push /b 1");
-    EXPECT_TRUE(
-        told[0].count == 1 && told[1].count == 0 && told[2].count == 1);
+    EXPECT_TRUE(told[0].count == 1 && told[1].count == 0 && told[2].count == 1);
     for(const std::size_t i: {0, 2})
         EXPECT_TRUE(manager.removeChangeHandler("b", *handlers[i]));
     EXPECT_FALSE(manager.removeChangeHandler("b", *handlers[0]));
@@ -698,9 +698,9 @@ TEST(ChangeManagerTest, throwingHandlers) {
     Fixture fixture{R"({"a":{"x":1,"y":1}})"};
     ChangeManager& manager = fixture.manager;
     const auto throws = [](int what) {
-        return [what](const Change&, Containers::ArrayView<
-                                         Containers::StringView>,
-                   void*) { throw what; };
+        return
+            [what](const Change&, Containers::ArrayView<Containers::StringView>,
+                void*) { throw what; };
     };
     Told told;
     manager.addChangeHandler("a", throws(1), nullptr);
@@ -729,8 +729,7 @@ TEST(ChangeManagerTest, throwingHandlers) {
     EXPECT_EQ(told.count, 7);
     EXPECT_EQ(thrown([&] { manager.goToStep(0); }), 1);
     EXPECT_EQ(fixture.document(), R"({"a":{"x":1,"y":1}})");
-    EXPECT_EQ(
-        thrown([&] { manager.pushTransformChange("/a", {}, false); }), 1);
+    EXPECT_EQ(thrown([&] { manager.pushTransformChange("/a", {}, false); }), 1);
     EXPECT_EQ(manager.steps().size(), 3u);
     EXPECT_EQ(told.count, 13);
 }
@@ -887,12 +886,12 @@ TEST(ChangeManagerDeathTest, invalid) {
     /* An element of what is no array */
     EXPECT_DEATH(fixture.perform("push /a/0 1"),
         "^Assertion parent->IsArray\\(\\) failed at "
-        "src/DocumentEdits\\.cpp:[0-9]+\n$");
+        "src/Implementation/DocumentEdits\\.cpp:[0-9]+\n$");
     EXPECT_DEATH(fixture.manager.goToStep(1),
         testing::Eq("ChangeManager::goToStep(): step 1 out of range for 0 "
                     "steps\n"));
-    EXPECT_DEATH(fixture.manager.pushChange("/a",
-                     Containers::StringView{"", 0xffffffffu}, false),
+    EXPECT_DEATH(fixture.manager.pushChange(
+                     "/a", Containers::StringView{"", 0xffffffffu}, false),
         testing::Eq("ChangeManager: a text of 4294967295 bytes doesn't fit a "
                     "JSON value\n"));
     EXPECT_DEATH(fixture.manager.addChangeHandler("", Told::handle, nullptr),

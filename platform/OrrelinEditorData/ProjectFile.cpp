@@ -1,6 +1,6 @@
 #include "editor/ProjectFile.h"
 
-#include "shared/DocumentIndex.h"
+#include "shared/Implementation/DocumentIndex.h"
 
 namespace OrrelinEngine {
 

@@ -2,7 +2,7 @@
 #include <rapidjson/document.h>
 
 #include "Tools/LocalizationTools.h"
-#include "Tools/StoredTerms.h"
+#include "Tools/Implementation/StoredTerms.h"
 #include "editor/AllLanguages.h"
 #include "editor/OrrelinEditor.h"
 

@@ -6,7 +6,7 @@
 #include <Corrade/Utility/Path.h>
 
 #include "Tools/LocalizationTools.h"
-#include "Tools/languagesFolder.h"
+#include "Tools/Implementation/languagesFolder.h"
 #include "editor/OrrelinEditor.h"
 #include "editor/Zip.h"
 

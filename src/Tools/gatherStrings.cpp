@@ -5,7 +5,7 @@
 #include <rapidjson/document.h>
 
 #include "Tools/LocalizationTools.h"
-#include "Tools/StoredMembers.h"
+#include "Tools/Implementation/StoredMembers.h"
 #include "editor/EditorSceneData.h"
 #include "editor/OrrelinEditor.h"
 #include "shared/RecordPath.h"

@@ -10,9 +10,9 @@
 
 #include "ChangeManager.h"
 #include "Tools/LocalizationTools.h"
-#include "Tools/languagesFolder.h"
-#include "Tools/parseLanguageFile.h"
-#include "Tools/StoredTerms.h"
+#include "Tools/Implementation/languagesFolder.h"
+#include "Tools/Implementation/parseLanguageFile.h"
+#include "Tools/Implementation/StoredTerms.h"
 #include "editor/AllLanguages.h"
 #include "editor/OrrelinEditor.h"
 #include "editor/StringArray.h"

@@ -2,7 +2,7 @@
 
 #include "ChangeManager.h"
 #include "Tools/LocalizationTools.h"
-#include "Tools/languagesFolder.h"
+#include "Tools/Implementation/languagesFolder.h"
 #include "editor/OrrelinEditor.h"
 #include "shared/RecordPath.h"
 

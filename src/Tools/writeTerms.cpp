@@ -6,7 +6,7 @@
 #include <Corrade/Utility/JsonWriter.h>
 
 #include "Tools/LocalizationTools.h"
-#include "Tools/StoredTerms.h"
+#include "Tools/Implementation/StoredTerms.h"
 #include "editor/OrrelinEditor.h"
 
 namespace OrrelinEngine { namespace LocalizationTools {

@@ -1,10 +1,10 @@
-#ifndef Orrelin_Tools_StoredTerms_h
-#define Orrelin_Tools_StoredTerms_h
+#ifndef Orrelin_Tools_Implementation_StoredTerms
+#define Orrelin_Tools_Implementation_StoredTerms
 
 #include <unordered_map>
 #include <Corrade/Containers/StringView.h>
 
-#include "Tools/StoredMembers.h"
+#include "Tools/Implementation/StoredMembers.h"
 
 namespace OrrelinEngine { namespace LocalizationTools {
 

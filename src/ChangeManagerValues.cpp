@@ -7,8 +7,8 @@
 #include <Magnum/Math/Vector3.h>
 
 #include "ChangeManager.h"
-#include "decompose.h"
-#include "deepCopy.h"
+#include "Implementation/decompose.h"
+#include "Implementation/deepCopy.h"
 #include "editor/ProjectFile.h"
 
 namespace OrrelinEngine {

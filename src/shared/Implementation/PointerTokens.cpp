@@ -1,4 +1,4 @@
-#include "shared/PointerTokens.h"
+#include "shared/Implementation/PointerTokens.h"
 
 namespace OrrelinEngine {
 

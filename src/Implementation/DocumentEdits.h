@@ -1,9 +1,9 @@
-#ifndef Orrelin_DocumentEdits_h
-#define Orrelin_DocumentEdits_h
+#ifndef Orrelin_Implementation_DocumentEdits
+#define Orrelin_Implementation_DocumentEdits
 
 #include <Corrade/Containers/String.h>
 
-#include "shared/DocumentIndex.h"
+#include "shared/Implementation/DocumentIndex.h"
 
 namespace OrrelinEngine {
 
@@ -39,8 +39,7 @@ private:
         const JsonValue& value);
     void create(Containers::StringView path, const DocumentPlace& place,
         const JsonValue& value);
-    void insert(
-        JsonValue& array, std::uint32_t index, const JsonValue& value);
+    void insert(JsonValue& array, std::uint32_t index, const JsonValue& value);
 
     ProjectFile* _project = nullptr;
     DocumentIndex _index;

@@ -1,5 +1,5 @@
-#ifndef Orrelin_MergeIndex_h
-#define Orrelin_MergeIndex_h
+#ifndef Orrelin_Implementation_MergeIndex
+#define Orrelin_Implementation_MergeIndex
 
 #include <cstdint>
 #include <unordered_map>

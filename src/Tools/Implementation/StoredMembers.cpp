@@ -1,4 +1,4 @@
-#include "Tools/StoredMembers.h"
+#include "Tools/Implementation/StoredMembers.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,5 +1,5 @@
-#ifndef Orrelin_shared_NameHash_h
-#define Orrelin_shared_NameHash_h
+#ifndef Orrelin_shared_Implementation_NameHash
+#define Orrelin_shared_Implementation_NameHash
 
 #include <cstdint>
 

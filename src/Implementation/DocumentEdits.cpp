@@ -1,11 +1,11 @@
-#include "DocumentEdits.h"
+#include "Implementation/DocumentEdits.h"
 
 #include <charconv>
 #include <Corrade/Utility/Assert.h>
 #include <Corrade/Utility/Format.h>
 
 #include "ChangeManager.h"
-#include "deepCopy.h"
+#include "Implementation/deepCopy.h"
 #include "editor/ProjectFile.h"
 
 namespace OrrelinEngine {
@@ -210,8 +210,7 @@ void DocumentEdits::create(Containers::StringView path,
     if(!parent) {
         /* An editor's accessors may know a value where a pointer leads
            nowhere. It's a member then, whatever its name looks like. */
-        const JsonValue* const stored =
-            (*_project)[path].readValueNoDefault();
+        const JsonValue* const stored = (*_project)[path].readValueNoDefault();
         const bool isMember =
             stored && !stored->IsObject() && !stored->IsArray();
         if(isMember)

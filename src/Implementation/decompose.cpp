@@ -1,4 +1,4 @@
-#include "decompose.h"
+#include "Implementation/decompose.h"
 
 #include <cmath>
 #include <Magnum/Math/Algorithms/GramSchmidt.h>

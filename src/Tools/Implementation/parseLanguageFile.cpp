@@ -1,4 +1,4 @@
-#include "Tools/parseLanguageFile.h"
+#include "Tools/Implementation/parseLanguageFile.h"
 
 #include <charconv>
 #include <cstdint>

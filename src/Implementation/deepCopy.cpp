@@ -1,4 +1,4 @@
-#include "deepCopy.h"
+#include "Implementation/deepCopy.h"
 
 #include <cstddef>
 #include <utility>

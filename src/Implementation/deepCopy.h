@@ -1,5 +1,5 @@
-#ifndef Orrelin_deepCopy_h
-#define Orrelin_deepCopy_h
+#ifndef Orrelin_Implementation_deepCopy
+#define Orrelin_Implementation_deepCopy
 
 #include "OrrelinEngine.h"
 

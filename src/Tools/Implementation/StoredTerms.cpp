@@ -1,4 +1,4 @@
-#include "Tools/StoredTerms.h"
+#include "Tools/Implementation/StoredTerms.h"
 
 #include <charconv>
 #include <rapidjson/document.h>

@@ -1,5 +1,5 @@
-#ifndef Orrelin_Tools_parseLanguageFile_h
-#define Orrelin_Tools_parseLanguageFile_h
+#ifndef Orrelin_Tools_Implementation_parseLanguageFile
+#define Orrelin_Tools_Implementation_parseLanguageFile
 
 #include <Corrade/Containers/Containers.h>
 #include <Corrade/Utility/Utility.h>

@@ -1,5 +1,5 @@
-#ifndef Orrelin_Tools_StoredMembers_h
-#define Orrelin_Tools_StoredMembers_h
+#ifndef Orrelin_Tools_Implementation_StoredMembers
+#define Orrelin_Tools_Implementation_StoredMembers
 
 #include <cstdint>
 #include <vector>

@@ -1,10 +1,10 @@
-#include "shared/ObjectIndex.h"
+#include "shared/Implementation/ObjectIndex.h"
 
 #include <algorithm>
 #include <cstring>
 #include <Corrade/Containers/StringView.h>
 
-#include "shared/NameHash.h"
+#include "shared/Implementation/NameHash.h"
 
 namespace OrrelinEngine {
 
@@ -123,8 +123,8 @@ std::uint32_t ObjectIndex::findHinted(const JsonValue& object,
     return found;
 }
 
-std::uint32_t ObjectIndex::search(const JsonValue& object,
-    Containers::StringView name, std::uint32_t hash) {
+std::uint32_t ObjectIndex::search(
+    const JsonValue& object, Containers::StringView name, std::uint32_t hash) {
     const std::uint32_t found = searchMember(object, name);
     if(found != object.MemberCount()) {
         ++_surprises;
@@ -158,8 +158,7 @@ std::uint32_t ObjectIndex::find(const JsonValue& object,
 
     const std::uint32_t hash = hashOf(name);
     const std::uint32_t hinted = findHinted(object, name, hash);
-    return hinted != count || _complete ? hinted
-                                        : search(object, name, hash);
+    return hinted != count || _complete ? hinted : search(object, name, hash);
 }
 
 void ObjectIndex::appended(const JsonValue& object) {

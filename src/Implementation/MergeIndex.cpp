@@ -1,10 +1,10 @@
-#include "MergeIndex.h"
+#include "Implementation/MergeIndex.h"
 
 #include <algorithm>
 #include <utility>
 
 #include "ChangeManager.h"
-#include "shared/NameHash.h"
+#include "shared/Implementation/NameHash.h"
 
 namespace OrrelinEngine {
 
@@ -55,8 +55,8 @@ void MergeIndex::move(std::uint64_t hash, std::int32_t from, std::int32_t to) {
 
 void MergeIndex::exchange(std::int32_t first, std::int32_t second) {
     /* Both are of one run */
-    std::swap(_changes[std::size_t(first)].hash,
-        _changes[std::size_t(second)].hash);
+    std::swap(
+        _changes[std::size_t(first)].hash, _changes[std::size_t(second)].hash);
     move(_changes[std::size_t(second)].hash, first, second);
     move(_changes[std::size_t(first)].hash, second, first);
 }

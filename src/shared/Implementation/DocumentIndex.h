@@ -1,11 +1,11 @@
-#ifndef Orrelin_shared_DocumentIndex_h
-#define Orrelin_shared_DocumentIndex_h
+#ifndef Orrelin_shared_Implementation_DocumentIndex
+#define Orrelin_shared_Implementation_DocumentIndex
 
 #include <cstdint>
 #include <unordered_map>
 #include <Corrade/Containers/StringView.h>
 
-#include "shared/ObjectIndex.h"
+#include "shared/Implementation/ObjectIndex.h"
 
 namespace OrrelinEngine {
 

@@ -1,5 +1,5 @@
-#ifndef Orrelin_Tools_languagesFolder_h
-#define Orrelin_Tools_languagesFolder_h
+#ifndef Orrelin_Tools_Implementation_languagesFolder
+#define Orrelin_Tools_Implementation_languagesFolder
 
 #include <Corrade/Containers/String.h>
 

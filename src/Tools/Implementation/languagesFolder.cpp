@@ -1,4 +1,4 @@
-#include "Tools/languagesFolder.h"
+#include "Tools/Implementation/languagesFolder.h"
 
 #include <Corrade/Utility/Path.h>
 

@@ -1,5 +1,5 @@
-#ifndef Orrelin_shared_PointerTokens_h
-#define Orrelin_shared_PointerTokens_h
+#ifndef Orrelin_shared_Implementation_PointerTokens
+#define Orrelin_shared_Implementation_PointerTokens
 
 #include <cstdint>
 #include <cstring>
@@ -22,8 +22,8 @@ public:
 
     explicit PointerTokens(Containers::StringView pointer):
         _begin{pointer.data()}, _at{_begin}, _end{_begin + pointer.size()},
-        _hasEscapes{!pointer.isEmpty() &&
-            std::memchr(_begin, '~', pointer.size())} {}
+        _hasEscapes{
+            !pointer.isEmpty() && std::memchr(_begin, '~', pointer.size())} {}
 
     /* Goes to the next token. False if there is none or it isn't valid. */
     bool next() {

@@ -1,5 +1,5 @@
-#ifndef Orrelin_shared_ObjectIndex_h
-#define Orrelin_shared_ObjectIndex_h
+#ifndef Orrelin_shared_Implementation_ObjectIndex
+#define Orrelin_shared_Implementation_ObjectIndex
 
 #include <cstdint>
 #include <vector>

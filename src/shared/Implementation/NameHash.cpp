@@ -1,4 +1,4 @@
-#include "shared/NameHash.h"
+#include "shared/Implementation/NameHash.h"
 
 #include <cstring>
 #include <random>

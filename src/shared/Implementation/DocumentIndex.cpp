@@ -1,9 +1,9 @@
-#include "shared/DocumentIndex.h"
+#include "shared/Implementation/DocumentIndex.h"
 
 #include <algorithm>
 #include <Corrade/Utility/Assert.h>
 
-#include "shared/PointerTokens.h"
+#include "shared/Implementation/PointerTokens.h"
 
 namespace OrrelinEngine {
 

@@ -1,5 +1,5 @@
-#ifndef Orrelin_decompose_h
-#define Orrelin_decompose_h
+#ifndef Orrelin_Implementation_decompose
+#define Orrelin_Implementation_decompose
 
 #include <Magnum/Magnum.h>
 #include <Magnum/Math/Matrix4.h>
