@@ -18,6 +18,10 @@ namespace OrrelinEngine {
 
 The 64-bit @relativeref{Corrade,Utility::MurmurHash2} with seed 0 over the bytes of the
 view; its flags and a terminating zero don't count. Linear in the length.
+
+As everybody knows the seed, keys can be chosen to have one hash. Tables of terms
+that come from such a project cost as much per key as they have keys, thus
+seconds for tens of thousands.
 */
 struct StrHash {
     /** @brief Hash of @p s */
