@@ -11,7 +11,7 @@
 
 #include "ChangeManager.h"
 #include "Edits.h"
-#include "editor/EditorSession.h"
+#include "session/EditorSession.h"
 #include "editor/ProjectFile.h"
 
 namespace OrrelinEngine { namespace {

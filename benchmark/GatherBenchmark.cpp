@@ -9,7 +9,7 @@
 #include <benchmark/benchmark.h>
 
 #include "Tools/LocalizationTools.h"
-#include "editor/EditorSession.h"
+#include "session/EditorSession.h"
 #include "editor/JavaScriptManager.h"
 #include "editor/OrrelinEditor.h"
 #include "editor/ProjectFile.h"

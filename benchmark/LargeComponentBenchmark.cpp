@@ -16,7 +16,7 @@
 
 #include "Tools/LocalizationTools.h"
 #include "editor/AllLanguages.h"
-#include "editor/EditorSession.h"
+#include "session/EditorSession.h"
 #include "editor/JavaScriptManager.h"
 #include "editor/OrrelinEditor.h"
 #include "editor/ProjectFile.h"

@@ -5,7 +5,7 @@
 #include <Corrade/Containers/StringStl.h>
 
 #include "Tools/LocalizationTools.h"
-#include "editor/EditorSession.h"
+#include "session/EditorSession.h"
 #include "editor/OrrelinEditor.h"
 #include "editor/ProjectFile.h"
 #include "keepFreedMemory.h"

@@ -15,7 +15,7 @@
 #include "ChangeManager.h"
 #include "Tools/LocalizationTools.h"
 #include "Tools/TemporaryFolder.h"
-#include "editor/EditorSession.h"
+#include "session/EditorSession.h"
 #include "editor/OrrelinEditor.h"
 #include "editor/ProjectFile.h"
 

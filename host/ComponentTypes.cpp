@@ -7,7 +7,7 @@
 #include <rapidjson/document.h>
 
 #include "Messages.h"
-#include "editor/EditorSession.h"
+#include "session/EditorSession.h"
 #include "editor/JavaScriptManager.h"
 #include "editor/ProjectFile.h"
 

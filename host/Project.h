@@ -4,7 +4,7 @@
 #include <vector>
 #include <Corrade/Containers/String.h>
 
-#include "editor/EditorSession.h"
+#include "session/EditorSession.h"
 #include "editor/OrrelinEditor.h"
 #include "shared/LocalizationData.h"
 

@@ -21,7 +21,7 @@
 #include "ChangeManager.h"
 #include "JsonText.h"
 #include "Tools/LocalizationTools.h"
-#include "editor/EditorSession.h"
+#include "session/EditorSession.h"
 #include "editor/OrrelinEditor.h"
 #include "editor/ProjectFile.h"
 #include "shared/LocalizationData.h"

@@ -10,7 +10,7 @@
 #include <Corrade/Utility/Assert.h>
 #include <Corrade/Utility/Format.h>
 
-#include "editor/replaceFile.h"
+#include "OrrelinEditorUtils/replaceFile.h"
 
 namespace OrrelinEngine {
 

@@ -1,4 +1,4 @@
-#include "editor/replaceFile.h"
+#include "OrrelinEditorUtils/replaceFile.h"
 
 #include <cerrno>
 #include <climits>

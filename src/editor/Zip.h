@@ -50,7 +50,7 @@ same bytes; every entry is dated to the beginning of 1980. An entry that is
 given again with the same content is written once.
 
 The archive is packed in memory and then put in the place of the old one with
-@ref replaceFile(), so that a failure leaves the old one as it was. It fails if
+a rename, so that a failure leaves the old one as it was. It fails if
 the file can't be written, if there are no entries, if a name is empty, longer
 than 65535 bytes or no text in UTF-8, and if one name is given with two
 different contents. Expects that there are as many names as contents.

@@ -3,7 +3,7 @@
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/StringIterable.h>
 #include <Tools/LocalizationTools.h>
-#include <editor/EditorSession.h>
+#include <session/EditorSession.h>
 #include <editor/OrrelinEditor.h>
 #include <editor/ProjectFile.h>
 

@@ -1,4 +1,4 @@
-#include "editor/EditorSession.h"
+#include "session/EditorSession.h"
 
 #include <cerrno>
 #include <cstring>
@@ -12,8 +12,8 @@
 #include "editor/EditorSceneData.h"
 #include "editor/OrrelinEditor.h"
 #include "editor/ProjectFile.h"
-#include "editor/replaceFile.h"
-#include "projectJson.h"
+#include "OrrelinEditorUtils/replaceFile.h"
+#include "session/projectJson.h"
 #include "shared/LocalizationData.h"
 
 namespace OrrelinEngine {

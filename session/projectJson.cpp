@@ -1,4 +1,4 @@
-#include "projectJson.h"
+#include "session/projectJson.h"
 
 #include <charconv>
 #include <cmath>

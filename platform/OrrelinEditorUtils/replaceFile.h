@@ -1,5 +1,5 @@
-#ifndef Orrelin_editor_replaceFile_h
-#define Orrelin_editor_replaceFile_h
+#ifndef Orrelin_OrrelinEditorUtils_replaceFile_h
+#define Orrelin_OrrelinEditorUtils_replaceFile_h
 
 /** @file
  * @brief Function @ref OrrelinEngine::replaceFile()

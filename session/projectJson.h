@@ -1,5 +1,5 @@
-#ifndef Orrelin_OrrelinEditor_projectJson_h
-#define Orrelin_OrrelinEditor_projectJson_h
+#ifndef Orrelin_session_projectJson_h
+#define Orrelin_session_projectJson_h
 
 #include <Corrade/Containers/String.h>
 #include <rapidjson/stringbuffer.h>

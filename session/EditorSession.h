@@ -1,5 +1,5 @@
-#ifndef Orrelin_editor_EditorSession_h
-#define Orrelin_editor_EditorSession_h
+#ifndef Orrelin_session_EditorSession_h
+#define Orrelin_session_EditorSession_h
 
 /** @file
  * @brief Class @ref OrrelinEngine::EditorSession

@@ -10,7 +10,7 @@
 #include "Tools/Project.h"
 #include "Tools/TemporaryFolder.h"
 #include "editor/EditorSceneData.h"
-#include "editor/EditorSession.h"
+#include "session/EditorSession.h"
 
 namespace OrrelinEngine { namespace {
 
