@@ -163,22 +163,25 @@ void ChangeManager::push(
     const DocumentPlace place = _edits->locate(path);
     const std::int32_t target = continuous ? mergeTarget(path, place) : -1;
     _forceNewChange = false;
+    bool moved = false;
     if(target != -1)
         updateChange(target, value);
-    else if(value && !place.value)
-        recordChange(
-            DocumentEdits::addressablePath(path, place), nullptr, value);
-    else
-        recordChange(Containers::String{path}, place.value, value);
+    else if(value && !place.value) {
+        Containers::String address =
+            DocumentEdits::addressablePath(path, place);
+        moved = address != path;
+        recordChange(std::move(address), nullptr, value);
+    } else
+        recordChange(Containers::StringView{path}, place.value, value);
 
+    /* The path itself may be a view of what's gone now. What's there is set,
+       also if it's an earlier push of the step that created it: creating an
+       element once more would insert another. */
     const Change& change = last();
-    /* What's there is set, also if it's an earlier push of the step that
-       created it: creating an element once more would insert another */
     if(change.newValue && place.value)
         deepAssign(*place.value, *change.newValue, allocator());
     else
-        _edits->perform(
-            change, change.path == path ? place : _edits->locate(change.path));
+        _edits->perform(change, moved ? _edits->locate(change.path) : place);
     notify(change);
 }
 
@@ -199,12 +202,13 @@ void ChangeManager::pushRemoval(Containers::StringView path) {
 
 void ChangeManager::apply(const Change& change) {
     const DocumentPromise promise{_edits->index()};
-    _edits->perform(change, _edits->locate(change.path));
+    _edits->apply(change);
     notify(change);
 }
 
 void ChangeManager::applyChange(const Change& change) {
     expectNotInHandler("applyChange(): Can't apply changes");
+    CORRADE_INTERNAL_ASSERT(_projectFile);
     apply(change);
     rethrow();
 }

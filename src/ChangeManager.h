@@ -169,12 +169,13 @@ To change, find or remove a value that's there costs the same in a small and a
 large document and with any length of history; erasing from a large object or
 array also moves what follows. To create a member costs a search of its object,
 to be sure that it's new: about a quarter of a millisecond in 100,000 members.
-@ref ExclusiveEdits spares that. A step that creates many members, on undo or
+@ref ExclusiveEdits spares that for all but the first few. A step that creates many members, on undo or
 redo, searches each object a few times at most.
 
 @ref ProjectFile::document may be edited directly between any two calls, in any
 way. Nothing has to be told: the result of a call is that of a search of every
-object from its first member on.
+object from its first member on. Just of members with the same name, which JSON
+allows, it may be another than the first if a direct edit put that in front.
 
 Values are copied into the document's memory pool, which frees nothing before
 the document is closed.
@@ -337,7 +338,7 @@ public:
     /**
      * @brief The change made last
      *
-     * Valid until the next push, undo, redo or jump. It may be written to
+     * Valid until the next call that isn't @cpp const @ce. It may be written to
      * until then: what a later push merges into, and what undo does, follows
      * what stands there. Expects that there is one.
      */
@@ -377,9 +378,8 @@ public:
     /**
      * @brief Whether there is a step to undo
      *
-     * Not while a group is open. Inside a handler, ask after the call that
-     * notifies it has returned: on undo, handlers are told before the history
-     * goes back.
+     * Not while a group is open. Inside a handler this and all that follows
+     * tells of the document as it is then, in the midst of a step maybe.
      */
     bool canUndo() const;
 
@@ -485,6 +485,7 @@ private:
     void apply(const Change& change);
 
     void undoChange(const Change& change);
+    std::int32_t position() const;
     /* Until the given change is the last one */
     void goTo(std::int32_t change);
     std::int32_t stepBegin(std::int32_t lastOfStep) const;
@@ -512,6 +513,7 @@ private:
     Containers::Pointer<DocumentEdits> _edits;
     Containers::Pointer<MergeIndex> _mergeIndex;
     bool _inHandler = false;
+    bool _undoing = false;
     /* Registered from inside a handler */
     Containers::Array<PendingHandler> _pendingHandlers;
     /* By a handler, to come out at the end of the call */
@@ -531,8 +533,8 @@ for(const Copy& copy: clipboard)
 
 While an instance exists, the document must not be edited directly, by accessors
 or with another manager; reading it in any way is fine. Creating a member then
-costs the same in an object of any size, as that it isn't there yet doesn't have
-to be searched for each time. Breaking the promise can have a member created
+costs the same in an object of any size, after a few that are searched for and an
+index of its names. Breaking the promise can have a member created
 that is there already.
 
 Instances nest. The manager has to exist for as long as they do.

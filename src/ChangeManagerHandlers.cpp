@@ -27,8 +27,10 @@ void ChangeManager::notify(const Change& change) {
         return;
 
     _inHandler = true;
+    /* A handler may have the last change's path changed */
+    const Containers::String path = change.path;
     Containers::Array<Containers::StringView> segments =
-        Containers::StringView{change.path}.split('/');
+        Containers::StringView{path}.split('/');
     for(const Containers::StringView segment: segments)
         if(HandlerList* const handlers = _handlers.find(segment))
             for(Containers::Pointer<ChangeHandler>& handler: *handlers)
@@ -59,6 +61,8 @@ void ChangeManager::rethrow() {
 
 void ChangeManager::addChangeHandler(Containers::StringView segment,
     Containers::Pointer<ChangeHandler>&& handler) {
+    CORRADE_ASSERT(handler,
+        "ChangeManager::addChangeHandler(): handler cannot be nullptr.", );
     if(_inHandler)
         arrayAppend(_pendingHandlers,
             PendingHandler{Containers::String{segment}, std::move(handler)});

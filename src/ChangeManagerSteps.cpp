@@ -46,8 +46,16 @@ void ChangeManager::commit() {
 }
 
 void ChangeManager::undoChange(const Change& change) {
+    _undoing = true;
     apply(reverse(change));
+    _undoing = false;
     --_lastChange;
+}
+
+/* Where the document is in the history. While handlers are told of an undo,
+   that is one before the change that is about to be stepped back from. */
+std::int32_t ChangeManager::position() const {
+    return _lastChange - (_undoing ? 1 : 0);
 }
 
 void ChangeManager::undo(const Change& change) {
@@ -104,20 +112,19 @@ void ChangeManager::goTo(std::int32_t change) {
 }
 
 bool ChangeManager::canUndo() const {
-    return _currentGroup < 0 && _lastChange >= 0;
+    return _currentGroup < 0 && position() >= 0;
 }
 
 bool ChangeManager::canRedo() const {
-    return _currentGroup < 0 && std::size_t(_lastChange + 1) < _changes.size();
+    return _currentGroup < 0 && std::size_t(position() + 1) < _changes.size();
 }
 
 Containers::ArrayView<const Change> ChangeManager::nextUndo() const {
-    return canUndo() ? changes(stepBegin(_lastChange), _lastChange + 1)
-                     : nullptr;
+    return canUndo() ? changes(stepBegin(position()), position() + 1) : nullptr;
 }
 
 Containers::ArrayView<const Change> ChangeManager::nextRedo() const {
-    return canRedo() ? changes(_lastChange + 1, stepEnd(_lastChange + 1))
+    return canRedo() ? changes(position() + 1, stepEnd(position() + 1))
                      : nullptr;
 }
 
@@ -132,8 +139,8 @@ Containers::Array<Containers::ArrayView<const Change>> ChangeManager::steps()
     for(std::int32_t i = 0, end; std::size_t(i) != _changes.size(); i = end) {
         end = stepEnd(i);
         /* One of which just a part was undone counts as two */
-        if(i <= _lastChange && end > _lastChange + 1)
-            end = _lastChange + 1;
+        if(i <= position() && end > position() + 1)
+            end = position() + 1;
         arrayAppend(out, changes(i, end));
     }
     return out;
@@ -152,7 +159,7 @@ std::int32_t ChangeManager::stepOf(std::int32_t change) const {
 }
 
 std::int32_t ChangeManager::currentStep() const {
-    return stepOf(_lastChange);
+    return stepOf(position());
 }
 
 std::int32_t ChangeManager::savedStep() const {
@@ -160,11 +167,11 @@ std::int32_t ChangeManager::savedStep() const {
 }
 
 void ChangeManager::markSave() {
-    _savedChange = _lastChange;
+    _savedChange = position();
 }
 
 bool ChangeManager::hasUnsavedChanges() const {
-    return _savedChange != _lastChange;
+    return _savedChange != position();
 }
 
 }

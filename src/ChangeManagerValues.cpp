@@ -85,6 +85,7 @@ void ChangeManager::pushTransformChange(Containers::StringView path,
 
 void ChangeManager::pushAppend(
     Containers::StringView path, Containers::StringView value) {
+    CORRADE_INTERNAL_ASSERT(_projectFile);
     const ValueAccess current = (*_projectFile)[path];
     JsonValue array = deepCopy(current.readValue(), allocator());
     if(!array.IsArray())

@@ -23,6 +23,13 @@ public:
         const auto& [name, path, value] = operation;
         if(name == "read")
             return read(path);
+        if(name == "promise") {
+            _promise = Containers::Pointer<ExclusiveEdits>{
+                _promise ? nullptr : new ExclusiveEdits{_manager}};
+            return {};
+        }
+        if(name == "write")
+            _promise = nullptr;
         if(name == "reset")
             reference.reset();
         else if(name == "handle")
@@ -50,6 +57,7 @@ public:
     /* A call with each of the two documents, which the change manager isn't
        told of */
     template<class Edit> std::string edit(const Edit& edit) {
+        _promise = nullptr;
         edit(reference.document);
         edit(_project.document);
         return difference();
@@ -168,6 +176,8 @@ private:
 
     ProjectFile _project;
     ChangeManager _manager;
+    /* Kept, as no direct edit is made while there is one */
+    Containers::Pointer<ExclusiveEdits> _promise;
     ValueAccess _accessor{_project, {}};
     std::vector<std::string> _notifications;
 };

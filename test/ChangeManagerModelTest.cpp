@@ -57,190 +57,151 @@ std::string escaped(const std::string& name) {
     return out;
 }
 
-/* One edit of an object that nothing announces. The path is the object's, the
-   value seeds what is chosen. New members are named like the object, with a
-   number. */
+/* Edits an object in ways that nothing announces. New members are named like
+   the object, with a number. */
 class DirectEdit {
 public:
-    explicit DirectEdit(
-        JsonDocument& document, const ChangeOperation& operation):
-        _document(document),
-        _random{std::strtoull(operation.value.data(), nullptr, 10)},
-        _path{operation.path}, _pointer{_path.data(), _path.size()},
-        _prefix{_pointer.GetTokens()[_pointer.GetTokenCount() - 1].name} {}
+    typedef JsonValue::MemberIterator Iterator;
 
-    void add() { add(object(), newName()); }
-
-    void addSome() {
-        for(std::size_t i = _random.below(8); i; --i)
-            add();
-    }
-
-    void remove() {
-        if(count())
-            object().RemoveMember(some());
-    }
-
-    void erase() {
-        if(count())
-            object().EraseMember(some());
-    }
-
-    void eraseSome() {
-        if(count()) {
-            const auto first = some();
-            object().EraseMember(first,
-                first +
-                    std::ptrdiff_t(_random.below(
-                        std::size_t(object().MemberEnd() - first) + 1)));
-        }
-    }
-
-    void removeAndAdd() {
-        remove();
-        add();
-    }
-
-    void eraseAndAdd() {
-        erase();
-        add();
-    }
-
-    void rename() {
-        if(count())
-            some()->name.SetString(newName().data(), _document.GetAllocator());
-    }
-
-    void exchangeNames() {
-        if(count())
-            some()->name.Swap(some()->name);
-    }
-
-    void exchangeMembers() {
-        if(count())
-            std::iter_swap(some(), some());
-    }
-
-    void sort() {
-        std::sort(object().MemberBegin(), endOfSome(),
-            [](const auto& a, const auto& b) {
-                return std::strcmp(a.name.GetString(), b.name.GetString()) < 0;
-            });
-    }
-
-    void reverse() { std::reverse(object().MemberBegin(), endOfSome()); }
-
-    /* All of them elsewhere in memory */
-    void copy() {
-        JsonValue out{object(), _document.GetAllocator()};
-        object() = out;
-    }
-
-    void parse() { _document.Parse(jsonText(_document).data()); }
-
-    void refill() {
-        const std::size_t size = otherCount();
-        object().RemoveAllMembers();
-        fill(object(), size);
-    }
-
-    void replace() {
-        JsonValue out{rapidjson::kObjectType};
-        fill(out, otherCount());
-        object() = out;
-    }
-
-    void swapWithOther() {
-        JsonValue& other = objectAt(_path + '2');
-        if(other.ObjectEmpty())
-            fill(other, otherCount());
-        other.Swap(object());
-    }
-
-    void moveAway() {
-        objectAt(_path + '2');
-        JsonValue& from = object();
-        objectAt(_path + '2') = from;
-        from.SetObject();
-    }
-
-private:
-    JsonValue& objectAt(const std::string& path) {
-        JsonValue& out =
-            rapidjson::GenericPointer<JsonValue>{path.data(), path.size()}
-                .Create(_document);
-        return out.IsObject() ? out : out.SetObject();
+    explicit DirectEdit(JsonDocument& d, const ChangeOperation& operation):
+        document(d), random{std::strtoull(operation.value.data(), nullptr, 10)},
+        _path{operation.path}, _pointer{_path.data(), _path.size()} {
+        if(!count())
+            add(object(), newName());
     }
 
     JsonValue& object() { return objectAt(_path); }
+
+    /* Creating one of them moves what stands beside it */
+    JsonValue& other() {
+        object();
+        return objectAt(_path + '2');
+    }
+
     std::size_t count() { return object().MemberCount(); }
 
-    JsonValue::MemberIterator some() {
-        return object().MemberBegin() + std::ptrdiff_t(_random.below(count()));
+    Iterator some() {
+        return object().MemberBegin() + std::ptrdiff_t(random.below(count()));
     }
 
     /* Now and then the last one stays where it is */
-    JsonValue::MemberIterator endOfSome() {
-        return object().MemberEnd() - (count() && _random.oneIn(2));
+    Iterator endOfSome() {
+        return object().MemberEnd() - std::ptrdiff_t(random.below(2));
     }
 
     /* The same one, or one of those where look-ups may change their way */
     std::size_t otherCount() {
-        if(_random.oneIn(500))
-            return 2000 + _random.below(6000);
-        return _random.oneIn(2) ? count() : _random.oneOf(Sizes);
+        if(random.oneIn(500))
+            return 2000 + random.below(6000);
+        return random.oneIn(2) ? count() : random.oneOf(Sizes);
+    }
+
+    std::string name(std::size_t i) {
+        return _pointer.GetTokens()[_pointer.GetTokenCount() - 1].name +
+            std::to_string(i);
     }
 
     std::string newName() {
         std::string out;
         do
-            out = _prefix + std::to_string(_random.below(count() * 2 + 32));
+            out = name(random.below(count() * 2 + 32));
         while(object().HasMember(out.data()));
         return out;
     }
 
-    void add(JsonValue& object, const std::string& name) {
-        JsonAllocator& allocator = _document.GetAllocator();
-        object.AddMember(JsonValue{name.data(), allocator},
-            JsonValue{int(_random.below(9))}, allocator);
+    void add(JsonValue& to, const std::string& name) {
+        to.AddMember(JsonValue{name.data(), document.GetAllocator()},
+            JsonValue{int(random.below(9))}, document.GetAllocator());
     }
 
-    void fill(JsonValue& object, std::size_t size) {
-        const std::size_t first = _random.below(32);
+    JsonValue filled(JsonValue out, std::size_t size) {
+        const std::size_t first = random.below(32);
         for(std::size_t i = 0; i != size; ++i)
-            add(object, _prefix + std::to_string(first + i));
+            add(out, name(first + i));
+        return out;
     }
 
-    JsonDocument& _document;
-    Random _random;
+    JsonDocument& document;
+    Random random;
+
+private:
+    JsonValue& objectAt(const std::string& path) {
+        JsonValue& out =
+            rapidjson::GenericPointer<JsonValue>{path.data(), path.size()}
+                .Create(document);
+        return out.IsObject() ? out : out.SetObject();
+    }
+
     std::string _path;
     rapidjson::GenericPointer<JsonValue> _pointer;
-    std::string _prefix;
 };
 
-/* The last ones leave what is there, in another order or place */
+/* Each at least one member to begin with. The last ones leave what is there,
+   in another order or place. */
 const struct {
     const char* name;
-    void (DirectEdit::*make)();
+    void (*make)(DirectEdit&);
 } DirectEdits[]{
-    {"add", &DirectEdit::add},
-    {"addSome", &DirectEdit::addSome},
-    {"RemoveMember", &DirectEdit::remove},
-    {"EraseMember", &DirectEdit::erase},
-    {"eraseSome", &DirectEdit::eraseSome},
-    {"removeAndAdd", &DirectEdit::removeAndAdd},
-    {"eraseAndAdd", &DirectEdit::eraseAndAdd},
-    {"rename", &DirectEdit::rename},
-    {"exchangeNames", &DirectEdit::exchangeNames},
-    {"refill", &DirectEdit::refill},
-    {"replace", &DirectEdit::replace},
-    {"swapWithOther", &DirectEdit::swapWithOther},
-    {"moveAway", &DirectEdit::moveAway},
-    {"exchangeMembers", &DirectEdit::exchangeMembers},
-    {"sort", &DirectEdit::sort},
-    {"reverse", &DirectEdit::reverse},
-    {"copy", &DirectEdit::copy},
-    {"parse", &DirectEdit::parse},
+    {"add", [](auto& e) { e.add(e.object(), e.newName()); }},
+    {"RemoveMember", [](auto& e) { e.object().RemoveMember(e.some()); }},
+    {"EraseMember", [](auto& e) { e.object().EraseMember(e.some()); }},
+    {"eraseSome",
+        [](auto& e) {
+            const auto range = std::minmax({e.some(), e.endOfSome()});
+            e.object().EraseMember(range.first, range.second);
+        }},
+    {"rename",
+        [](auto& e) {
+            const std::string name = e.newName();
+            e.some()->name.SetString(name.data(), e.document.GetAllocator());
+        }},
+    {"exchangeNames", [](auto& e) { e.some()->name.Swap(e.some()->name); }},
+    {"refill",
+        [](auto& e) {
+            const std::size_t size = e.otherCount();
+            e.object().RemoveAllMembers();
+            e.object() = e.filled(std::move(e.object()), size);
+        }},
+    {"replace",
+        [](auto& e) {
+            e.object() =
+                e.filled(JsonValue{rapidjson::kObjectType}, e.otherCount());
+        }},
+    {"swapWithOther",
+        [](auto& e) {
+            const std::size_t size = e.otherCount();
+            JsonValue& other = e.other();
+            if(other.ObjectEmpty())
+                other = e.filled(JsonValue{rapidjson::kObjectType}, size);
+            other.Swap(e.object());
+        }},
+    {"moveAway",
+        [](auto& e) {
+            JsonValue& other = e.other();
+            other = e.object();
+            e.object().SetObject();
+        }},
+    {"exchangeMembers",
+        [](auto& e) {
+            const auto a = e.some(), b = e.some();
+            a->name.Swap(b->name);
+            a->value.Swap(b->value);
+        }},
+    {"sort",
+        [](auto& e) {
+            std::sort(e.object().MemberBegin(), e.endOfSome(),
+                [](const auto& a, const auto& b) {
+                    return std::strcmp(a.name.GetString(), b.name.GetString()) <
+                        0;
+                });
+        }},
+    {"reverse",
+        [](auto& e) { std::reverse(e.object().MemberBegin(), e.endOfSome()); }},
+    {"copy",
+        [](auto& e) {
+            e.object() = JsonValue{e.object(), e.document.GetAllocator()};
+        }},
+    {"parse", [](auto& e) { e.document.Parse(jsonText(e.document).data()); }},
 };
 constexpr std::size_t Rearranging = 5;
 
@@ -255,7 +216,8 @@ std::string perform(Comparison& comparison, const ChangeOperation& operation) {
     for(const auto& i: DirectEdits)
         if(operation.name == i.name)
             return comparison.edit([&](JsonDocument& document) {
-                (DirectEdit{document, operation}.*i.make)();
+                DirectEdit edit{document, operation};
+                i.make(edit);
             });
     return comparison.perform(operation);
 }
@@ -341,9 +303,9 @@ private:
     int _handlers = 0;
 };
 
-/* An object, the sizes of which go up and down across those where look-ups may
-   change their way, and one beside it. Direct edits come in between, which
-   nothing announces, many or few or hardly any; so do accessors. */
+/* An object whose size goes up and down across those where look-ups may change
+   their way, with another one beside it. In between come direct edits and
+   accessors, many of them or few or none. */
 class SizeOperations {
 public:
     explicit SizeOperations(Random& random):
@@ -354,8 +316,7 @@ public:
     std::string document() {
         JsonDocument out{rapidjson::kObjectType};
         DirectEdit edit{out, ChangeOperation{"", _object}};
-        for(std::size_t i = _size; i; --i)
-            edit.add();
+        edit.object() = edit.filled(JsonValue{rapidjson::kObjectType}, _size);
         return jsonText(out);
     }
 
@@ -363,7 +324,7 @@ public:
         constexpr const char* accesses[]{"read", "read", "write", "append"};
         constexpr const char* names[]{"drag", "drag", "dragRemove",
             "beginGroup", "commit", "undo", "undo", "redo", "redo", "markSave",
-            "forceNew"};
+            "forceNew", "promise"};
         if(reference.handlers.empty())
             return ChangeOperation{"handle", split(_object)[1], "all"};
         if(_random.oneIn(_edits))
@@ -376,7 +337,7 @@ public:
         if(_random.oneIn(_reads))
             return ChangeOperation{_random.oneOf(accesses),
                 path(reference, _random.oneIn(2)), "\"s\""};
-        if(_random.oneIn(80))
+        if(_random.oneIn(400))
             return ChangeOperation{_random.oneIn(2) ? "push" : "remove",
                 _object, _random.oneIn(2) ? "{}" : R"({"a":1,"b":{"a":2}})"};
         if(_random.oneIn(2)) {
@@ -393,26 +354,29 @@ public:
     }
 
 private:
-    /* With names short and long, of digits, and to be escaped. The second
-       ones stand beside it. */
+    /* Members are named alike: short, long, of digits, and to be escaped */
     static constexpr const char* Objects[]{"/n", "/objects/n", "/objects/",
         "/objects/of-11-bytes", "/objects/a-name-of-more-bytes", "/a/~1"};
     static constexpr std::size_t Rates[]{2, 16, 1000000, 1000000};
 
     /* Of one that's there, or of any */
     std::string path(ChangeManagerReference& reference, bool present) {
-        std::string out = _object + (_random.oneIn(8) ? "2" : "");
-        const JsonValue* const object = reference.find(out);
+        std::string out = _object + (_random.oneIn(8) ? "2" : "") + '/';
+        const JsonValue* const object = reference.find(splitLast(out).first);
         const std::size_t size =
             object && object->IsObject() ? sizeOf(*object) : 0;
-        /* The last one more often */
         if(present && size)
-            out += '/' +
-                escaped(nameAt(*object,
-                    std::min(size - 1, _random.below(size + size / 8 + 1))));
-        else
-            out += '/' + splitLast(_object).second +
-                std::to_string(_random.below(size * 2 + 32));
+            /* The last one more often */
+            out += escaped(nameAt(*object,
+                std::min(size - 1, _random.below(size + size / 8 + 1))));
+        else {
+            /* One that was there, more often than not */
+            std::size_t i = _random.below(size + 4);
+            out += splitLast(_object).second;
+            while(reference.find(out + std::to_string(i)))
+                ++i;
+            out += std::to_string(i);
+        }
         if(_random.oneIn(8))
             out += _random.oneIn(2) ? "/a" : "/a/b";
         if(!_recent.empty() && _random.below(8) < _repeats)
@@ -534,7 +498,7 @@ template<class Operations> void compare(bool restores) {
         std::string made = document + '\n';
         std::string difference;
         Comparison comparison{document};
-        for(std::size_t left = 10 + random.below(300);
+        for(std::size_t left = 10 + random.below(600);
             left && difference.empty() && !comparison.reference.violated;
             --left, ++done) {
             const ChangeOperation next = operations.next(comparison.reference);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -144,6 +145,7 @@ public:
         history.clear();
         last = -1;
         handlers.clear();
+        _names.clear();
     }
 
     void markSave() { saved = last; }
@@ -160,8 +162,10 @@ private:
         return parent && !path.empty() && parent->IsArray();
     }
 
-    void set(const std::string& path, const std::string& value) {
-        create(path).CopyFrom(jsonDocument(value), document.GetAllocator());
+    void set(const std::string& path, const std::string& at,
+        const std::string& value) {
+        createNull(path, at).CopyFrom(
+            jsonDocument(value), document.GetAllocator());
     }
 
     void push(
@@ -182,11 +186,11 @@ private:
 
         const Change& made = change(last);
         if(candidate != -1 && !value.empty() && isInArray(made.path) &&
-            find(made.path)) {
-            set(made.path, value);
-            notify(made);
-        } else
-            apply(made);
+            find(made.path))
+            set(made.path, made.path, value);
+        else
+            perform(made, made.path);
+        notify(made);
     }
 
     int mergeCandidate(const std::string& path) {
@@ -238,53 +242,75 @@ private:
     }
 
     void apply(const Change& change) {
-        const std::string path = addressOf(change);
-        if(change.newValue.empty())
-            remove(path);
-        else if(!change.oldValue.empty() && (find(path) || !isInArray(path)))
-            set(path, change.newValue);
-        else
-            insert(path, change.newValue);
+        const bool isNothing =
+            change.oldValue.empty() && change.newValue.empty();
+        perform(change, isNothing ? change.path : addressOf(change.path));
         notify(change);
     }
 
-    /* Where the old value is. It went into an array if the object that it was
-       in, as a member named like an index, is an array by now. */
-    std::string addressOf(const Change& change) {
-        std::string found;
-        if(!change.oldValue.empty() && !find(change.path))
-            found = search(
-                {}, split(change.path), 1, jsonDocument(change.oldValue));
-        return found.empty() ? change.path : found;
+    /* What is at the path is done at the other one, where that leads */
+    void perform(const Change& change, const std::string& at) {
+        if(change.newValue.empty())
+            remove(change.path, at);
+        else if(!change.oldValue.empty() && (find(at) || !isInArray(at)))
+            set(change.path, at, change.newValue);
+        else
+            insert(change.path, at, change.newValue);
     }
 
-    /* Empty if there is none */
-    std::string search(const std::string& at,
-        const std::vector<std::string>& segments, std::size_t i,
-        const JsonValue& wanted) {
-        const JsonValue* const value = find(at);
-        if(!value || i == segments.size())
-            return value && *value == wanted ? at : std::string{};
-        const std::string& segment = segments[i];
-        const std::string child = at + '/' + segment;
-        /* An index as pointers write it means this element and no other */
-        if(find(child) || !value->IsArray() ||
-            (segment != "-" && !isIndex(segment)) ||
-            segment == std::to_string(std::max(indexOf(segment), 0ll)))
-            return search(child, segments, i + 1, wanted);
-
-        std::string found;
-        for(std::size_t j = value->Size(); j && found.empty(); --j)
-            found = search(
-                at + '/' + std::to_string(j - 1), segments, i + 1, wanted);
-        return found;
+    /* An index as a pointer has it */
+    static bool isPlain(const std::string& segment) {
+        return isIndex(segment) &&
+            segment == std::to_string(std::max(indexOf(segment), 0ll));
     }
 
-    void remove(const std::string& path) {
+    std::string addressOf(const std::string& path) {
+        std::string recorded, at;
+        const std::vector<std::string> segments = split(path);
+        for(std::size_t i = 1; i != segments.size(); ++i) {
+            const JsonValue* const parent = find(at);
+            recorded += '/' + segments[i];
+            at += '/' + segments[i];
+            const auto name = _names.find(recorded);
+            if(!find(at) && parent && parent->IsArray() &&
+                name != _names.end() && name->second < parent->Size())
+                at = splitLast(at).first + '/' + std::to_string(name->second);
+        }
+        return at;
+    }
+
+    /* The names of the array's elements from the index on, one by one */
+    template<class Function> void forNames(
+        const std::string& array, std::size_t index, Function&& function) {
+        for(auto i = _names.begin(); i != _names.end();) {
+            const auto name = i++;
+            if(splitLast(name->first).first == array && name->second >= index)
+                function(name);
+        }
+    }
+
+    void erase(const std::string& path, const std::string& at) {
+        const JsonValue* const parent = find(splitLast(at).first);
+        const auto own = _names.find(path);
+        if(find(at) && parent && parent->IsArray()) {
+            const std::size_t index = std::stoul(splitLast(at).second);
+            if(index + 1 == parent->Size() && own != _names.end() &&
+                own->second == index)
+                _names.erase(own);
+            else
+                forNames(splitLast(path).first, index, [&](auto name) {
+                    if(name->second-- == index)
+                        _names.erase(name);
+                });
+        }
+        Pointer{at.data(), at.size()}.Erase(document);
+    }
+
+    void remove(std::string path, std::string at) {
         const JsonValue* container;
-        std::string at = path;
         do {
-            Pointer{at.data(), at.size()}.Erase(document);
+            erase(path, at);
+            path = splitLast(path).first;
             at = splitLast(at).first;
             container = find(at);
             /* Top-level members stay */
@@ -293,21 +319,47 @@ private:
                 (container->IsObject() && container->ObjectEmpty())));
     }
 
-    void insert(const std::string& path, const std::string& value) {
-        const auto [parentPath, segment] = splitLast(path);
+    /* The elements that this makes, and the array that it makes an object */
+    JsonValue& createNull(const std::string& path, const std::string& at) {
+        std::string recorded, there;
+        const std::vector<std::string> segments = split(at);
+        for(std::size_t i = 1; i != segments.size(); ++i) {
+            const JsonValue* const parent = find(there);
+            const std::string array = recorded;
+            recorded += '/' + split(path)[i];
+            there += '/' + segments[i];
+            if(find(there) || !parent)
+                continue;
+            if(parent->IsArray() && segments[i] == "-")
+                _names[recorded] = parent->Size();
+            else if(parent->IsArray() && !isPlain(segments[i]))
+                forNames(array, 0, [&](auto name) { _names.erase(name); });
+            break;
+        }
+        return create(at);
+    }
+
+    void insert(const std::string& path, const std::string& at,
+        const std::string& value) {
+        const auto [parentPath, segment] = splitLast(at);
         JsonValue* parent = find(parentPath);
         if(!isIndex(segment) || (parent && parent->IsObject()) ||
             (!parent && indexOf(segment) != -1)) {
-            set(path, value);
+            set(path, at, value);
             return;
         }
         if(!parent)
-            parent = &create(parentPath).SetArray();
+            parent = &createNull(splitLast(path).first, parentPath).SetArray();
         if(!parent->IsArray()) {
             violated = true;
             return;
         }
         const std::size_t index = insertionIndex(segment, parent->Size());
+        if(index < parent->Size())
+            forNames(splitLast(path).first, index,
+                [](auto name) { ++name->second; });
+        if(!isPlain(segment))
+            _names[path] = index;
         while(parent->Size() < index)
             parent->PushBack(JsonValue{}, document.GetAllocator());
         parent->PushBack(JsonValue{}, document.GetAllocator());
@@ -328,8 +380,9 @@ private:
 
     int _groups = 0;
     bool _forceNew = false;
+    /* Elements whose paths aren't pointers to them: where they are */
+    std::map<std::string, std::size_t> _names;
 };
-
 }}
 
 #endif

@@ -138,50 +138,52 @@ push /objects/e/007 5 => Create /objects/e/007: () -> 5
 push /objects/f/-0 5 => Create /objects/f/-0: () -> 5
 {"objects":{"b":[5],"c":{"-":5},"d":[5],"e":{"007":5},"f":{"-0":5}},"a":[null,5]}
 )"},
-    {"members named like elements, gone with their object, come and go as such",
-        R"({"b":{"a":{"x":{"007":1},"y":{"1700000000000":1},"z":{"-5":1}}}}
-remove /b/a/x/007 => Remove /b/a/x/007: 1 -> ()
-remove /b/a/y/1700000000000 => Remove /b/a/y/1700000000000: 1 -> ()
-push /b/a/z/-5 2 => Change /b/a/z/-5: 1 -> 2
-remove /b/a/z/-5 => Remove /b/a/z/-5: 2 -> ()
+    {"members named like elements, of an object that becomes an array",
+        R"({"b":{"c":{"x":{"007":1},"y":{"1700000000000":1},"z":{"-5":1}}}}
+beginGroup, saved
+remove /b/c/x/007
+remove /b/c/y/1700000000000
+push /b/c/z/-5 2
+remove /b/c/z/-5
+commit
 {"b":{}}
-undo => Create /b/a/z/-5: () -> 2
-undo => Change /b/a/z/-5: 2 -> 1
-undo => Create /b/a/y/1700000000000: () -> 1
-undo => Create /b/a/x/007: () -> 1, saved
-{"b":{"a":{"z":[1],"y":[1],"x":{"007":1}}}}
-redo => Remove /b/a/x/007: 1 -> ()
-redo => Remove /b/a/y/1700000000000: 1 -> ()
-redo => Change /b/a/z/-5: 1 -> 2
-redo => Remove /b/a/z/-5: 2 -> ()
+undo, saved
+{"b":{"c":{"z":[1],"y":[1],"x":{"007":1}}}}
+redo
 {"b":{}}
-undo => Create /b/a/z/-5: () -> 2
-undo => Change /b/a/z/-5: 2 -> 1
-undo => Create /b/a/y/1700000000000: () -> 1
-undo => Create /b/a/x/007: () -> 1, saved
-{"b":{"a":{"z":[1],"y":[1],"x":{"007":1}}}}
+undo, saved
+{"b":{"c":{"z":[1],"y":[1],"x":{"007":1}}}}
 )"},
-    {"an index is filled up to once", R"({"b":{"a":{"5":1}}}
-remove /b/a/5 => Remove /b/a/5: 1 -> ()
-undo => Create /b/a/5: () -> 1, saved
-redo => Remove /b/a/5: 1 -> ()
-undo => Create /b/a/5: () -> 1, saved
-redo => Remove /b/a/5: 1 -> ()
-{"b":{"a":[null,null,null,null,null]}}
-undo => Create /b/a/5: () -> 1, saved
-{"b":{"a":[null,null,null,null,null,1]}}
+    {"what an index is filled up with stays, once", R"({"b":{"c":{"5":1}}}
+remove /b/c/5
+undo, saved
+redo
+undo, saved
+redo
+{"b":{"c":[null,null,null,null,null]}}
 )"},
-    {"the last one of an array that is equal is meant",
-        R"({"b":{"a":{"-":{"x":1},"0":{"x":2}}}}
-push /b/a/-/x 3 => Change /b/a/-/x: 1 -> 3
-remove /b/a/- => Remove /b/a/-: {"x":3} -> ()
-remove /b/a/0 => Remove /b/a/0: {"x":2} -> ()
-undo => Create /b/a/0: () -> {"x":2}
-undo => Create /b/a/-: () -> {"x":3}
-push /b/a/0/x 3 => Change /b/a/0/x: 2 -> 3
-undo => Change /b/a/0/x: 3 -> 2
-undo => Change /b/a/-/x: 3 -> 1, saved
-{"b":{"a":[{"x":2},{"x":1}]}}
+    {"what is done to such a member is done to its element",
+        R"({"b":{"c":{"-5":{"x":1,"y":1},"-":{"x":1,"y":2},"0":3}}}
+push /b/c/-5/x 2
+push /b/c/-/x 2
+remove /b/c/-/y
+remove /b/c/-5
+remove /b/c/-
+remove /b/c/0
+undo
+undo
+undo
+undo
+undo
+undo, saved
+{"b":{"c":[3,{"x":1,"y":2},{"x":1,"y":1}]}}
+redo
+redo
+redo
+redo
+redo
+redo
+{"b":{}}
 )"},
     {"dragging what moved up", R"({"list":[1,2,3],"a":0}
 push /a 1 => Change /a: 0 -> 1
@@ -793,6 +795,19 @@ TEST(ChangeManagerTest, steps) {
         fixture.perform(operation);
     EXPECT_EQ(fixture.told, told);
     EXPECT_EQ(manager.currentStep(), 2);
+
+    /* Inside a handler all is as the document is then */
+    manager.addChangeHandler(
+        "x",
+        [&](const Change&, Containers::ArrayView<Containers::StringView>,
+            void*) {
+            manager.markSave();
+            EXPECT_FALSE(manager.hasUnsavedChanges());
+            EXPECT_EQ(steps(), "/x /y/z /u 0 0, undo, redo/x!");
+        },
+        nullptr);
+    manager.goToStep(0);
+    EXPECT_FALSE(manager.hasUnsavedChanges());
 }
 
 /* What the caller writes to the last change counts from the next call on */
@@ -894,6 +909,9 @@ TEST(ChangeManagerDeathTest, invalid) {
                      "/a", Containers::StringView{"", 0xffffffffu}, false),
         testing::Eq("ChangeManager: a text of 4294967295 bytes doesn't fit a "
                     "JSON value\n"));
+    EXPECT_DEATH(fixture.manager.addChangeHandler("a", nullptr),
+        testing::Eq("ChangeManager::addChangeHandler(): handler cannot be "
+                    "nullptr.\n"));
     EXPECT_DEATH(fixture.manager.addChangeHandler("", Told::handle, nullptr),
         testing::Eq("StaticMap::put(): key cannot be nullptr.\n"));
 }

@@ -1,5 +1,6 @@
 #include "Implementation/DocumentEdits.h"
 
+#include <algorithm>
 #include <charconv>
 #include <Corrade/Utility/Assert.h>
 #include <Corrade/Utility/Format.h>
@@ -57,13 +58,10 @@ std::uint32_t insertionIndex(
     return index == End ? array.Size() : index;
 }
 
-/* Whether an array takes it for an element although it isn't how a JSON Pointer
-   names one */
-bool isUnaddressable(Containers::StringView segment) {
-    if(!namesIndex(segment))
-        return segment == "-";
-    return segment[0] == '-' || (segment[0] == '0' && segment.size() > 1) ||
-        indexOf(segment) == End;
+/* Whether an index is written as in a JSON Pointer to that element */
+bool isPointerIndex(Containers::StringView segment) {
+    return namesIndex(segment) && segment[0] != '-' &&
+        (segment[0] != '0' || segment.size() == 1) && indexOf(segment) != End;
 }
 
 bool isEmptyContainer(const JsonValue& value) {
@@ -83,6 +81,7 @@ JsonValue* parentAt(const DocumentPlace& place, Containers::StringView path) {
 void DocumentEdits::attach(ProjectFile& project) {
     _project = &project;
     _index.clear();
+    _names.clear();
 }
 
 DocumentPlace DocumentEdits::locate(Containers::StringView path) {
@@ -119,126 +118,145 @@ Containers::String DocumentEdits::addressablePath(
         parent ? insertionIndex(segment, *parent) : 0);
 }
 
-void DocumentEdits::perform(const Change& change, DocumentPlace place) {
-    Containers::StringView path = change.path;
-    Containers::String address;
-    if(!place.value && change.oldValue &&
-        findAgain(_project->document, path, *change.oldValue, address)) {
-        path = address;
-        place = locate(path);
+void DocumentEdits::apply(const Change& change) {
+    const DocumentPlace place = locate(change.path);
+    if(place.value || !(change.oldValue || change.newValue)) {
+        perform(change, place);
+        return;
     }
+    const Containers::String address = addressOf(change.path);
+    perform(change, {change.path, address}, locate(address));
+}
 
+void DocumentEdits::perform(const Change& change, const DocumentPlace& place) {
+    perform(change, {change.path, change.path}, place);
+}
+
+void DocumentEdits::perform(
+    const Change& change, const Path& path, const DocumentPlace& place) {
     if(!change.newValue)
         remove(path, place);
-    else if(change.oldValue && (place.value || !isElement(place, path)))
+    else if(change.oldValue && (place.value || !isElement(place, path.address)))
         set(path, place, *change.newValue);
     else
         create(path, place, *change.newValue);
 }
 
-/* A member named "-5", "007" or "-", removed together with its object, comes
-   back as the element of an array if a number in its path makes one of it, as
-   nothing tells that there was an object. The path that is recorded doesn't
-   lead there, so without this a redo wouldn't remove it, and the undo after
-   that would add it once more. The value tells which element it is, and of
-   equal ones it doesn't matter. */
-bool DocumentEdits::findAgain(JsonValue& from, Containers::StringView path,
-    const JsonValue& expected, Containers::String& address) {
-    const DocumentPlace place = _index.locate(from, path);
-    if(place.value) {
-        address = path;
-        return deepEqual(*place.value, expected);
+/* The path with the index in the place of each segment that names an element
+   otherwise */
+Containers::String DocumentEdits::addressOf(Containers::StringView path) {
+    Containers::String out = path;
+    for(;;) {
+        const DocumentPlace place = locate(out);
+        if(place.value || !place.container || !place.container->IsArray())
+            return out;
+        /* The rest is the same in both */
+        const Containers::StringView missing =
+            firstSegment(out.exceptPrefix(place.missing));
+        const Containers::StringView rest =
+            out.exceptPrefix(place.missing + missing.size());
+        std::uint32_t index;
+        if(!_names.find(path.exceptSuffix(rest.size()), index) ||
+            index >= place.container->Size())
+            return out;
+        out =
+            Utility::format("{}/{}{}", out.prefix(place.missing), index, rest);
     }
-
-    const Containers::StringView rest = path.exceptPrefix(place.missing);
-    if(!place.container || !place.container->IsArray() || rest.isEmpty())
-        return false;
-    const Containers::StringView missing = firstSegment(rest);
-    if(!isUnaddressable(missing.exceptPrefix(1)))
-        return false;
-    JsonValue& array = *place.container;
-    for(std::uint32_t i = array.Size(); i--;)
-        if(findAgain(array[i], rest.exceptPrefix(missing.size()), expected,
-               address)) {
-            address = Utility::format(
-                "{}/{}{}", path.prefix(place.missing), i, address);
-            return true;
-        }
-    return false;
 }
 
-void DocumentEdits::remove(
-    Containers::StringView path, const DocumentPlace& place) {
+void DocumentEdits::erase(const Path& path, const DocumentPlace& place) {
+    if(place.container->IsArray())
+        _names.erased(path.recorded, parentOf(path.recorded), place.position,
+            place.container->Size());
+    _index.erase(place);
+}
+
+void DocumentEdits::remove(const Path& path, const DocumentPlace& place) {
     const JsonValue* container = place.container;
     if(!place.value)
-        container = _index.find(_project->document, parentOf(path));
+        container = _index.find(_project->document, parentOf(path.address));
     else if(container)
-        _index.erase(place);
+        erase(path, place);
 
     /* What is left empty goes too, except for members of the root */
-    for(Containers::StringView at = parentOf(path);
-        container && isEmptyContainer(*container); at = parentOf(at)) {
-        if(parentOf(at).isEmpty())
+    Path at = path;
+    while(container && isEmptyContainer(*container)) {
+        at = {parentOf(at.recorded), parentOf(at.address)};
+        if(parentOf(at.address).isEmpty())
             return;
-        const DocumentPlace outer = locate(at);
+        const DocumentPlace outer = locate(at.address);
         container = outer.container;
-        _index.erase(outer);
+        erase(at, outer);
     }
 }
 
 JsonValue& DocumentEdits::createNull(
-    Containers::StringView path, const DocumentPlace& place) {
-    return _index.create(
-        place, _project->document, path, _project->document.GetAllocator());
+    const Path& path, const DocumentPlace& place) {
+    if(place.container && place.container->IsArray() && !place.value) {
+        const Containers::StringView rest =
+            path.address.exceptPrefix(place.missing);
+        const Containers::StringView segment = firstSegment(rest);
+        /* One is appended on the way, or an object takes the array's place */
+        if(segment == "/-")
+            _names.add(path.recorded.exceptSuffix(rest.size() - segment.size()),
+                place.container->Size());
+        else if(!isPointerIndex(segment.exceptPrefix(1)))
+            _names.forget(path.recorded.exceptSuffix(rest.size()));
+    }
+    return _index.create(place, _project->document, path.address,
+        _project->document.GetAllocator());
 }
 
-void DocumentEdits::set(Containers::StringView path, const DocumentPlace& place,
-    const JsonValue& value) {
+void DocumentEdits::set(
+    const Path& path, const DocumentPlace& place, const JsonValue& value) {
     deepAssign(createNull(path, place), value, _project->allocator());
 }
 
-void DocumentEdits::create(Containers::StringView path,
-    const DocumentPlace& place, const JsonValue& value) {
-    const Containers::StringView segment = lastSegment(path);
-    const Containers::StringView parentPath = parentOf(path);
-    JsonValue* parent = parentAt(place, path);
+void DocumentEdits::create(
+    const Path& path, const DocumentPlace& place, const JsonValue& value) {
+    const Containers::StringView segment = lastSegment(path.address);
+    JsonValue* parent = parentAt(place, path.address);
     if(!namesIndex(segment) || (parent && parent->IsObject())) {
         set(path, place, value);
         return;
     }
 
     if(!parent) {
+        const Path parentPath{parentOf(path.recorded), parentOf(path.address)};
         /* An editor's accessors may know a value where a pointer leads
            nowhere. It's a member then, whatever its name looks like. */
-        const JsonValue* const stored = (*_project)[path].readValueNoDefault();
+        const JsonValue* const stored =
+            (*_project)[path.address].readValueNoDefault();
         const bool isMember =
             stored && !stored->IsObject() && !stored->IsArray();
         if(isMember)
-            createNull(parentPath, locate(parentPath)).SetObject();
+            createNull(parentPath, locate(parentPath.address)).SetObject();
         /* The rules of pointers fill an array up to the index, and make an
            object if it's none as written, such as 007 */
         if(isMember || indexOf(segment) != End) {
-            set(path, locate(path), value);
+            set(path, locate(path.address), value);
             return;
         }
-        parent = &createNull(parentPath, locate(parentPath)).SetArray();
+        parent = &createNull(parentPath, locate(parentPath.address)).SetArray();
     }
     CORRADE_INTERNAL_ASSERT(parent->IsArray());
-    insert(*parent, insertionIndex(segment, *parent), value);
+    insert(path, *parent, value);
 }
 
 void DocumentEdits::insert(
-    JsonValue& array, std::uint32_t index, const JsonValue& value) {
-    /* Not the sixteen elements that RapidJSON begins with, nor one at a time
-       where there are many nulls to come */
-    if(array.Empty() || index > array.Size())
-        array.Reserve(index + 1, _project->allocator());
-    while(array.Size() < index)
-        array.PushBack(JsonValue{}, _project->allocator());
-    array.PushBack(
-        deepCopy(value, _project->allocator()), _project->allocator());
+    const Path& path, JsonValue& array, const JsonValue& value) {
+    const Containers::StringView segment = lastSegment(path.address);
+    const std::uint32_t size = array.Size();
+    const std::uint32_t index = insertionIndex(segment, array);
+    extendArray(array, std::max(index, size) + 1, _project->allocator());
+    array[array.Size() - 1] = deepCopy(value, _project->allocator());
     for(std::uint32_t i = array.Size() - 1; i > index; --i)
         array[i].Swap(array[i - 1]);
+
+    if(index < size)
+        _names.inserted(parentOf(path.recorded), index);
+    if(!isPointerIndex(segment))
+        _names.add(path.recorded, index);
 }
 
 }

@@ -3,6 +3,7 @@
 
 #include <Corrade/Containers/String.h>
 
+#include "Implementation/ElementNames.h"
 #include "shared/Implementation/DocumentIndex.h"
 
 namespace OrrelinEngine {
@@ -26,23 +27,34 @@ public:
     static Containers::String addressablePath(
         Containers::StringView path, const DocumentPlace& place);
 
-    /* The place is that of the change's path */
-    void perform(const Change& change, DocumentPlace place);
+    /* Performs a change as it's recorded */
+    void apply(const Change& change);
+
+    /* Performs a change at the place to which its path leads */
+    void perform(const Change& change, const DocumentPlace& place);
 
 private:
-    bool findAgain(JsonValue& from, Containers::StringView path,
-        const JsonValue& expected, Containers::String& address);
-    void remove(Containers::StringView path, const DocumentPlace& place);
-    JsonValue& createNull(
-        Containers::StringView path, const DocumentPlace& place);
-    void set(Containers::StringView path, const DocumentPlace& place,
-        const JsonValue& value);
-    void create(Containers::StringView path, const DocumentPlace& place,
-        const JsonValue& value);
-    void insert(JsonValue& array, std::uint32_t index, const JsonValue& value);
+    /* A path as it's recorded and, segment by segment, the JSON Pointer to
+       where it leads */
+    struct Path {
+        Containers::StringView recorded, address;
+    };
+
+    void perform(
+        const Change& change, const Path& path, const DocumentPlace& place);
+    Containers::String addressOf(Containers::StringView path);
+    void erase(const Path& path, const DocumentPlace& place);
+    void remove(const Path& path, const DocumentPlace& place);
+    JsonValue& createNull(const Path& path, const DocumentPlace& place);
+    void set(
+        const Path& path, const DocumentPlace& place, const JsonValue& value);
+    void create(
+        const Path& path, const DocumentPlace& place, const JsonValue& value);
+    void insert(const Path& path, JsonValue& array, const JsonValue& value);
 
     ProjectFile* _project = nullptr;
     DocumentIndex _index;
+    ElementNames _names;
 };
 
 }

@@ -72,12 +72,19 @@ public:
         return &entry.value;
     }
 
-    /** @brief Sort the entries, which makes the map searchable */
+    /**
+     * @brief Sort the entries, which makes the map searchable
+     *
+     * Linear in the size if few were put since the last time.
+     */
     void compile() {
-        std::sort(_entries.begin(), _entries.begin() + _size,
-            [](const Entry& a, const Entry& b) {
-                return StrLess{}(a.key, b.key);
-            });
+        const auto less = [](const Entry& a, const Entry& b) {
+            return StrLess{}(a.key, b.key);
+        };
+        Entry* const end = _entries.begin() + _size;
+        Entry* const added = std::is_sorted_until(_entries.begin(), end, less);
+        std::sort(added, end, less);
+        std::inplace_merge(_entries.begin(), added, end, less);
         _compiled = true;
     }
 

@@ -26,6 +26,15 @@ JsonValue& childAt(JsonValue& parent, std::uint32_t position) {
 
 }
 
+void extendArray(
+    JsonValue& array, std::uint32_t size, JsonAllocator& allocator) {
+    const std::uint32_t capacity = array.Capacity();
+    if(size > capacity)
+        array.Reserve(std::max(size, capacity + capacity / 2), allocator);
+    while(array.Size() < size)
+        array.PushBack(JsonValue{}, allocator);
+}
+
 void DocumentIndex::clear() {
     _objects.clear();
     _lastMembers = nullptr;
@@ -147,7 +156,7 @@ JsonValue& DocumentIndex::create(DocumentPlace place, JsonValue& root,
     while(tokens.next()) {
         const std::uint32_t index = tokens.index();
         if(value->IsArray() && tokens.name() == "-") {
-            value->PushBack(JsonValue{}, allocator);
+            extendArray(*value, value->Size() + 1, allocator);
             value = &(*value)[value->Size() - 1];
             continue;
         }
@@ -159,12 +168,7 @@ JsonValue& DocumentIndex::create(DocumentPlace place, JsonValue& root,
         if(value->IsObject())
             value = &addMember(*value, tokens.name(), allocator);
         else {
-            /* For one more it grows by itself, and by more than one, except
-               that the first one would take room for sixteen */
-            if(index > value->Size() || value->Empty())
-                value->Reserve(index + 1, allocator);
-            while(index >= value->Size())
-                value->PushBack(JsonValue{}, allocator);
+            extendArray(*value, index + 1, allocator);
             value = &(*value)[index];
         }
     }

@@ -11,6 +11,11 @@ namespace OrrelinEngine {
 
 class PointerTokens;
 
+/* Fills an array up with nulls to a size. Room for more is made in steps that
+   grow, but for the sixteen elements that RapidJSON would begin with. */
+void extendArray(
+    JsonValue& array, std::uint32_t size, JsonAllocator& allocator);
+
 /* Where a JSON Pointer leads in a document, as far as there is something.
    Valid until the document next changes. */
 struct DocumentPlace {

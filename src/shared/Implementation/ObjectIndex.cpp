@@ -144,13 +144,14 @@ std::uint32_t ObjectIndex::find(const JsonValue& object,
         ++_searches;
         return searchMember(object, name);
     }
-    /* A number that isn't the one left behind means that the promise wasn't
-       kept, which costs a comparison to see */
-    if(!promise || promise != _promise || count != _count) {
+    if(promise != _promise) {
         _promise = promise;
         _vainSearches = 0;
         _complete = false;
     }
+    /* The hints aren't in step, or even the promise wasn't kept */
+    if(!promise || count != _count)
+        _complete = false;
     if(_slots.empty() || _surprises > MaxSearches)
         rebuild(object);
     else if(count > _count)
