@@ -2,34 +2,23 @@
 #define Magnum_Magnum_h
 
 /** @file
- * @brief Forward declarations and basic types for the @ref Magnum namespace
+ * @brief Forward declarations for the @ref Magnum::Math namespace
  */
 
-#include <Corrade/Utility/Utility.h>
+#include <cstddef>
 
-#include "Magnum/Types.h"
-#include "Magnum/Math/Math.h"
+namespace Magnum { namespace Math {
 
-namespace Magnum {
+template<std::size_t, class> class Vector;
+template<class> class Vector3;
 
-using namespace Corrade;
+template<std::size_t, class> class Matrix;
+template<class T> using Matrix3x3 = Matrix<3, T>;
+template<class T> using Matrix4x4 = Matrix<4, T>;
+template<class> class Matrix4;
 
-using Corrade::Utility::Debug;
-using Corrade::Utility::Error;
-using Corrade::Utility::Warning;
+template<class> class Quaternion;
 
-/** @brief Vectors, matrices and quaternions of floats */
-typedef Math::Vector3<Float> Vector3;
-typedef Math::Vector4<Float> Vector4;
-typedef Math::Matrix3x3<Float> Matrix3x3;
-typedef Math::Matrix4x4<Float> Matrix4x4;
-typedef Math::Matrix4<Float> Matrix4;
-typedef Math::Quaternion<Float> Quaternion;
-
-/** @brief Angles */
-typedef Math::Deg<Float> Deg;
-typedef Math::Rad<Float> Rad;
-
-}
+}}
 
 #endif

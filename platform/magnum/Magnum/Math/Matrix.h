@@ -6,47 +6,45 @@
  *      @ref Magnum::Math::Matrix4x4
  */
 
-#include "Magnum/Math/RectangularMatrix.h"
 #include "Magnum/Math/Vector3.h"
 
 namespace Magnum { namespace Math {
 
-/** @brief Square matrix */
-template<std::size_t size, class T> class Matrix
-    : public RectangularMatrix<size, size, T> {
+/** @brief Square matrix, column by column */
+template<std::size_t size, class T> class Matrix {
 public:
-    /** @brief Identity matrix, possibly scaled */
-    /*implicit*/ Matrix(T value = T(1)) noexcept {
+    /** @brief Identity matrix */
+    /*implicit*/ Matrix() noexcept {
         for(std::size_t i = 0; i != size; ++i)
-            (*this)[i][i] = value;
+            _data[i][i] = T(1);
     }
 
-    /** @brief Matrix of given columns */
-    template<class... U, std::enable_if_t<sizeof...(U) + 1 == size, int> = 0>
-    constexpr /*implicit*/ Matrix(
-        const Vector<size, T>& first, const U&... next) noexcept:
-        RectangularMatrix<size, size, T>{first, next...} {}
-
-    /** @brief Copy of a generic matrix */
-    constexpr /*implicit*/ Matrix(
-        const RectangularMatrix<size, size, T>& other) noexcept:
-        RectangularMatrix<size, size, T>(other) {}
-
-    /** @brief Multiply with a vector */
-    Vector<size, T> operator*(const Vector<size, T>& other) const {
-        return RectangularMatrix<size, size, T>::operator*(other);
-    }
+    /** @brief Column */
+    Vector<size, T>& operator[](std::size_t column) { return _data[column]; }
+    const Vector<size, T>& operator[](std::size_t column) const {
+        return _data[column];
+    } /**< @overload */
 
     /** @brief Multiply with a matrix */
     Matrix<size, T> operator*(const Matrix<size, T>& other) const {
-        return RectangularMatrix<size, size, T>::operator*(other);
+        Matrix<size, T> out;
+        for(std::size_t i = 0; i != size; ++i)
+            for(std::size_t j = 0; j != size; ++j) {
+                out[i][j] = T(0);
+                for(std::size_t k = 0; k != size; ++k)
+                    out[i][j] += _data[k][j] * other[i][k];
+            }
+        return out;
     }
 
     /** @brief Determinant */
     T determinant() const {
         static_assert(size == 3, "implemented only for 3x3 matrices");
-        return dot(cross<T>((*this)[0], (*this)[1]), (*this)[2]);
+        return dot<3, T>(cross<T>(_data[0], _data[1]), _data[2]);
     }
+
+private:
+    Vector<size, T> _data[size];
 };
 
 }}

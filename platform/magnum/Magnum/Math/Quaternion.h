@@ -5,7 +5,8 @@
  * @brief Class @ref Magnum::Math::Quaternion
  */
 
-#include "Magnum/Math/Angle.h"
+#include <Corrade/Utility/DebugAssert.h>
+
 #include "Magnum/Math/Matrix.h"
 
 namespace Magnum { namespace Math {
@@ -13,30 +14,13 @@ namespace Magnum { namespace Math {
 /** @brief Quaternion */
 template<class T> class Quaternion {
 public:
-    /** @brief Component type */
-    typedef T Type;
-
-    /** @brief Rotation around an axis of length one. Expects that it is. */
-    static Quaternion<T> rotation(
-        Rad<T> angle, const Vector3<T>& normalizedAxis) {
-        CORRADE_DEBUG_ASSERT(normalizedAxis.isNormalized(),
-            "Math::Quaternion::rotation(): axis"
-                << normalizedAxis << "doesn't have a length of one",
-            {});
-        return {normalizedAxis * std::sin(T(angle) / T(2)),
-            std::cos(T(angle) / T(2))};
-    }
-
     /**
      * @brief Rotation of a matrix
      *
      * Expects that it's one with no reflection, which is decided by its
-     * determinant being one.
+     * determinant being one. Checked in debug builds only.
      */
     static Quaternion<T> fromMatrix(const Matrix3x3<T>& matrix);
-
-    /** @brief Identity rotation */
-    constexpr /*implicit*/ Quaternion() noexcept: _vector{}, _scalar{T(1)} {}
 
     /** @brief Quaternion of a vector and a scalar part */
     constexpr /*implicit*/ Quaternion(
@@ -44,26 +28,11 @@ public:
         _vector(vector),
         _scalar{scalar} {}
 
-    /** @brief Equality within the precision of the type */
-    bool operator==(const Quaternion<T>& other) const {
-        return _vector == other._vector &&
-            TypeTraits<T>::equals(_scalar, other._scalar);
-    }
-
-    /** @brief Inequality */
-    bool operator!=(const Quaternion<T>& other) const {
-        return !(*this == other);
-    }
-
     /** @brief Vector part */
-    constexpr Vector3<T>& vector() { return _vector; }
-
-    /** @overload */
     constexpr const Vector3<T> vector() const { return _vector; }
 
     /** @brief Scalar part */
-    constexpr T& scalar() { return _scalar; }
-    constexpr T scalar() const { return _scalar; } /**< @overload */
+    constexpr T scalar() const { return _scalar; }
 
     /** @brief Rotation matrix of a quaternion of length one */
     Matrix3x3<T> toMatrix() const;
@@ -73,24 +42,10 @@ private:
     T _scalar;
 };
 
-/** @brief Print a quaternion */
-template<class T> Corrade::Utility::Debug& operator<<(
-    Corrade::Utility::Debug& debug, const Quaternion<T>& value) {
-    using Corrade::Utility::Debug;
-    const Vector3<T> vector = value.vector();
-    return debug << "Quaternion({" << Debug::nospace << vector.x()
-                 << Debug::nospace << "," << vector.y() << Debug::nospace << ","
-                 << vector.z() << Debug::nospace << "}," << value.scalar()
-                 << Debug::nospace << ")";
-}
-
 template<class T>
 Quaternion<T> Quaternion<T>::fromMatrix(const Matrix3x3<T>& m) {
-    CORRADE_DEBUG_ASSERT(
-        std::abs(m.determinant() - T(1)) < T(3) * TypeTraits<T>::epsilon(),
-        "Math::Quaternion::fromMatrix(): not a matrix of a rotation:"
-            << Corrade::Utility::Debug::newline << m,
-        {});
+    CORRADE_INTERNAL_DEBUG_ASSERT(std::abs(m.determinant() - T(1)) <
+        (sizeof(T) == sizeof(float) ? T(3.0e-5) : T(3.0e-14)));
 
     /* What the antisymmetric part has is the vector scaled by the scalar. It's
        precise unless the scalar is close to zero. */
@@ -110,13 +65,12 @@ Quaternion<T> Quaternion<T>::fromMatrix(const Matrix3x3<T>& m) {
     const std::size_t j = (i + 1) % 3;
     const std::size_t k = (i + 2) % 3;
 
-    Quaternion<T> out;
-    out._vector[i] = std::sqrt(m[i][i] - m[j][j] - m[k][k] + T(1)) / T(2);
-    const T scale = T(4) * out._vector[i];
-    out._vector[j] = (m[i][j] + m[j][i]) / scale;
-    out._vector[k] = (m[i][k] + m[k][i]) / scale;
-    out._scalar = (m[j][k] - m[k][j]) / scale;
-    return out;
+    Vector3<T> vector;
+    vector[i] = std::sqrt(m[i][i] - m[j][j] - m[k][k] + T(1)) / T(2);
+    const T scale = T(4) * vector[i];
+    vector[j] = (m[i][j] + m[j][i]) / scale;
+    vector[k] = (m[i][k] + m[k][i]) / scale;
+    return {vector, (m[j][k] - m[k][j]) / scale};
 }
 
 template<class T> Matrix3x3<T> Quaternion<T>::toMatrix() const {
@@ -125,8 +79,10 @@ template<class T> Matrix3x3<T> Quaternion<T>::toMatrix() const {
     for(std::size_t i = 0; i != 3; ++i) {
         Vector3<T> axis;
         axis[i] = T(1);
-        const Vector3<T> twice = cross(_vector, axis) * T(2);
-        out[i] = axis + twice * _scalar + cross(_vector, twice);
+        const Vector3<T> twice = cross<T>(_vector, axis) * T(2);
+        const Vector3<T> second = cross<T>(_vector, twice);
+        for(std::size_t j = 0; j != 3; ++j)
+            out[i][j] = axis[j] + twice[j] * _scalar + second[j];
     }
     return out;
 }

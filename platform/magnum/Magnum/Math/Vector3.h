@@ -12,45 +12,24 @@ namespace Magnum { namespace Math {
 /** @brief Three-component vector */
 template<class T> class Vector3: public Vector<3, T> {
 public:
-    /** @brief Unit vectors of the axes, scaled */
-    constexpr static Vector3<T> xAxis(T length = T(1)) {
-        return {length, T(0), T(0)};
-    }
-
-    /** @overload */
-    constexpr static Vector3<T> yAxis(T length = T(1)) {
-        return {T(0), length, T(0)};
-    }
-
-    /** @overload */
-    constexpr static Vector3<T> zAxis(T length = T(1)) {
-        return {T(0), T(0), length};
-    }
-
     /** @brief Zero vector */
     constexpr /*implicit*/ Vector3() noexcept = default;
 
-    /** @brief Vector with all components the same */
-    constexpr explicit Vector3(T value) noexcept:
-        Vector<3, T>{value, value, value} {}
-
     /** @brief Vector of given components */
-    constexpr /*implicit*/ Vector3(T x, T y, T z) noexcept:
-        Vector<3, T>{x, y, z} {}
+    constexpr /*implicit*/ Vector3(T x, T y, T z) noexcept {
+        (*this)[0] = x;
+        (*this)[1] = y;
+        (*this)[2] = z;
+    }
 
     /** @brief Copy of a generic vector */
     constexpr /*implicit*/ Vector3(const Vector<3, T>& other) noexcept:
         Vector<3, T>(other) {}
 
     /** @brief Components */
-    constexpr T& x() { return (*this)[0]; }
-    constexpr T x() const { return (*this)[0]; } /**< @overload */
-    constexpr T& y() { return (*this)[1]; } /**< @overload */
+    constexpr T x() const { return (*this)[0]; }
     constexpr T y() const { return (*this)[1]; } /**< @overload */
-    constexpr T& z() { return (*this)[2]; } /**< @overload */
     constexpr T z() const { return (*this)[2]; } /**< @overload */
-
-    MAGNUM_VECTOR_SUBCLASS_IMPLEMENTATION(3, Vector3)
 };
 
 /** @brief Cross product */
