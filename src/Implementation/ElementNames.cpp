@@ -22,10 +22,11 @@ void ElementNames::forEach(Containers::StringView array, Function&& function) {
     if(_indices.empty())
         return;
     const Containers::String prefix = array + "/";
-    for(auto i = _indices.lower_bound(prefix);
-        i != _indices.end() && i->first.hasPrefix(prefix);) {
-        const bool isElement =
-            !i->first.exceptPrefix(prefix.size()).contains('/');
+    for(auto i = _indices.lower_bound(prefix); i != _indices.end();) {
+        const Containers::StringView path = i->first;
+        if(!path.hasPrefix(prefix))
+            return;
+        const bool isElement = !path.exceptPrefix(prefix.size()).contains('/');
         i = isElement && !function(i->second) ? _indices.erase(i)
                                               : std::next(i);
     }

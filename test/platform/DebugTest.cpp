@@ -2,7 +2,6 @@
 #include <Corrade/Containers/String.h>
 #include <Corrade/Utility/Assert.h>
 #include <Corrade/Utility/Debug.h>
-#include <Corrade/Utility/DebugStl.h>
 
 #include "vectors.h"
 
@@ -33,24 +32,23 @@ using Utility::Warning;
 TEST(Debug, vectors) {
     const rapidjson::Value& expected = vectors("debug");
 
-    std::ostringstream out[3];
+    std::ostringstream out[2];
     Debug{&out[0]} << "Change"_s << Containers::String{"/a/b"} << Debug::nospace
-                   << ":" << std::string{"OLD"} << "->"
+                   << ":"
+                   << "OLD"
+                   << "->"
                    << "NEW";
     Debug{&out[1]} << "index" << 7 << "for size" << std::size_t{2};
-    Debug{&out[2]} << true << nullptr << 1.5f << 0.1 << -3ll;
-    for(std::size_t i = 0; i != 3; ++i)
+    for(std::size_t i = 0; i != 2; ++i)
         EXPECT_EQ(out[i].str(), expected[i].GetString());
 }
 
 TEST(Debug, redirection) {
-    std::ostream* const previous = Error::output();
-
-    Containers::String error, nested, warning;
+    Containers::String error;
+    std::ostringstream nested, warning;
     {
         Error redirectError{&error};
         Warning redirectWarning{&warning};
-        EXPECT_NE(Error::output(), previous);
 
         Error{} << "first" << Other::Value{3};
         {
@@ -63,14 +61,12 @@ TEST(Debug, redirection) {
         }
         Error{};
         Warning{} << "other";
-        Error{Error::Flag::NoNewlineAtTheEnd} << "second";
-        Error{} << Debug::newline << "line";
+        Error{} << "second";
     }
 
-    EXPECT_EQ(Error::output(), previous);
-    EXPECT_EQ(error, "first Value(3)\nsecond\nline\n"_s);
-    EXPECT_EQ(nested, "nested\n"_s);
-    EXPECT_EQ(warning, "other\n"_s);
+    EXPECT_EQ(error, "first Value(3)\nsecond\n"_s);
+    EXPECT_EQ(nested.str(), "nested\n");
+    EXPECT_EQ(warning.str(), "other\n");
 }
 
 TEST(Assert, message) {
@@ -86,7 +82,6 @@ TEST(Assert, message) {
         check(7), "^Some::operator\\[\\]\\(\\): index 7 out of range\n$");
     EXPECT_DEATH(CORRADE_INTERNAL_ASSERT(1 + 1 == 3),
         "^Assertion 1 \\+ 1 == 3 failed at .*DebugTest.cpp:[0-9]+\n$");
-    EXPECT_EQ(*CORRADE_INTERNAL_ASSERT_EXPRESSION(std::make_unique<int>(5)), 5);
 }
 
 }

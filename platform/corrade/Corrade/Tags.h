@@ -19,12 +19,6 @@ struct NoInitT {
     constexpr explicit NoInitT(Init) {}
 };
 
-/** @brief Tag of construction of each element from the same arguments */
-struct DirectInitT {
-    struct Init {};
-    constexpr explicit DirectInitT(Init) {}
-};
-
 /** @brief Tag of construction from a list or arguments in place */
 struct InPlaceInitT {
     struct Init {};
@@ -36,9 +30,6 @@ constexpr ValueInitT ValueInit{ValueInitT::Init{}};
 
 /** @brief No initialization */
 constexpr NoInitT NoInit{NoInitT::Init{}};
-
-/** @brief Direct initialization */
-constexpr DirectInitT DirectInit{DirectInitT::Init{}};
 
 /** @brief In-place initialization */
 constexpr InPlaceInitT InPlaceInit{InPlaceInitT::Init{}};

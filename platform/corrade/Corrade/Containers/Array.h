@@ -32,11 +32,6 @@ public:
     /** @brief Empty array, no allocation */
     /*implicit*/ Array() noexcept: _data{}, _size{}, _deleter{} {}
 
-    /** @overload */
-    template<class U,
-        std::enable_if_t<std::is_same_v<U, std::nullptr_t>, int> = 0>
-    /*implicit*/ Array(U) noexcept: Array{} {}
-
     /** @brief Value-initialized elements */
     explicit Array(ValueInitT, std::size_t size):
         Array{size ? new T[size]() : nullptr, size} {}
@@ -55,14 +50,6 @@ public:
         if(!std::is_trivially_default_constructible_v<T> ||
             !std::is_trivially_destructible_v<T>)
             _deleter = destroyUninitialized;
-    }
-
-    /** @brief Elements constructed from @p args each */
-    template<class... Args>
-    explicit Array(DirectInitT, std::size_t size, const Args&... args):
-        Array{NoInit, size} {
-        for(T& i: *this)
-            new(&i) T{args...};
     }
 
     /** @brief Elements copied from a view */
@@ -128,51 +115,26 @@ public:
     /** @brief Pointer to the first element */
     T* begin() { return _data; }
     const T* begin() const { return _data; } /**< @overload */
-    const T* cbegin() const { return _data; } /**< @overload */
 
     /** @brief Pointer to after the last element */
     T* end() { return _data + _size; }
     const T* end() const { return _data + _size; } /**< @overload */
-    const T* cend() const { return _data + _size; } /**< @overload */
-
-    /** @brief First element. Expects that there is one. */
-    T& front() { return view().front(); }
-    const T& front() const { return view().front(); } /**< @overload */
-
-    /** @brief Last element. Expects that there is one. */
-    T& back() { return view().back(); }
-    const T& back() const { return view().back(); } /**< @overload */
 
     /** @brief Element access. Expects that @p i is in range. */
     T& operator[](std::size_t i) { return view()[i]; }
+    const T& operator[](std::size_t i) const {
+        return view()[i];
+    } /**< @overload */
 
-    /** @overload */
-    const T& operator[](std::size_t i) const { return view()[i]; }
-
-    /** @copydoc ArrayView::slice(std::size_t, std::size_t) const */
+    /** @copydoc ArrayView::slice() */
     ArrayView<T> slice(std::size_t begin, std::size_t end) {
         return view().slice(begin, end);
     }
-
-    /** @overload */
     ArrayView<const T> slice(std::size_t begin, std::size_t end) const {
         return view().slice(begin, end);
-    }
-
-    /** @copydoc ArrayView::sliceSize() */
-    ArrayView<T> sliceSize(std::size_t begin, std::size_t size) {
-        return view().sliceSize(begin, size);
-    }
-
-    /** @overload */
-    ArrayView<const T> sliceSize(std::size_t begin, std::size_t size) const {
-        return view().sliceSize(begin, size);
-    }
+    } /**< @overload */
 
     /** @copydoc ArrayView::prefix() */
-    ArrayView<T> prefix(std::size_t size) { return view().prefix(size); }
-
-    /** @overload */
     ArrayView<const T> prefix(std::size_t size) const {
         return view().prefix(size);
     }
@@ -180,21 +142,6 @@ public:
     /** @copydoc ArrayView::exceptPrefix() */
     ArrayView<T> exceptPrefix(std::size_t size) {
         return view().exceptPrefix(size);
-    }
-
-    /** @overload */
-    ArrayView<const T> exceptPrefix(std::size_t size) const {
-        return view().exceptPrefix(size);
-    }
-
-    /** @copydoc ArrayView::exceptSuffix() */
-    ArrayView<T> exceptSuffix(std::size_t size) {
-        return view().exceptSuffix(size);
-    }
-
-    /** @overload */
-    ArrayView<const T> exceptSuffix(std::size_t size) const {
-        return view().exceptSuffix(size);
     }
 
     /**

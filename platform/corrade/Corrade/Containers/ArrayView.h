@@ -38,12 +38,8 @@ public:
     typedef T Type;
 
     /** @brief Null view */
-    constexpr /*implicit*/ ArrayView() noexcept: _data{}, _size{} {}
-
-    /** @overload */
-    template<class U,
-        std::enable_if_t<std::is_same_v<U, std::nullptr_t>, int> = 0>
-    constexpr /*implicit*/ ArrayView(U) noexcept: ArrayView{} {}
+    constexpr /*implicit*/ ArrayView(std::nullptr_t = nullptr) noexcept:
+        _data{}, _size{} {}
 
     /** @brief View on @p size elements from @p data on */
     constexpr /*implicit*/ ArrayView(T* data, std::size_t size) noexcept:
@@ -64,9 +60,6 @@ public:
     constexpr /*implicit*/ ArrayView(U&& other) noexcept:
         _data{other.data()}, _size{other.size()} {}
 
-    /** @brief Whether the view is non-null */
-    constexpr explicit operator bool() const { return _data; }
-
     /** @brief Data */
     constexpr T* data() const { return _data; }
 
@@ -78,50 +71,20 @@ public:
 
     /** @brief Pointer to the first element */
     constexpr T* begin() const { return _data; }
-    constexpr T* cbegin() const { return _data; } /**< @overload */
 
     /** @brief Pointer to after the last element */
     constexpr T* end() const { return _data + _size; }
-    constexpr T* cend() const { return _data + _size; } /**< @overload */
-
-    /** @brief First element. Expects that there is one. */
-    constexpr T& front() const { return (*this)[0]; }
-
-    /** @brief Last element. Expects that there is one. */
-    constexpr T& back() const { return (*this)[_size - 1]; }
 
     /** @brief Element access. Expects that @p i is in range. */
     constexpr T& operator[](std::size_t i) const {
-        CORRADE_DEBUG_ASSERT(i < _size,
-            "Containers::ArrayView::operator[](): index"
-                << i << "out of range for" << _size << "elements",
-            _data[0]);
+        CORRADE_INTERNAL_DEBUG_ASSERT(i < _size);
         return _data[i];
     }
 
-    /**
-     * @brief Elements from @p begin to before @p end
-     *
-     * Expects that both are in range.
-     */
+    /** @brief Elements from @p begin to before @p end, both in range */
     constexpr ArrayView<T> slice(std::size_t begin, std::size_t end) const {
-        CORRADE_DEBUG_ASSERT(begin <= end && end <= _size,
-            "Containers::ArrayView::slice(): slice from"
-                << begin << "to" << end << "out of range for" << _size
-                << "elements",
-            {});
+        CORRADE_INTERNAL_DEBUG_ASSERT(begin <= end && end <= _size);
         return {_data + begin, end - begin};
-    }
-
-    /** @overload */
-    constexpr ArrayView<T> slice(T* begin, T* end) const {
-        return slice(std::size_t(begin - _data), std::size_t(end - _data));
-    }
-
-    /** @brief @p size elements from @p begin on */
-    constexpr ArrayView<T> sliceSize(
-        std::size_t begin, std::size_t size) const {
-        return slice(begin, begin + size);
     }
 
     /** @brief First @p size elements */
@@ -134,72 +97,28 @@ public:
         return slice(size, _size);
     }
 
-    /** @brief All but the last @p size elements */
-    constexpr ArrayView<T> exceptSuffix(std::size_t size) const {
-        return slice(0, _size - size);
-    }
-
 private:
     T* _data;
     std::size_t _size;
-};
-
-namespace Implementation {
-
-/* View on bytes of anything, either const or mutable. The size is in bytes. */
-template<class T> class ErasedArrayView {
-    template<class U> using IfPointsTo =
-        std::enable_if_t<std::is_convertible_v<U*, T*> && !std::is_void_v<U>,
-            int>;
-
-public:
-    typedef T Type;
-
-    constexpr ErasedArrayView() noexcept: _data{}, _size{} {}
-    template<class U,
-        std::enable_if_t<std::is_same_v<U, std::nullptr_t>, int> = 0>
-    constexpr ErasedArrayView(U) noexcept: ErasedArrayView{} {}
-    constexpr ErasedArrayView(T* data, std::size_t size) noexcept:
-        _data{data}, _size{size} {}
-    template<class U, IfPointsTo<U> = 0>
-    constexpr ErasedArrayView(U* data, std::size_t size) noexcept:
-        _data{data}, _size{size * sizeof(U)} {}
-    template<class U, std::size_t size, IfPointsTo<U> = 0>
-    constexpr ErasedArrayView(U (&data)[size]) noexcept:
-        _data{data}, _size{size * sizeof(U)} {}
-    template<class U, class V = ViewedType<U>, IfPointsTo<V> = 0>
-    constexpr ErasedArrayView(U&& other) noexcept:
-        _data{other.data()}, _size{other.size() * sizeof(V)} {}
-
-    constexpr explicit operator bool() const { return _data; }
-    constexpr T* data() const { return _data; }
-    constexpr std::size_t size() const { return _size; }
-    constexpr bool isEmpty() const { return !_size; }
-
-private:
-    T* _data;
-    std::size_t _size;
-};
-
-}
-
-/** @brief View on memory of any type, with the size in bytes */
-template<> class ArrayView<void>: public Implementation::ErasedArrayView<void> {
-public:
-    using Implementation::ErasedArrayView<void>::ErasedArrayView;
 };
 
 /** @brief Constant view on memory of any type, with the size in bytes */
-template<> class ArrayView<const void>
-    : public Implementation::ErasedArrayView<const void> {
+template<> class ArrayView<const void> {
 public:
-    using Implementation::ErasedArrayView<const void>::ErasedArrayView;
+    /** @brief View on a container or on another view */
+    template<class U, class V = Implementation::ViewedType<U>>
+    constexpr /*implicit*/ ArrayView(U&& other) noexcept:
+        _data{other.data()}, _size{other.size() * sizeof(V)} {}
 
-    constexpr ArrayView() noexcept = default;
+    /** @brief Data */
+    constexpr const void* data() const { return _data; }
 
-    /** @brief Make a mutable view constant */
-    constexpr /*implicit*/ ArrayView(ArrayView<void> view) noexcept:
-        ErasedArrayView{view.data(), view.size()} {}
+    /** @brief Size in bytes */
+    constexpr std::size_t size() const { return _size; }
+
+private:
+    const void* _data;
+    std::size_t _size;
 };
 
 /** @brief Make a view of a pointer and a size */
@@ -227,12 +146,6 @@ constexpr ArrayView<const T> arrayView(std::initializer_list<T> list) {
 template<class T, class U = Implementation::ViewedType<T>>
 constexpr ArrayView<U> arrayView(T&& other) {
     return {other.data(), other.size()};
-}
-
-/** @brief Element count of a C array */
-template<std::size_t size_, class T>
-constexpr std::size_t arraySize(T (&)[size_]) {
-    return size_;
 }
 
 }}

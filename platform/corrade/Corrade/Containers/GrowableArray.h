@@ -183,37 +183,6 @@ ArrayView<T> arrayAppend(Array<T>& array, NoInitT, std::size_t count) {
     return Implementation::arrayTakeSpare(array, count);
 }
 
-/** @brief Append @p count elements constructed from @p args each */
-template<class T, class... Args> ArrayView<T> arrayAppend(
-    Array<T>& array, DirectInitT, std::size_t count, const Args&... args) {
-    T* const out = Implementation::arraySpare(array, count);
-    for(std::size_t i = 0; i != count; ++i)
-        new(out + i) T{args...};
-    return Implementation::arrayTakeSpare(array, count);
-}
-
-/**
- * @brief Insert an element before @p index
- *
- * Linear in the count of those after.
- */
-template<class T> T& arrayInsert(
-    Array<T>& array, std::size_t index, std::common_type_t<T>&& value) {
-    CORRADE_DEBUG_ASSERT(index <= array.size(),
-        "Containers::arrayInsert(): index" << index << "is after the end of"
-                                           << array.size() << "elements",
-        array[0]);
-    arrayAppend(array, std::move(value));
-    std::rotate(array.begin() + index, array.end() - 1, array.end());
-    return array[index];
-}
-
-/** @overload */
-template<class T> T& arrayInsert(
-    Array<T>& array, std::size_t index, const std::common_type_t<T>& value) {
-    return arrayInsert(array, index, T(value));
-}
-
 /**
  * @brief Remove the last @p count elements
  *
@@ -221,9 +190,7 @@ template<class T> T& arrayInsert(
  */
 template<class T>
 void arrayRemoveSuffix(Array<T>& array, std::size_t count = 1) {
-    CORRADE_DEBUG_ASSERT(count <= array.size(),
-        "Containers::arrayRemoveSuffix(): there are just"
-            << array.size() << "elements, not" << count, );
+    CORRADE_INTERNAL_DEBUG_ASSERT(count <= array.size());
     if(!count)
         return;
 
@@ -235,38 +202,12 @@ void arrayRemoveSuffix(Array<T>& array, std::size_t count = 1) {
     Implementation::arraySetSize(array, array.size() - count);
 }
 
-namespace Implementation {
-
-template<class T, class Tag, class... Args> void arrayResizeWith(
-    Array<T>& array, std::size_t size, Tag tag, const Args&... args) {
+/** @brief Resize, new elements are value-initialized */
+template<class T> void arrayResize(Array<T>& array, std::size_t size) {
     if(size < array.size())
         arrayRemoveSuffix(array, array.size() - size);
-    else if(size > array.size())
-        arrayAppend(array, tag, size - array.size(), args...);
-}
-
-}
-
-/** @brief Resize, new elements are value-initialized */
-template<class T>
-void arrayResize(Array<T>& array, ValueInitT, std::size_t size) {
-    Implementation::arrayResizeWith(array, size, ValueInit);
-}
-
-/** @overload */
-template<class T> void arrayResize(Array<T>& array, std::size_t size) {
-    Implementation::arrayResizeWith(array, size, ValueInit);
-}
-
-/** @brief Resize, new elements are uninitialized */
-template<class T> void arrayResize(Array<T>& array, NoInitT, std::size_t size) {
-    Implementation::arrayResizeWith(array, size, NoInit);
-}
-
-/** @brief Resize, new elements are constructed from @p args each */
-template<class T, class... Args> void arrayResize(
-    Array<T>& array, DirectInitT, std::size_t size, const Args&... args) {
-    Implementation::arrayResizeWith(array, size, DirectInit, args...);
+    else
+        arrayAppend(array, ValueInit, size - array.size());
 }
 
 }}

@@ -1,10 +1,6 @@
 #include "Corrade/Containers/String.h"
 
-#include <algorithm>
 #include <cstring>
-
-#include "Corrade/Containers/Array.h"
-#include "Corrade/Containers/StaticArray.h"
 
 namespace Corrade { namespace Containers {
 
@@ -21,13 +17,6 @@ String reference(const StringView view) {
 String String::nullTerminatedView(const StringView view) {
     return view.flags() >= StringViewFlag::NullTerminated ? reference(view)
                                                           : String{view};
-}
-
-String String::nullTerminatedGlobalView(const StringView view) {
-    return view.flags() >=
-            (StringViewFlag::NullTerminated | StringViewFlag::Global)
-        ? reference(view)
-        : String{view};
 }
 
 String::String(const char* const data, const std::size_t size):
@@ -54,11 +43,6 @@ String::String(NoInitT, const std::size_t size): String{} {
         allocate(size);
 }
 
-String::String(DirectInitT, const std::size_t size, const char c):
-    String{NoInit, size} {
-    std::memset(data(), c, size);
-}
-
 void String::allocate(const std::size_t size) {
     CORRADE_ASSERT(size < std::size_t(StringViewFlag::NullTerminated),
         "Containers::String: can't have" << size << "bytes", );
@@ -71,34 +55,6 @@ void String::destroy() {
         _large.deleter(_large.data, _large.size);
     else
         delete[] _large.data;
-}
-
-Array<MutableStringView> String::split(const char delimiter) {
-    return MutableStringView{*this}.split(delimiter);
-}
-Array<StringView> String::split(const char delimiter) const {
-    return StringView{*this}.split(delimiter);
-}
-
-Array<MutableStringView> String::splitWithoutEmptyParts(const char delimiter) {
-    return MutableStringView{*this}.splitWithoutEmptyParts(delimiter);
-}
-Array<StringView> String::splitWithoutEmptyParts(const char delimiter) const {
-    return StringView{*this}.splitWithoutEmptyParts(delimiter);
-}
-
-Array3<MutableStringView> String::partition(const char separator) {
-    return MutableStringView{*this}.partition(separator);
-}
-Array3<StringView> String::partition(const char separator) const {
-    return StringView{*this}.partition(separator);
-}
-
-Array3<MutableStringView> String::partitionLast(const char separator) {
-    return MutableStringView{*this}.partitionLast(separator);
-}
-Array3<StringView> String::partitionLast(const char separator) const {
-    return StringView{*this}.partitionLast(separator);
 }
 
 }}

@@ -22,11 +22,6 @@ public:
     /*implicit*/ StringIterable() noexcept:
         _data{}, _size{}, _stride{}, _accessor{} {}
 
-    /** @overload */
-    template<class T,
-        std::enable_if_t<std::is_same_v<T, std::nullptr_t>, int> = 0>
-    /*implicit*/ StringIterable(T) noexcept: StringIterable{} {}
-
     /** @brief View on an initializer list */
     /*implicit*/ StringIterable(std::initializer_list<StringView> list) noexcept
         :
@@ -52,24 +47,33 @@ public:
     /** @brief Whether there are none */
     bool isEmpty() const { return !_size; }
 
-    /** @brief Iterator to the first string */
-    inline StringIterableIterator begin() const;
+    /** @brief Iterator of the strings */
+    class Iterator {
+    public:
+        explicit Iterator(const StringIterable& iterable, std::size_t i):
+            _iterable(iterable), _i{i} {}
+
+        bool operator!=(const Iterator& other) const { return _i != other._i; }
+        Iterator& operator++() {
+            ++_i;
+            return *this;
+        }
+        StringView operator*() const { return _iterable[_i]; }
+
+    private:
+        const StringIterable& _iterable;
+        std::size_t _i;
+    };
+
+    /** @brief Iterator to the first string, valid as long as the view */
+    Iterator begin() const { return Iterator{*this, 0}; }
 
     /** @brief Iterator to after the last string */
-    inline StringIterableIterator end() const;
-
-    /** @brief First string. Expects that there is one. */
-    StringView front() const { return (*this)[0]; }
-
-    /** @brief Last string. Expects that there is one. */
-    StringView back() const { return (*this)[_size - 1]; }
+    Iterator end() const { return Iterator{*this, _size}; }
 
     /** @brief String at given position. Expects that it's in range. */
     StringView operator[](std::size_t i) const {
-        CORRADE_DEBUG_ASSERT(i < _size,
-            "Containers::StringIterable::operator[](): index"
-                << i << "out of range for" << _size << "elements",
-            {});
+        CORRADE_INTERNAL_DEBUG_ASSERT(i < _size);
         return _accessor(static_cast<const char*>(_data) + i * _stride);
     }
 
@@ -83,48 +87,6 @@ private:
     std::size_t _size, _stride;
     StringView (*_accessor)(const void*);
 };
-
-/** @brief Iterator of a @ref StringIterable */
-class StringIterableIterator {
-public:
-    /** @brief Equality */
-    bool operator==(const StringIterableIterator& other) const {
-        return _i == other._i;
-    }
-
-    /** @brief Inequality */
-    bool operator!=(const StringIterableIterator& other) const {
-        return _i != other._i;
-    }
-
-    /** @brief Advance to the next string */
-    StringIterableIterator& operator++() {
-        ++_i;
-        return *this;
-    }
-
-    /** @brief The string */
-    StringView operator*() const { return _iterable[_i]; }
-
-private:
-    friend StringIterable;
-
-    explicit StringIterableIterator(
-        const StringIterable& iterable, std::size_t i) noexcept:
-        _iterable(iterable),
-        _i{i} {}
-
-    StringIterable _iterable;
-    std::size_t _i;
-};
-
-inline StringIterableIterator StringIterable::begin() const {
-    return StringIterableIterator{*this, 0};
-}
-
-inline StringIterableIterator StringIterable::end() const {
-    return StringIterableIterator{*this, _size};
-}
 
 }}
 

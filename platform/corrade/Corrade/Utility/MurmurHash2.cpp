@@ -1,5 +1,7 @@
 #include "Corrade/Utility/MurmurHash2.h"
 
+#include <cstring>
+
 namespace Corrade { namespace Utility {
 
 namespace {
@@ -21,7 +23,7 @@ std::uint64_t load(const char* const data, const std::size_t size) {
 
 MurmurHash2::Digest MurmurHash2::operator()(
     const char* const data, const std::size_t size) const {
-    std::uint64_t hash = _seed ^ (size * Multiplier);
+    std::uint64_t hash = size * Multiplier;
 
     const std::size_t whole = size / 8 * 8;
     for(std::size_t i = 0; i != whole; i += 8)
@@ -30,8 +32,7 @@ MurmurHash2::Digest MurmurHash2::operator()(
     if(whole != size)
         hash = (hash ^ load(data + whole, size - whole)) * Multiplier;
 
-    hash = mixed(mixed(hash) * Multiplier);
-    return Digest::fromByteArray(reinterpret_cast<const char*>(&hash));
+    return Digest{mixed(mixed(hash) * Multiplier)};
 }
 
 }}

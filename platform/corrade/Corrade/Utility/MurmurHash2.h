@@ -5,26 +5,32 @@
  * @brief Class @ref Corrade::Utility::MurmurHash2
  */
 
+#include <cstddef>
 #include <cstdint>
-
-#include "Corrade/Utility/AbstractHash.h"
 
 namespace Corrade { namespace Utility {
 
-/** @brief 64-bit MurmurHash 2 */
+/** @brief 64-bit MurmurHash 2, with a seed of zero */
 class MurmurHash2 {
 public:
-    /** @brief Digest type */
-    typedef HashDigest<8> Digest;
+    /** @brief The hash */
+    class Digest {
+    public:
+        /** @brief The bytes, in the machine's order */
+        const char* byteArray() const {
+            return reinterpret_cast<const char*>(&_hash);
+        }
 
-    /** @brief Constructor */
-    constexpr explicit MurmurHash2(std::size_t seed = 0): _seed{seed} {}
+    private:
+        friend MurmurHash2;
+
+        explicit Digest(std::uint64_t hash): _hash{hash} {}
+
+        std::uint64_t _hash;
+    };
 
     /** @brief Digest of given bytes */
     Digest operator()(const char* data, std::size_t size) const;
-
-private:
-    std::uint64_t _seed;
 };
 
 }}

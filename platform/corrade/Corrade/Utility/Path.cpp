@@ -1,15 +1,8 @@
 #include "Corrade/Utility/Path.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
-#include <system_error>
-
-#include <dirent.h>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include "Corrade/Containers/GrowableArray.h"
 #include "Corrade/Containers/Optional.h"
@@ -23,60 +16,23 @@ using namespace Containers::Literals;
 
 namespace {
 
-/* The error code is taken before anything is printed, as that can change it */
-void fail(const char* const what, const Containers::StringView path,
-    const int error = errno) {
-    Error{} << what << path << Debug::nospace << ": error" << error << "("
-            << Debug::nospace
-            << Containers::String{std::generic_category().message(error)}
-            << Debug::nospace << ")";
+void printError(const char* const what, const Containers::StringView path,
+    const std::error_code& error) {
+    Error{} << "Utility::Path::" << Debug::nospace << what << path
+            << Debug::nospace << ":" << error.message().c_str();
 }
 
-/* Closes the file on destruction if close() wasn't called */
-class File {
-public:
-    explicit File(const Containers::StringView filename, const int flags):
-        _descriptor{
-            ::open(Containers::String::nullTerminatedView(filename).data(),
-                flags | O_CLOEXEC, 0666)} {}
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-    ~File() {
-        if(*this)
-            close();
-    }
-
-    explicit operator bool() const { return _descriptor != -1; }
-    int descriptor() const { return _descriptor; }
-
-    bool close() {
-        const int descriptor = _descriptor;
-        _descriptor = -1;
-        return ::close(descriptor) == 0;
-    }
-
-private:
-    int _descriptor;
-};
-
-/* Calls again if interrupted by a signal */
-template<class Call> ssize_t uninterrupted(const Call call) {
-    ssize_t out;
-    do
-        out = call();
-    while(out == -1 && errno == EINTR);
-    return out;
+std::error_code lastError() {
+    return {errno, std::generic_category()};
 }
 
-bool status(const Containers::StringView path, struct stat& out) {
-    return ::stat(Containers::String::nullTerminatedView(path).data(), &out) ==
-        0;
+std::filesystem::path native(const Containers::StringView path) {
+    return {path.begin(), path.end()};
 }
 
-Containers::StringView withoutTrailingSlashes(Containers::StringView path) {
-    while(path.size() > 1 && path.hasSuffix('/'))
-        path = path.exceptSuffix(1);
-    return path;
+std::FILE* open(const Containers::StringView filename, const char* const mode) {
+    return std::fopen(
+        Containers::String::nullTerminatedView(filename).data(), mode);
 }
 
 }
@@ -93,17 +49,15 @@ Containers::StringView path(const Containers::StringView filename) {
     return split(filename).first();
 }
 
-Containers::StringView filename(const Containers::StringView path) {
-    return split(path).second();
-}
-
 Containers::Pair<Containers::StringView, Containers::StringView> splitExtension(
     const Containers::StringView path) {
-    const Containers::StringView name = filename(path);
-    const Containers::StringView dot = name.findLastOr('.', name.end());
-    const bool initial = !name.prefix(dot.begin()).trimmed("."_s);
-    const char* const end = initial ? path.end() : dot.begin();
-    return {path.prefix(end), path.suffix(end)};
+    const Containers::StringView name = split(path).second();
+    const char* begin = name.begin();
+    while(begin != name.end() && *begin == '.')
+        ++begin;
+    const char* const dot =
+        name.suffix(begin).findLastOr('.', path.end()).begin();
+    return {path.prefix(dot), path.suffix(dot)};
 }
 
 Containers::String join(
@@ -115,192 +69,121 @@ Containers::String join(
 
 Containers::String join(const Containers::StringIterable& paths) {
     Containers::String out;
-    for(std::size_t i = 0; i != paths.size(); ++i)
-        out = i ? join(out, paths[i]) : Containers::String{paths[i]};
+    for(const Containers::StringView i: paths)
+        out = join(out, i);
     return out;
 }
 
 bool exists(const Containers::StringView filename) {
-    struct stat info;
-    return status(filename, info);
+    std::error_code error;
+    return std::filesystem::exists(native(filename), error);
 }
 
 bool isDirectory(const Containers::StringView path) {
-    struct stat info;
-    return status(path, info) && S_ISDIR(info.st_mode);
+    std::error_code error;
+    return std::filesystem::is_directory(native(path), error);
 }
 
 bool make(const Containers::StringView path) {
-    const Containers::StringView directory = withoutTrailingSlashes(path);
-    if(!directory || isDirectory(directory))
-        return true;
-
-    /* A failure of a parent has printed its message already */
-    const Containers::StringView parent =
-        withoutTrailingSlashes(split(directory).first());
-    if(!make(parent))
-        return false;
-
-    /* Someone else could have made it meanwhile */
-    if(::mkdir(
-           Containers::String::nullTerminatedView(directory).data(), 0777) == 0)
-        return true;
-    const int error = errno;
-    if(error == EEXIST && isDirectory(directory))
-        return true;
-
-    fail("Utility::Path::make(): can't create", directory, error);
-    return false;
+    std::error_code error;
+    if(path)
+        std::filesystem::create_directories(native(path), error);
+    if(error)
+        printError("make(): can't create", path, error);
+    return !error;
 }
 
 bool remove(const Containers::StringView path) {
     if(std::remove(Containers::String::nullTerminatedView(path).data()) == 0)
         return true;
-
-    fail("Utility::Path::remove(): can't remove", path);
+    printError("remove(): can't remove", path, lastError());
     return false;
 }
 
 bool move(const Containers::StringView from, const Containers::StringView to) {
-    if(std::rename(Containers::String::nullTerminatedView(from).data(),
-           Containers::String::nullTerminatedView(to).data()) == 0)
-        return true;
-
-    const int error = errno;
-    fail("Utility::Path::move(): can't move", from + " to "_s + to, error);
-    return false;
-}
-
-Containers::Optional<Containers::String> currentDirectory() {
     std::error_code error;
-    const std::filesystem::path out = std::filesystem::current_path(error);
-    if(!error)
-        return Containers::String{out.native()};
-
-    fail("Utility::Path::currentDirectory(): can't get the path of", "."_s,
-        error.value());
-    return {};
+    std::filesystem::rename(native(from), native(to), error);
+    if(error)
+        printError("move(): can't move", " to "_s.join({from, to}), error);
+    return !error;
 }
 
 Containers::Optional<Containers::Array<Containers::String>> list(
-    const Containers::StringView path, const ListFlags flags) {
-    DIR* const directory =
-        ::opendir(Containers::String::nullTerminatedView(path).data());
-    if(!directory) {
-        fail("Utility::Path::list(): can't list", path);
-        return {};
-    }
-
+    const Containers::StringView path) {
     Containers::Array<Containers::String> out;
-    for(;;) {
-        errno = 0;
-        const dirent* const entry = ::readdir(directory);
-        if(!entry)
-            break;
-
-        const Containers::StringView name = entry->d_name;
-        if(flags >= ListFlag::SkipDotAndDotDot &&
-            (name == "."_s || name == ".."_s))
-            continue;
-
-        if(flags & (ListFlag::SkipFiles | ListFlag::SkipDirectories)) {
-            struct stat info;
-            if(status(join(path, name), info) &&
-                ((flags >= ListFlag::SkipFiles && S_ISREG(info.st_mode)) ||
-                    (flags >= ListFlag::SkipDirectories &&
-                        S_ISDIR(info.st_mode))))
-                continue;
-        }
-
-        arrayAppend(out, InPlaceInit, name);
-    }
-
-    const int error = errno;
-    ::closedir(directory);
-    if(error) {
-        fail("Utility::Path::list(): can't list", path, error);
-        return {};
-    }
-
-    if(flags >= ListFlag::SortAscending)
-        std::sort(out.begin(), out.end());
-    return Containers::optional(std::move(out));
+    arrayAppend(out, Containers::String{"."});
+    arrayAppend(out, Containers::String{".."});
+    std::error_code error;
+    for(std::filesystem::directory_iterator i{native(path), error}, end;
+        !error && i != end; i.increment(error))
+        arrayAppend(out, Containers::String{i->path().filename().native()});
+    if(!error)
+        return out;
+    printError("list(): can't list", path, error);
+    return {};
 }
 
 Containers::Optional<std::size_t> size(const Containers::StringView filename) {
-    struct stat info;
-    if(status(filename, info))
-        return std::size_t(info.st_size);
-
-    fail("Utility::Path::size(): can't get the size of", filename);
+    std::error_code error;
+    const std::size_t out = std::filesystem::file_size(native(filename), error);
+    if(!error)
+        return out;
+    printError("size(): can't get the size of", filename, error);
     return {};
 }
 
 Containers::Optional<Containers::Array<char>> read(
     const Containers::StringView filename) {
-    File file{filename, O_RDONLY};
-    struct stat info;
-    if(!file || ::fstat(file.descriptor(), &info) == -1) {
-        fail("Utility::Path::read(): can't open", filename);
+    std::FILE* const file = open(filename, "rbe");
+    if(!file) {
+        printError("read(): can't open", filename, lastError());
         return {};
     }
 
     /* The size is just a hint. One byte more to find the end without having to
-       grow, another one for a null terminator of readString(). */
-    Containers::Array<char> out;
-    arrayReserve(out, std::size_t(info.st_size) + 2);
-    for(;;) {
-        const std::size_t size = out.size();
-        const std::size_t spare = arrayCapacity(out) - size;
-        const Containers::ArrayView<char> chunk =
-            arrayAppend(out, NoInit, spare ? spare : 4096);
-        const ssize_t count = uninterrupted([&] {
-            return ::read(file.descriptor(), chunk.data(), chunk.size());
-        });
-        if(count == -1) {
-            fail("Utility::Path::read(): can't read", filename);
-            return {};
-        }
-        arrayResize(out, NoInit, size + count);
-        if(!count)
-            return Containers::optional(std::move(out));
+       grow. */
+    std::error_code error;
+    const std::uintmax_t hint =
+        std::filesystem::file_size(native(filename), error);
+    Containers::Array<char> out{NoInit, error ? 4096 : std::size_t(hint) + 1};
+    std::size_t size = 0;
+    while((size += std::fread(out.data() + size, 1, out.size() - size, file)) ==
+        out.size()) {
+        Containers::Array<char> larger{NoInit, size * 2};
+        std::memcpy(larger.data(), out.data(), size);
+        out = std::move(larger);
     }
+
+    const bool failed = std::ferror(file);
+    const std::error_code fault = lastError();
+    std::fclose(file);
+    if(!failed)
+        return Containers::Array<char>{out.release(), size};
+    printError("read(): can't read", filename, fault);
+    return {};
 }
 
 Containers::Optional<Containers::String> readString(
     const Containers::StringView filename) {
-    Containers::Optional<Containers::Array<char>> data = read(filename);
+    const Containers::Optional<Containers::Array<char>> data = read(filename);
     if(!data)
         return {};
-
-    arrayAppend(*data, '\0');
-    const std::size_t size = data->size() - 1;
-    const auto deleter = data->deleter();
-    return Containers::String{data->release(), size, deleter};
+    return Containers::String{data->data(), data->size()};
 }
 
 bool write(const Containers::StringView filename,
     const Containers::ArrayView<const void> data) {
-    File file{filename, O_WRONLY | O_CREAT | O_TRUNC};
+    std::FILE* const file = open(filename, "wbe");
     if(!file) {
-        fail("Utility::Path::write(): can't open", filename);
+        printError("write(): can't open", filename, lastError());
         return false;
     }
-
-    const char* at = static_cast<const char*>(data.data());
-    const char* const end = at + data.size();
-    while(at != end) {
-        const ssize_t count = uninterrupted(
-            [&] { return ::write(file.descriptor(), at, end - at); });
-        if(count == -1)
-            break;
-        at += count;
-    }
-
     /* Some errors are reported only once the file gets closed */
-    if(at == end && file.close())
+    const bool written =
+        std::fwrite(data.data(), 1, data.size(), file) == data.size();
+    if((std::fclose(file) == 0) & written)
         return true;
-    fail("Utility::Path::write(): can't write", filename);
+    printError("write(): can't write", filename, lastError());
     return false;
 }
 

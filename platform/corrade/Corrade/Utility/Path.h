@@ -5,7 +5,6 @@
  * @brief Namespace @ref Corrade::Utility::Path
  */
 
-#include "Corrade/Containers/EnumSet.h"
 #include "Corrade/Containers/StringView.h"
 
 namespace Corrade { namespace Utility {
@@ -27,9 +26,6 @@ Containers::Pair<Containers::StringView, Containers::StringView> split(
 
 /** @brief Directory part of @ref split() */
 Containers::StringView path(Containers::StringView filename);
-
-/** @brief File name part of @ref split() */
-Containers::StringView filename(Containers::StringView path);
 
 /**
  * @brief Everything before the last dot of the file name, and the dot with
@@ -66,25 +62,13 @@ bool remove(Containers::StringView path);
 /** @brief Move a file or a directory, replacing the target file */
 bool move(Containers::StringView from, Containers::StringView to);
 
-/** @brief Current directory */
-Containers::Optional<Containers::String> currentDirectory();
-
-/** @brief Flag of a directory listing */
-enum class ListFlag : unsigned char {
-    SkipDotAndDotDot = 1 << 0, /**< Skip `.` and `..` */
-    SkipFiles = 1 << 1, /**< Skip regular files and links to them */
-    SkipDirectories = 1 << 2, /**< Skip directories and links to them */
-    SortAscending = (1 << 4) | (1 << 5) /**< Sort by unsigned bytes */
-};
-
-/** @brief Flags of a directory listing */
-typedef Containers::EnumSet<ListFlag> ListFlags;
-
-CORRADE_ENUMSET_OPERATORS(ListFlags)
-
-/** @brief Names in a directory, in no particular order by default */
+/**
+ * @brief Names in a directory
+ *
+ * With `.` and `..`, in no particular order.
+ */
 Containers::Optional<Containers::Array<Containers::String>> list(
-    Containers::StringView path, ListFlags flags = {});
+    Containers::StringView path);
 
 /** @brief File size */
 Containers::Optional<std::size_t> size(Containers::StringView filename);
@@ -109,13 +93,6 @@ Containers::Optional<Containers::String> readString(
  */
 bool write(
     Containers::StringView filename, Containers::ArrayView<const void> data);
-
-/* It's not clear if the null terminator should be a part of the data */
-template<class T,
-    std::enable_if_t<std::is_same_v<std::decay_t<T>, const char*> ||
-            std::is_same_v<std::decay_t<T>, char*>,
-        int> = 0>
-bool write(const Containers::StringView& filename, T&& string) = delete;
 
 }
 

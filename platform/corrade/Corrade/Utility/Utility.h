@@ -9,22 +9,16 @@
 
 namespace Corrade { namespace Utility {
 
-template<std::size_t> class HashDigest;
-
 class Debug;
 class Warning;
 class Error;
 
 class Json;
-class JsonArrayItem;
-class JsonArrayIterator;
-class JsonArrayView;
 class JsonIterator;
 class JsonObjectItem;
 class JsonObjectIterator;
 class JsonObjectView;
 class JsonToken;
-class JsonTokenData;
 class JsonWriter;
 
 class MurmurHash2;
