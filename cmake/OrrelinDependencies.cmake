@@ -1,5 +1,5 @@
 # Finds what the project is built on. Corrade and Magnum are taken where they
-# are installed; otherwise the stand-ins in platform/ take their place.
+# are installed; otherwise the stand-ins in standins/ take their place.
 
 find_package(PkgConfig REQUIRED)
 
@@ -20,6 +20,6 @@ endif()
 if(Corrade_FOUND AND Magnum_FOUND)
     message(STATUS "Corrade and Magnum: the installed ones")
 else()
-    message(STATUS "Corrade and Magnum: the stand-ins in platform/")
+    message(STATUS "Corrade and Magnum: the stand-ins in standins/")
     set(ORRELIN_USES_STANDINS ON)
 endif()

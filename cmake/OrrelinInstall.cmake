@@ -26,8 +26,8 @@ if(ORRELIN_USES_STANDINS)
     list(APPEND targets CorradeUtility)
     set(interface_targets Magnum)
     install(DIRECTORY
-        ${PROJECT_SOURCE_DIR}/platform/corrade/Corrade
-        ${PROJECT_SOURCE_DIR}/platform/magnum/Magnum
+        ${PROJECT_SOURCE_DIR}/standins/corrade/Corrade
+        ${PROJECT_SOURCE_DIR}/standins/magnum/Magnum
         DESTINATION ${header_dir}/standins
         COMPONENT Development
         FILES_MATCHING PATTERN *.h)

@@ -14,7 +14,7 @@
 
 #include "ChangeManager.h"
 #include "Tools/LocalizationTools.h"
-#include "Tools/TemporaryFolder.h"
+#include "TemporaryFolder.h"
 #include "session/EditorSession.h"
 #include "editor/OrrelinEditor.h"
 #include "editor/ProjectFile.h"

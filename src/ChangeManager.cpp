@@ -155,7 +155,7 @@ void ChangeManager::updateChange(std::int32_t target, const JsonValue* value) {
 }
 
 void ChangeManager::push(
-    Containers::String path, const JsonValue* value, bool continuous) {
+    Containers::StringView path, const JsonValue* value, bool continuous) {
     expectNotInHandler("pushChange(): Can't push changes");
     CORRADE_INTERNAL_ASSERT(_projectFile);
     const DocumentPromise promise{_edits->index()};
@@ -172,7 +172,7 @@ void ChangeManager::push(
         moved = address != path;
         recordChange(std::move(address), nullptr, value);
     } else
-        recordChange(Containers::StringView{path}, place.value, value);
+        recordChange(path, place.value, value);
 
     /* The path itself may be a view of what's gone now. What's there is set,
        also if it's an earlier push of the step that created it: creating an
@@ -187,17 +187,19 @@ void ChangeManager::push(
 
 void ChangeManager::pushChange(
     Containers::String&& path, const JsonValue* value, bool continuous) {
-    push(std::move(path), value, continuous);
+    push(path, value, continuous);
     rethrow();
 }
 
 void ChangeManager::pushChange(
     Containers::StringView path, const JsonValue& value, bool continuous) {
-    pushChange(Containers::String{path}, &value, continuous);
+    push(path, &value, continuous);
+    rethrow();
 }
 
 void ChangeManager::pushRemoval(Containers::StringView path) {
-    pushChange(Containers::String{path}, nullptr, false);
+    push(path, nullptr, false);
+    rethrow();
 }
 
 void ChangeManager::apply(const Change& change) {

@@ -476,7 +476,8 @@ private:
     void expectCanStep(const char* operation) const;
 
     Change& last();
-    void push(Containers::String path, const JsonValue* value, bool continuous);
+    void push(
+        Containers::StringView path, const JsonValue* value, bool continuous);
     std::int32_t mergeTarget(
         Containers::StringView path, const DocumentPlace& place);
     void recordChange(Containers::String&& path, const JsonValue* oldValue,

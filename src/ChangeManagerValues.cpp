@@ -73,13 +73,12 @@ void ChangeManager::pushTransformChange(Containers::StringView path,
     const Transformation parts = decompose(value);
     /* All of them before the first push, as the path may be a view of what that
        moves */
-    Containers::String translation = path + "/translation";
-    Containers::String rotation = path + "/rotation";
-    Containers::String scaling = path + "/scaling";
-    push(std::move(translation), &NumberArray{parts.translation}.value(),
-        continuous);
-    push(std::move(rotation), &NumberArray{parts.rotation}.value(), continuous);
-    push(std::move(scaling), &NumberArray{parts.scaling}.value(), continuous);
+    const Containers::String translation = path + "/translation";
+    const Containers::String rotation = path + "/rotation";
+    const Containers::String scaling = path + "/scaling";
+    push(translation, &NumberArray{parts.translation}.value(), continuous);
+    push(rotation, &NumberArray{parts.rotation}.value(), continuous);
+    push(scaling, &NumberArray{parts.scaling}.value(), continuous);
     rethrow();
 }
 

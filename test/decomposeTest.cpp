@@ -10,7 +10,7 @@
 #include "ChangeManager.h"
 #include "Random.h"
 #include "editor/ProjectFile.h"
-#include "platform/vectors.h"
+#include "vectors.h"
 
 namespace OrrelinEngine { namespace Test { namespace {
 

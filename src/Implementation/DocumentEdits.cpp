@@ -102,17 +102,15 @@ Containers::String DocumentEdits::addressablePath(
     const Containers::StringView rest = path.exceptPrefix(place.missing);
     const Containers::StringView missing = firstSegment(rest);
     /* All that follows is new, so there's no other array to append to */
-    const Containers::String appended =
-        missing == "/-" && place.container->IsArray()
+    Containers::String appended = missing == "/-" && place.container->IsArray()
         ? Utility::format("{}/{}{}", path.prefix(place.missing),
               place.container->Size(), rest.exceptPrefix(missing.size()))
         : Containers::String{path};
 
     const Containers::StringView segment = lastSegment(appended);
     const JsonValue* const parent = parentAt(place, path);
-    if(!namesIndex(segment) || (parent && !parent->IsArray()))
-        return appended;
-    if(!parent && indexOf(segment) != End)
+    if(!namesIndex(segment) || (parent && !parent->IsArray()) ||
+        (!parent && indexOf(segment) != End))
         return appended;
     return Utility::format("{}/{}", parentOf(appended),
         parent ? insertionIndex(segment, *parent) : 0);

@@ -4,7 +4,7 @@
 #include <Corrade/Containers/GrowableArray.h>
 #include <Corrade/Containers/StringIterable.h>
 
-#include "platform/vectors.h"
+#include "vectors.h"
 
 namespace OrrelinEngine { namespace {
 

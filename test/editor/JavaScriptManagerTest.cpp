@@ -2,7 +2,7 @@
 #include <vector>
 #include <gtest/gtest.h>
 
-#include "Tools/Project.h"
+#include "Project.h"
 #include "editor/JavaScriptManager.h"
 
 namespace OrrelinEngine { namespace {

@@ -1,7 +1,7 @@
 #include <string>
 #include <gtest/gtest.h>
 
-#include "Tools/Project.h"
+#include "Project.h"
 #include "editor/ProjectFile.h"
 #include "editor/ProjectSection.h"
 

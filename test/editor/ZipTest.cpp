@@ -8,7 +8,7 @@
 #include <Corrade/Containers/StringStl.h>
 #include <gtest/gtest.h>
 
-#include "Tools/TemporaryFolder.h"
+#include "TemporaryFolder.h"
 #include "editor/StringArray.h"
 #include "editor/Zip.h"
 

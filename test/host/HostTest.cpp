@@ -7,7 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "Tools/TemporaryFolder.h"
+#include "TemporaryFolder.h"
 
 namespace OrrelinEngine { namespace {
 

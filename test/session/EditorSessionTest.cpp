@@ -7,8 +7,8 @@
 #include <unistd.h>
 #include <gtest/gtest.h>
 
-#include "Tools/Project.h"
-#include "Tools/TemporaryFolder.h"
+#include "Project.h"
+#include "TemporaryFolder.h"
 #include "editor/EditorSceneData.h"
 #include "session/EditorSession.h"
 

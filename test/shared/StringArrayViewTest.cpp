@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "editor/StringArray.h"
-#include "Tools/Project.h"
+#include "Project.h"
 
 namespace OrrelinEngine { namespace {
 

@@ -3,7 +3,7 @@
 #include <vector>
 #include <gtest/gtest.h>
 
-#include "platform/vectors.h"
+#include "vectors.h"
 #include "shared/LocalizationData.h"
 
 namespace OrrelinEngine { namespace {

@@ -1,5 +1,5 @@
-#ifndef Orrelin_test_Tools_TemporaryFolder_h
-#define Orrelin_test_Tools_TemporaryFolder_h
+#ifndef Orrelin_test_TemporaryFolder_h
+#define Orrelin_test_TemporaryFolder_h
 
 #include <cstdlib>
 #include <filesystem>

@@ -1,5 +1,5 @@
-#ifndef Orrelin_test_platform_vectors_h
-#define Orrelin_test_platform_vectors_h
+#ifndef Orrelin_test_vectors_h
+#define Orrelin_test_vectors_h
 
 #include <fstream>
 #include <Corrade/Containers/StringView.h>

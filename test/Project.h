@@ -1,5 +1,5 @@
-#ifndef Orrelin_test_Tools_Project_h
-#define Orrelin_test_Tools_Project_h
+#ifndef Orrelin_test_Project_h
+#define Orrelin_test_Project_h
 
 #include <sstream>
 #include <string>

@@ -8,7 +8,7 @@
 #include <Corrade/Utility/Debug.h>
 #include <Corrade/Utility/Path.h>
 
-#include "Tools/TemporaryFolder.h"
+#include "TemporaryFolder.h"
 #include "vectors.h"
 
 namespace {
