@@ -69,33 +69,6 @@ TEST_F(RecordAccessTest, places) {
     }
 }
 
-const struct {
-    const char *json, *string;
-    bool boolean;
-    std::size_t size;
-} Values[]{
-    {"\"text\"", "text", false, 0},
-    {"\"true\"", "true", false, 0},
-    {"true", "", true, 0},
-    {"null", "", false, 0},
-    {"[\"a\", 2, null]", "", false, 3},
-    {"{\"a\": 1, \"b\": 2}", "", false, 2},
-};
-
-TEST_F(RecordAccessTest, typedReads) {
-    for(const auto& data: Values) {
-        SCOPED_TRACE(data.json);
-        parse((R"({"value": )" + std::string{data.json} + "}").data());
-        const ValueAccess value = project["value"];
-        EXPECT_TRUE(value.hasValue() && value.exists());
-        EXPECT_EQ(value.readValueNoDefault(), &file.document["value"]);
-        EXPECT_EQ(&value.readValue(), &file.document["value"]);
-        EXPECT_EQ(text(value.asString()), data.string);
-        EXPECT_EQ(value.asBool(), data.boolean);
-        EXPECT_EQ(value.size(), data.size);
-    }
-}
-
 TEST_F(RecordAccessTest, settingsSchema) {
     const std::pair<const char*, const char*> defaults[]{
         {"settings/localization",
