@@ -26,9 +26,9 @@ Containers::StringView lastSegment(Containers::StringView path) {
     return path.isEmpty() ? path : path.exceptPrefix(parentOf(path).size() + 1);
 }
 
-/* The first segment, with its slash in front */
+/* The first segment, with its slash in front; empty if there is none */
 Containers::StringView firstSegment(Containers::StringView path) {
-    std::size_t size = 1;
+    std::size_t size = path.isEmpty() ? 0 : 1;
     while(size < path.size() && path[size] != '/')
         ++size;
     return path.prefix(size);
@@ -118,7 +118,9 @@ Containers::String DocumentEdits::addressablePath(
 
 void DocumentEdits::apply(const Change& change) {
     const DocumentPlace place = locate(change.path);
-    if(place.value || !(change.oldValue || change.newValue)) {
+    const bool mayBeNamed = !place.value && place.container &&
+        place.container->IsArray() && (change.oldValue || change.newValue);
+    if(!mayBeNamed) {
         perform(change, place);
         return;
     }
