@@ -55,26 +55,27 @@ inline void registerButton(EditorSession& session) {
     session.addScriptType("button", parameters);
 }
 
-/* Everything that can be written has to be JSON, and UTF-8 */
-inline void expectValidFiles(EditorSession& session) {
-    Containers::Array<Containers::String> names;
-    Containers::Array<Containers::Array<char>> contents;
-    LocalizationTools::writeTerms(session.editor(), {"en", "de", "fr"},
-        LocalizationTools::LocalizationFormat::I18next, names, contents);
-    for(const Containers::Array<char>& content: contents)
-        expect(!JsonDocument{}
-                    .Parse<rapidjson::kParseValidateEncodingFlag>(
-                        content.data(), content.size())
-                    .HasParseError());
-}
-
-inline void expectUtf8(Containers::StringView text) {
+inline bool isUtf8(const JsonValue& value) {
     rapidjson::StringBuffer out;
     rapidjson::Writer<rapidjson::StringBuffer, rapidjson::UTF8<>,
         rapidjson::UTF8<>, rapidjson::CrtAllocator,
         rapidjson::kWriteValidateEncodingFlag>
         writer{out};
-    expect(writer.String(text.data(), unsigned(text.size())));
+    return value.Accept(writer);
+}
+
+/* Everything that can be written has to be JSON, and UTF-8 if the project is */
+inline void expectValidFiles(EditorSession& session) {
+    Containers::Array<Containers::String> names;
+    Containers::Array<Containers::Array<char>> contents;
+    LocalizationTools::writeTerms(session.editor(), {"en", "de", "fr"},
+        LocalizationTools::LocalizationFormat::I18next, names, contents);
+    const bool validates = isUtf8(session.projectFile().document);
+    for(const Containers::Array<char>& content: contents) {
+        JsonDocument file;
+        file.Parse(content.data(), content.size());
+        expect(!file.HasParseError() && (!validates || isUtf8(file)));
+    }
 }
 
 /* Imports from a path and checks what has to hold whatever is there */
@@ -99,7 +100,8 @@ inline void importAndCheck(const std::string& path) {
     for(const auto& language: session.localization().translations)
         for(const auto& translation: language.second)
             if(translation.second)
-                expectUtf8(*translation.second);
+                expect(isUtf8(JsonValue{rapidjson::StringRef(
+                    translation.second->data(), translation.second->size())}));
     expectValidFiles(session);
     /* One undo step at most, and it takes every text back */
     session.changeManager().undoLast();
