@@ -131,32 +131,6 @@ JsonValue copyOf(
     return valueOf(document);
 }
 
-typedef std::pair<const JsonValue*, const JsonValue*> Values;
-
-/* Leaves what is in containers of one size for later */
-bool equal(const JsonValue& a, const JsonValue& b, std::vector<Values>& later) {
-    if(!isContainer(a))
-        return a == b;
-    later.emplace_back(&a, &b);
-    return a.IsObject() ? b.IsObject() && a.MemberCount() == b.MemberCount()
-                        : b.IsArray() && a.Size() == b.Size();
-}
-
-bool equalInside(
-    const JsonValue& a, const JsonValue& b, std::vector<Values>& later) {
-    if(a.IsArray()) {
-        for(rapidjson::SizeType i = 0; i != a.Size(); ++i)
-            if(!equal(a[i], b[i], later))
-                return false;
-        return true;
-    }
-    for(auto i = a.MemberBegin(), j = b.MemberBegin(); i != a.MemberEnd();
-        ++i, ++j)
-        if(i->name != j->name || !equal(i->value, j->value, later))
-            return false;
-    return true;
-}
-
 }
 
 JsonValue deepCopy(const JsonValue& value, JsonAllocator& allocator) {
@@ -174,19 +148,6 @@ void deepAssign(
     }
     for(rapidjson::SizeType i = 0; i != value.Size(); ++i)
         target[i].CopyFrom(value[i], allocator);
-}
-
-bool deepEqual(const JsonValue& a, const JsonValue& b) {
-    std::vector<Values> later;
-    if(!equal(a, b, later))
-        return false;
-    while(!later.empty()) {
-        const Values values = later.back();
-        later.pop_back();
-        if(!equalInside(*values.first, *values.second, later))
-            return false;
-    }
-    return true;
 }
 
 }

@@ -14,10 +14,6 @@ JsonValue deepCopy(const JsonValue& value, JsonAllocator& allocator);
 void deepAssign(
     JsonValue& target, const JsonValue& value, JsonAllocator& allocator);
 
-/* Whether the values are the same, with the members of objects in the same
-   order. Of any depth, and with names that occur more than once. */
-bool deepEqual(const JsonValue& a, const JsonValue& b);
-
 }
 
 #endif
