@@ -5,6 +5,7 @@
 #include "Tools/Implementation/StoredTerms.h"
 #include "editor/AllLanguages.h"
 #include "editor/OrrelinEditor.h"
+#include "shared/Implementation/stringOf.h"
 
 namespace OrrelinEngine { namespace LocalizationTools {
 

@@ -9,6 +9,7 @@
 #include "editor/EditorSceneData.h"
 #include "editor/OrrelinEditor.h"
 #include "shared/RecordPath.h"
+#include "shared/Implementation/stringOf.h"
 
 namespace OrrelinEngine { namespace LocalizationTools {
 
@@ -33,10 +34,6 @@ void record(OrrelinEditor& editor, TermMap& strings, Containers::String&& key,
     strings.emplace(std::move(path), std::move(key));
 }
 
-const JsonValue* child(const JsonValue* parent, Containers::StringView name) {
-    return StoredMembers{parent}.find(name);
-}
-
 /* A component, and where it is as its path has it */
 struct Component {
     /* Null if the document stores none */
@@ -47,7 +44,7 @@ struct Component {
 void gatherText(
     OrrelinEditor& editor, const Component& component, TermMap& strings) {
     const JsonValue* const chosen =
-        child(child(component.stored, "text"), "text_term");
+        storedMember(storedMember(component.stored, "text"), "text_term");
     record(editor, strings,
         chosen ? Containers::String{stringOf(*chosen)}
                : ""_s.join({component.object, "-text-", component.index}),
@@ -63,7 +60,7 @@ void gatherScript(OrrelinEditor& editor, const Component& component,
     const Data::ParamRange range = types.paramRanges[typeIndex];
     const StringArrayView names = types.paramNames(typeIndex);
     const Containers::String typeSegment = RecordPath::segment(type);
-    StoredMembers values{child(component.stored, type)};
+    StoredMembers values{storedMember(component.stored, type)};
     for(std::size_t i = 0; i != range.count; ++i) {
         if(types.paramTypes[range.first + i] != Data::StringParamType)
             continue;
@@ -80,7 +77,7 @@ void gatherScript(OrrelinEditor& editor, const Component& component,
 
 void gatherComponent(
     OrrelinEditor& editor, const Component& component, TermMap& strings) {
-    const JsonValue* const storedType = child(component.stored, "type");
+    const JsonValue* const storedType = storedMember(component.stored, "type");
     const Containers::StringView type = storedType && storedType->IsString()
         ? stringOf(*storedType)
         : editor.project[component.path]["type"].asString();
@@ -147,7 +144,7 @@ void gatherStrings(OrrelinEditor& editor, TermMap& strings) {
     StoredMembers objects{editor.objectsSection.readValueNoDefault()};
     for(const Containers::StringView id: editor.objectsSection.keys()) {
         const JsonValue* const components =
-            child(objects.find(RecordPath::name(id)), "components");
+            storedMember(objects.find(RecordPath::name(id)), "components");
         if(components)
             gatherComponents(editor, *components, true,
                 "/"_s.join({editor.objectsSection.path, id, "components"}), id,

@@ -1,60 +1,38 @@
 #include "Tools/Implementation/StoredMembers.h"
 
-#include <algorithm>
-#include <functional>
-#include <rapidjson/document.h>
-
-#include "shared/StringFunctors.h"
+#include <Corrade/Containers/StringView.h>
 
 namespace OrrelinEngine { namespace LocalizationTools {
 
 namespace {
 
-/* Sorting takes about as long as that many searches */
-constexpr std::uint32_t FewSearches = 16;
+/* Below that, searching is as fast as an index */
+constexpr std::uint32_t LargeObject = 32;
 
-const JsonValue* search(const JsonValue& object, Containers::StringView name) {
-    for(const auto& member: object.GetObject())
-        if(stringOf(member.name) == name)
-            return &member.value;
-    return nullptr;
+/* Nobody edits the object meanwhile, so the index may remember which names are
+   absent */
+constexpr std::uint64_t Promise = 1;
+
+const JsonValue* memberAt(const JsonValue& object, std::uint32_t position) {
+    return position == object.MemberCount()
+        ? nullptr
+        : &(object.MemberBegin() + std::ptrdiff_t(position))->value;
 }
 
 }
 
-Containers::StringView stringOf(const JsonValue& value) {
-    if(!value.IsString())
-        return {};
-    return {value.GetString(), value.GetStringLength()};
-}
-
-void StoredMembers::sort() {
-    _sorted.reserve(_object->MemberCount());
-    for(const auto& member: _object->GetObject())
-        _sorted.push_back({stringOf(member.name), &member.value});
-    /* Members that share a name stay in order */
-    std::sort(
-        _sorted.begin(), _sorted.end(), [](const Member& a, const Member& b) {
-            return a.name == b.name
-                ? std::less<const JsonValue*>{}(a.value, b.value)
-                : StrLess{}(a.name, b.name);
-        });
+const JsonValue* storedMember(
+    const JsonValue* object, Containers::StringView name) {
+    return object && object->IsObject()
+        ? memberAt(*object, searchMember(*object, name))
+        : nullptr;
 }
 
 const JsonValue* StoredMembers::find(Containers::StringView name) {
-    if(!_object || !_object->IsObject())
-        return nullptr;
-    if(_sorted.empty()) {
-        if(_object->MemberCount() <= Few || _searches++ < FewSearches)
-            return search(*_object, name);
-        sort();
-    }
-    const auto found = std::lower_bound(_sorted.begin(), _sorted.end(), name,
-        [](const Member& member, Containers::StringView n) {
-            return StrLess{}(member.name, n);
-        });
-    return found != _sorted.end() && found->name == name ? found->value
-                                                         : nullptr;
+    if(!_object || !_object->IsObject() ||
+        _object->MemberCount() <= LargeObject)
+        return storedMember(_object, name);
+    return memberAt(*_object, _index.find(*_object, name, Promise));
 }
 
 }}

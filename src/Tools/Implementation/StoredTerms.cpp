@@ -1,10 +1,9 @@
 #include "Tools/Implementation/StoredTerms.h"
 
-#include <charconv>
 #include <rapidjson/document.h>
 
 #include "editor/OrrelinEditor.h"
-#include "shared/RecordPath.h"
+#include "shared/Implementation/stringOf.h"
 
 namespace OrrelinEngine { namespace LocalizationTools {
 
@@ -18,70 +17,29 @@ Containers::StringView splitLast(Containers::StringView& path) {
     return out;
 }
 
-const JsonValue* element(
-    const JsonValue& array, Containers::StringView segment) {
-    rapidjson::SizeType index = 0;
-    const auto parsed = std::from_chars(segment.begin(), segment.end(), index);
-    const bool isIndex = parsed.ec == std::errc{} &&
-        parsed.ptr == segment.end() &&
-        (segment.size() == 1 || segment[0] != '0');
-    return isIndex && index < array.Size() ? &array[index] : nullptr;
-}
-
 }
 
 Containers::StringView StoredTerm::text() const {
     return value ? stringOf(*value) : Containers::StringView{};
 }
 
+/* The index takes documents that it may edit, but looking up doesn't */
 StoredTerms::StoredTerms(const OrrelinEditor& editor):
-    _editor(editor), _root{editor.project.readValueNoDefault()} {}
+    _editor(editor), _root{const_cast<JsonValue*>(
+                         editor.project.readValueNoDefault())} {}
 
-const JsonValue* StoredTerms::member(
-    const JsonValue& object, Containers::StringView name) {
-    if(object.MemberCount() <= StoredMembers::Few)
-        return StoredMembers{&object}.find(name);
-    return _members.try_emplace(&object, &object).first->second.find(name);
-}
-
-const JsonValue* StoredTerms::child(
-    const JsonValue& parent, Containers::StringView segment) {
-    if(parent.IsArray())
-        return element(parent, segment);
-    if(!parent.IsObject())
-        return nullptr;
-    return segment.contains('~') ? member(parent, RecordPath::name(segment))
-                                 : member(parent, segment);
-}
-
-Containers::StringView StoredTerms::descend(
-    const JsonValue*& value, Containers::StringView path) {
-    while(value && !path.isEmpty()) {
-        const Containers::StringView rest = path.exceptPrefix(1);
-        const char* const end = rest.findOr('/', rest.end()).begin();
-        const JsonValue* const found = child(*value, rest.prefix(end));
-        if(!found)
-            break;
-        value = found;
-        path = rest.suffix(end);
-    }
-    return path;
-}
-
-const JsonValue* StoredTerms::record(Containers::StringView path) {
+JsonValue* StoredTerms::record(Containers::StringView path) {
     /* All but the project's name are at "<components>/<index>/<type>" */
     Containers::StringView componentsPath = path;
     splitLast(componentsPath);
     splitLast(componentsPath);
     if(componentsPath != _componentsPath) {
-        _components = _root;
-        if(!descend(_components, componentsPath).isEmpty())
-            _components = nullptr;
+        _components = _root ? _index.find(*_root, componentsPath) : nullptr;
         _componentsPath = componentsPath;
     }
-    const JsonValue* out = _components;
-    return descend(out, path.suffix(componentsPath.end())).isEmpty() ? out
-                                                                     : nullptr;
+    return _components
+        ? _index.find(*_components, path.suffix(componentsPath.end()))
+        : nullptr;
 }
 
 StoredTerm StoredTerms::find(Containers::StringView path) {
@@ -92,11 +50,10 @@ StoredTerm StoredTerms::find(Containers::StringView path) {
         flag = _editor.project[path + "_translate"].readValueNoDefault();
     } else {
         Containers::StringView recordPath = path;
-        const Containers::StringView segment =
-            splitLast(recordPath).exceptPrefix(1);
-        if(const JsonValue* const values = record(recordPath)) {
-            out.value = child(*values, segment);
-            flag = child(*values, segment + "_translate");
+        const Containers::StringView segment = splitLast(recordPath);
+        if(JsonValue* const values = record(recordPath)) {
+            out.value = _index.find(*values, segment);
+            flag = _index.find(*values, segment + "_translate");
         }
     }
     out.translated = !flag || flag->IsTrue();

@@ -1,10 +1,9 @@
 #ifndef Orrelin_Tools_Implementation_StoredTerms
 #define Orrelin_Tools_Implementation_StoredTerms
 
-#include <unordered_map>
 #include <Corrade/Containers/StringView.h>
 
-#include "Tools/Implementation/StoredMembers.h"
+#include "shared/Implementation/DocumentIndex.h"
 
 namespace OrrelinEngine { namespace LocalizationTools {
 
@@ -20,10 +19,8 @@ struct StoredTerm {
 };
 
 /* Looks terms up by their paths in the stored document, in any order, fastest
-   those of one object after each other. A look-up costs the logarithm of the
-   number of members of the objects on the way, and large ones are sorted once.
-   Meanwhile values may change, but none may be added or removed, and paths have
-   to stay. */
+   those of one object after each other. Meanwhile values may change, but none
+   may be added or removed, and paths have to stay. */
 class StoredTerms {
 public:
     explicit StoredTerms(const OrrelinEditor& editor);
@@ -31,25 +28,15 @@ public:
     StoredTerm find(Containers::StringView path);
 
 private:
-    const JsonValue* member(
-        const JsonValue& object, Containers::StringView name);
-    const JsonValue* child(
-        const JsonValue& parent, Containers::StringView segment);
-
-    /* Goes from the value along the path for as long as there is something
-       stored. Returns what's left of the path. */
-    Containers::StringView descend(
-        const JsonValue*& value, Containers::StringView path);
-
-    const JsonValue* record(Containers::StringView path);
+    JsonValue* record(Containers::StringView path);
 
     const OrrelinEditor& _editor;
-    const JsonValue* _root;
-    /* Members of the large objects on the way */
-    std::unordered_map<const JsonValue*, StoredMembers> _members;
-    /* Where the components of the last term's object are, and in what path
-       that stands */
-    const JsonValue* _components = _root;
+    DocumentIndex _index;
+    DocumentPromise _promise{_index};
+    JsonValue* _root;
+    /* Where the components of the last term's object are, and their path,
+       which is part of the term's */
+    JsonValue* _components = _root;
     Containers::StringView _componentsPath;
 };
 
