@@ -12,6 +12,7 @@
 #include "session/EditorSession.h"
 #include "editor/JavaScriptManager.h"
 #include "editor/OrrelinEditor.h"
+#include "shared/Implementation/stringOf.h"
 #include "editor/ProjectFile.h"
 
 namespace OrrelinEngine { namespace {
@@ -68,10 +69,6 @@ void gatherOurs(benchmark::State& state) {
     if(strings.size() != std::size_t(state.range(0)))
         state.SkipWithError("not all terms gathered");
     state.SetItemsProcessed(state.iterations() * state.range(0));
-}
-
-Containers::StringView stringOf(const JsonValue& value) {
-    return {value.GetString(), value.GetStringLength()};
 }
 
 void recordByHand(TermPathMap& terms, TermMap& strings, const JsonValue& values,

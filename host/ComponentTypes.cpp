@@ -10,6 +10,7 @@
 #include "session/EditorSession.h"
 #include "editor/JavaScriptManager.h"
 #include "editor/ProjectFile.h"
+#include "shared/Implementation/stringOf.h"
 
 namespace OrrelinEngine { namespace Host {
 
@@ -20,10 +21,6 @@ typedef Containers::Pair<Containers::StringView, unsigned short> Parameter;
 /* Only strings are told from the others */
 const Parameter TypeCodes[]{{"string", Data::StringParamType}, {"bool", 1},
     {"int", 2}, {"float", 3}, {"color", 4}, {"object", 5}, {"asset", 6}};
-
-Containers::StringView text(const JsonValue& value) {
-    return {value.GetString(), value.GetStringLength()};
-}
 
 Containers::String typeNames() {
     Containers::String out;
@@ -36,7 +33,7 @@ Containers::String typeNames() {
 Containers::Optional<unsigned short> typeCode(const JsonValue& name) {
     if(name.IsString())
         for(const Parameter& type: TypeCodes)
-            if(type.first() == text(name))
+            if(type.first() == stringOf(name))
                 return type.second();
     return {};
 }
@@ -51,8 +48,8 @@ bool addComponentTypes(EditorSession& session, Containers::StringView file) {
 
     for(const auto& type: reader.projectFile().document.GetObject()) {
         if(!type.value.IsObject()) {
-            fail(Utility::format(
-                "{}: '{}' is no object of parameters", file, text(type.name)));
+            fail(Utility::format("{}: '{}' is no object of parameters", file,
+                stringOf(type.name)));
             return false;
         }
         std::vector<Parameter> parameters;
@@ -62,17 +59,17 @@ bool addComponentTypes(EditorSession& session, Containers::StringView file) {
                 fail(Utility::format(
                     "{}: parameter '{}' of '{}' has the unknown type '{}'; there "
                     "are {}",
-                    file, text(parameter.name), text(type.name),
-                    parameter.value.IsString() ? text(parameter.value)
+                    file, stringOf(parameter.name), stringOf(type.name),
+                    parameter.value.IsString() ? stringOf(parameter.value)
                                                : "(no text)",
                     typeNames()));
                 return false;
             }
-            parameters.emplace_back(text(parameter.name), *code);
+            parameters.emplace_back(stringOf(parameter.name), *code);
         }
         if(!succeedsOrFails([&] {
                return session.addScriptType(
-                   text(type.name), {parameters.data(), parameters.size()});
+                   stringOf(type.name), {parameters.data(), parameters.size()});
            }))
             return false;
     }

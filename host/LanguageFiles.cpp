@@ -75,14 +75,10 @@ bool hasArchiveName(Project& project) {
 
 /* The texts of a language file; nothing if it can't be read as one */
 Containers::Optional<Utility::Json> parse(LanguageFile& file) {
-    typedef Utility::JsonToken::Type Type;
     Containers::Optional<Utility::Json> json =
         LocalizationTools::parseLanguageFile(file.content);
-    if(json && json->root().type() == Type::Object) {
-        const Utility::JsonIterator texts = json->root().find("translation");
-        if(texts && texts->type() == Type::Object)
-            return json;
-    }
+    if(json && LocalizationTools::translationOf(*json))
+        return json;
     fail(Utility::format("{} can't be read as a language file and would be "
                          "overwritten; repair it or move it away first",
         file.name));

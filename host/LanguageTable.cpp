@@ -71,13 +71,6 @@ Containers::ArrayView<const Language> allLanguages() {
     return {AllLanguages, AllLanguageCount};
 }
 
-unsigned short languageRow(Containers::StringView code) {
-    unsigned short row = 0;
-    while(row != AllLanguageCount && AllLanguages[row].code != code)
-        ++row;
-    return row;
-}
-
 bool matches(const Language& language, Containers::StringView text) {
     const std::string part = folded(text);
     return folded(language.code).find(part) != std::string::npos ||

@@ -12,9 +12,6 @@ namespace OrrelinEngine { namespace Host {
 /* All languages that there are */
 Containers::ArrayView<const Language> allLanguages();
 
-/* Row of a code, AllLanguageCount if there is none */
-unsigned short languageRow(Containers::StringView code);
-
 /* Whether the code or the name holds the text, whatever the letter case and
    the accents */
 bool matches(const Language& language, Containers::StringView text);

@@ -11,17 +11,15 @@
 #include "LanguageTable.h"
 #include "Messages.h"
 #include "Tools/LocalizationTools.h"
-#include "editor/Path.h"
+#include "Tools/languageIndex.h"
+#include "Tools/Implementation/languagesFolder.h"
 #include "editor/ProjectFile.h"
 #include "shared/RecordPath.h"
+#include "shared/Implementation/stringOf.h"
 
 namespace OrrelinEngine { namespace Host {
 
 namespace {
-
-Containers::StringView text(const JsonValue& value) {
-    return {value.GetString(), value.GetStringLength()};
-}
 
 /* As the project has it, otherwise as it's known */
 Containers::StringView languageName(
@@ -29,9 +27,9 @@ Containers::StringView languageName(
     if(record.IsObject()) {
         const auto name = record.FindMember("name");
         if(name != record.MemberEnd() && name->value.IsString())
-            return text(name->value);
+            return stringOf(name->value);
     }
-    const unsigned short row = languageRow(code);
+    const unsigned short row = languageIndex(code);
     return row == AllLanguageCount ? code : AllLanguages[row].name;
 }
 
@@ -138,7 +136,7 @@ std::vector<ProjectLanguage> Project::languages() {
         return out;
     const Containers::StringView defaultCode = defaultLanguage();
     for(const auto& record: records->GetObject()) {
-        const Containers::StringView code = text(record.name);
+        const Containers::StringView code = stringOf(record.name);
         out.push_back(
             {code, languageName(record.value, code), code == defaultCode});
     }
@@ -162,27 +160,23 @@ bool Project::checkLanguage(Containers::StringView code) {
 }
 
 bool Project::isZip() {
-    return editor()
-        .project["settings/localization/enableZipCompression"]
-        .asBool();
+    return LocalizationTools::isZipCompressed(editor());
 }
 
 Containers::String Project::languagesFolder() {
-    const Containers::String folder{
-        editor().project["settings/localization/languagesFolder"].asString()};
-    return Path::isRelative(folder)
-        ? Utility::Path::join(*editor().projectRoot, folder)
-        : folder;
+    return LocalizationTools::languagesFolder(editor());
 }
 
+/* Both without what looks like an extension, as they are exported to */
 Containers::String Project::exportFolder() {
     return Utility::Path::splitExtension(languagesFolder()).first();
 }
 
 Containers::String Project::archivePath() {
-    const Containers::String archive = Utility::Path::join(languagesFolder(),
-        editor().project["settings/project/name"].asString());
-    return Utility::Path::splitExtension(archive).first() + ".zip";
+    return Utility::Path::splitExtension(
+               LocalizationTools::archiveStem(editor()))
+               .first() +
+        ".zip";
 }
 
 Containers::String Project::filesPath() {
@@ -201,7 +195,7 @@ Containers::String Project::sourcePath() {
 Containers::StringView Project::source(Containers::StringView recordPath) {
     const JsonValue* const value =
         editor().project[recordPath].readValueNoDefault();
-    return value && value->IsString() ? text(*value) : Containers::StringView{};
+    return value ? stringOf(*value) : Containers::StringView{};
 }
 
 std::vector<Term> Project::translatedTerms() {

@@ -10,6 +10,7 @@
 #include "Messages.h"
 #include "Table.h"
 #include "Tools/LocalizationTools.h"
+#include "Tools/languageIndex.h"
 
 namespace OrrelinEngine { namespace Host {
 
@@ -26,7 +27,7 @@ std::vector<Language> matching(Containers::StringView filter) {
 
 bool checkNew(Project& project, const Codes& codes) {
     for(const Containers::String& code: codes) {
-        if(languageRow(code) == AllLanguageCount) {
+        if(languageIndex(code) == AllLanguageCount) {
             fail(Utility::format("unknown language code '{}'{}", code,
                 suggestion(code, allLanguages())));
             return false;
@@ -112,13 +113,14 @@ int addLanguages(const ProjectOptions& options, const Codes& codes) {
     const bool isFirst = project.languages().empty();
     for(const Containers::String& code: codes)
         if(!project.hasLanguage(code))
-            LocalizationTools::addLanguage(project.editor(), languageRow(code));
+            LocalizationTools::addLanguage(
+                project.editor(), languageIndex(code));
     if(!project.save())
         return Failure;
 
     for(const Containers::String& code: codes)
         printLine(Utility::format("Added {} ({}){}",
-            AllLanguages[languageRow(code)].name, code,
+            AllLanguages[languageIndex(code)].name, code,
             isFirst && code == codes.front()
                 ? ", the language of the project's own texts"
                 : ""));

@@ -23,16 +23,13 @@ void makeFolder(Containers::StringView path) {
 
 void exportTerms(
     OrrelinEditor& editor, const Containers::StringIterable& languages) {
+    constexpr auto Format = LocalizationFormat::I18next;
     const Containers::String folder = languagesFolder(editor);
     makeFolder(folder);
-    if(!isZipCompressed(editor)) {
-        exportTerms(editor, languages, folder, LocalizationFormat::I18next);
-        return;
-    }
-    const Containers::String name{
-        editor.project["settings/project/name"].asString()};
-    exportTermsCompressed(editor, languages, Utility::Path::join(folder, name),
-        LocalizationFormat::I18next);
+    if(isZipCompressed(editor))
+        exportTermsCompressed(editor, languages, archiveStem(editor), Format);
+    else
+        exportTerms(editor, languages, folder, Format);
 }
 
 void exportTerms(OrrelinEditor& editor,

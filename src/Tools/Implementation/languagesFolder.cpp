@@ -20,4 +20,9 @@ bool isZipCompressed(const OrrelinEditor& editor) {
         .asBool();
 }
 
+Containers::String archiveStem(const OrrelinEditor& editor) {
+    return Utility::Path::join(languagesFolder(editor),
+        editor.project["settings/project/name"].asString());
+}
+
 }}

@@ -14,6 +14,11 @@ Containers::String languagesFolder(const OrrelinEditor& editor);
 /* Whether language files are in an archive instead of being loose */
 bool isZipCompressed(const OrrelinEditor& editor);
 
+/* The archive in the languages folder, which is named after the project,
+   without its extension. An import appends ".zip" to it. An export drops what
+   looks like an extension of the project's name before. */
+Containers::String archiveStem(const OrrelinEditor& editor);
+
 }}
 
 #endif

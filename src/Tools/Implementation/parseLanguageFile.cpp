@@ -107,4 +107,13 @@ Containers::Optional<Utility::Json> parseLanguageFile(
             Utility::Json::Option::ParseStrings);
 }
 
+Utility::JsonIterator translationOf(const Utility::Json& file) {
+    typedef Utility::JsonToken::Type Type;
+    const Utility::JsonToken root = file.root();
+    const Utility::JsonIterator out = root.type() == Type::Object
+        ? root.find("translation")
+        : Utility::JsonIterator{};
+    return out && out->type() == Type::Object ? out : Utility::JsonIterator{};
+}
+
 }}

@@ -14,6 +14,9 @@ namespace OrrelinEngine { namespace LocalizationTools {
 Containers::Optional<Utility::Json> parseLanguageFile(
     Containers::ArrayView<char> content);
 
+/* The object of texts by term key, null if the file has none */
+Utility::JsonIterator translationOf(const Utility::Json& file);
+
 }}
 
 #endif

@@ -1,0 +1,149 @@
+#include "Tools/Implementation/importLanguageFile.h"
+
+#include <iterator>
+#include <Corrade/Containers/Optional.h>
+#include <Corrade/Containers/Pair.h>
+#include <Corrade/Utility/Debug.h>
+#include <Corrade/Utility/Json.h>
+#include <Corrade/Utility/Path.h>
+#include <rapidjson/document.h>
+
+#include "ChangeManager.h"
+#include "Tools/LocalizationTools.h"
+#include "Tools/languageIndex.h"
+#include "Tools/Implementation/parseLanguageFile.h"
+#include "Tools/Implementation/StoredTerms.h"
+#include "editor/OrrelinEditor.h"
+#include "shared/RecordPath.h"
+
+namespace OrrelinEngine { namespace LocalizationTools {
+
+namespace {
+
+/* Whether the project has the language, or was given it now. A language that
+   wasn't there before isn't the default one of this file, even if the project
+   got its first language: its texts are the project's own already. */
+bool provideLanguage(
+    OrrelinEditor& editor, Containers::StringView code, bool& isDefault) {
+    isDefault = false;
+    if(editor.languagesSection[RecordPath::segment(code)].hasValue()) {
+        isDefault = editor.project["settings/localization/defaultLanguage"]
+                        .asString() == code;
+        return true;
+    }
+    const unsigned short row = languageIndex(code);
+    if(row == AllLanguageCount)
+        return false;
+    addLanguage(editor, row);
+    return true;
+}
+
+/* Takes over the terms of one file. Files list them in the order of the tables,
+   so what follows the last one is mostly the one that's looked for. */
+class TermImport {
+public:
+    explicit TermImport(OrrelinEditor& editor, Containers::StringView fileName,
+        TranslationMap& translations, bool isDefault):
+        _editor(editor),
+        _fileName{fileName}, _terms(editor.localization->terms),
+        _translations(translations), _isDefault{isDefault},
+        _storedTerms{editor}, _nextTerm{_terms.begin()},
+        _nextTranslation{_translations.begin()} {}
+
+    void importTerm(
+        Containers::StringView key, const Utility::JsonToken& value) {
+        const bool isText = value.type() == Utility::JsonToken::Type::String;
+        if(!isText && value.type() != Utility::JsonToken::Type::Null) {
+            Utility::Warning{} << "Invalid type for term" << key
+                               << "in imported file" << _fileName;
+            return;
+        }
+
+        const auto term = find(key);
+        if(term == _terms.end())
+            return;
+        const StoredTerm stored = _storedTerms.find(term->second);
+        if(!stored.translated)
+            return;
+        Containers::Optional<Containers::String>& out = translation(key);
+        if(!isText) {
+            out = Containers::NullOpt;
+            return;
+        }
+        out = Containers::String{value.asString()};
+        if(_isDefault)
+            replaceSource(term->second, stored, value.asString());
+    }
+
+private:
+    TermPathMap::const_iterator find(Containers::StringView key) {
+        const auto found = _nextTerm != _terms.end() && _nextTerm->first == key
+            ? _nextTerm
+            : _terms.find(key);
+        if(found != _terms.end())
+            _nextTerm = std::next(found);
+        return found;
+    }
+
+    Containers::Optional<Containers::String>& translation(
+        Containers::StringView key) {
+        const auto found = _nextTranslation != _translations.end() &&
+                _nextTranslation->first == key
+            ? _nextTranslation
+            : _translations.emplace_hint(
+                  _nextTranslation, key, Containers::NullOpt);
+        _nextTranslation = std::next(found);
+        return found->second;
+    }
+
+    /* The project's text where it differs */
+    void replaceSource(Containers::StringView path, const StoredTerm& stored,
+        Containers::StringView text) {
+        if(path.hasPrefix('/') && stored.value && stored.value->IsString() &&
+            stored.text() != text)
+            _editor.changeManager->pushChange(path, text, false);
+    }
+
+    OrrelinEditor& _editor;
+    Containers::StringView _fileName;
+    const TermPathMap& _terms;
+    TranslationMap& _translations;
+    bool _isDefault;
+    StoredTerms _storedTerms;
+    TermPathMap::const_iterator _nextTerm;
+    TranslationMap::iterator _nextTranslation;
+};
+
+}
+
+void importLanguageFile(OrrelinEditor& editor, Containers::StringView name,
+    Containers::ArrayView<char> content) {
+    const Containers::Optional<Utility::Json> json = parseLanguageFile(content);
+    if(!json) {
+        Utility::Error{} << "Invalid JSON in imported file" << name;
+        return;
+    }
+    const Utility::JsonIterator translation = translationOf(*json);
+    if(!translation) {
+        Utility::Error{}
+            << "Missing or invalid 'translation' object in imported file"
+            << name;
+        return;
+    }
+
+    const Containers::StringView code =
+        Utility::Path::splitExtension(name).first();
+    bool isDefault;
+    if(!provideLanguage(editor, code, isDefault)) {
+        Utility::Error{} << "Unknown language code" << code
+                         << "in imported file" << name;
+        return;
+    }
+
+    TermImport terms{editor, name,
+        editor.localization->translations[Containers::String{code}], isDefault};
+    for(const Utility::JsonObjectItem term: translation->asObject())
+        terms.importTerm(term.key(), term.value());
+}
+
+}}

@@ -1,0 +1,19 @@
+#ifndef Orrelin_Tools_Implementation_importLanguageFile
+#define Orrelin_Tools_Implementation_importLanguageFile
+
+#include <Corrade/Containers/Containers.h>
+
+#include "OrrelinEngine.h"
+
+namespace OrrelinEngine { namespace LocalizationTools {
+
+/* Takes over the terms of one language file, which has the name of its
+   language's code. Changes its content as parseLanguageFile() does. Adds the
+   language if the project lacks it, and pushes changed texts of the default
+   language to the change manager. Prints what is wrong with the file. */
+void importLanguageFile(OrrelinEditor& editor, Containers::StringView name,
+    Containers::ArrayView<char> content);
+
+}}
+
+#endif
