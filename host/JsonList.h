@@ -43,7 +43,7 @@ public:
 
     void print() {
         _writer.EndArray();
-        printLine({_out.GetString(), _out.GetSize()});
+        printJson({_out.GetString(), _out.GetSize()});
     }
 
 private:

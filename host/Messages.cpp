@@ -1,15 +1,29 @@
 #include "Messages.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <Corrade/Containers/StaticArray.h>
+#include <Corrade/Containers/StringStl.h>
 #include <Corrade/Utility/Format.h>
 
 #include "Terminal.h"
 
 namespace OrrelinEngine { namespace Host {
 
+namespace {
+
+void printError(Containers::StringView text) {
+    const Containers::String line =
+        oneLine(text.prefix(std::min(text.size(), Lines::MaxSize))) +
+        (text.size() > Lines::MaxSize ? "…\n" : "\n");
+    std::fflush(stdout);
+    std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+}
+
 int fail(Containers::StringView message) {
-    passOn(Utility::format("orrelin-localize: {}\n", oneLine(message)));
+    printError("orrelin-localize: " + message);
     return Failure;
 }
 
@@ -17,9 +31,49 @@ int failWithoutName(Containers::StringView line) {
     return fail(line.partition(' ')[2].trimmed());
 }
 
-void passOn(Containers::StringView lines) {
-    std::fflush(stdout);
-    std::fwrite(lines.data(), 1, lines.size(), stderr);
+void Lines::add(std::string&& line) {
+    if(++_count <= MaxCount)
+        _first.push_back(std::move(line));
+}
+
+void Lines::print() const {
+    for(const std::string& line: _first)
+        printError(line);
+    if(_count > MaxCount)
+        printError(Utility::format("and {} more", _count - MaxCount));
+}
+
+Containers::StringView Lines::front() const {
+    if(_first.empty())
+        return {};
+    return _first.front();
+}
+
+LineBuffer::int_type LineBuffer::overflow(int_type c) {
+    const char character = traits_type::to_char_type(c);
+    if(!traits_type::eq_int_type(c, traits_type::eof()))
+        xsputn(&character, 1);
+    return traits_type::not_eof(c);
+}
+
+std::streamsize LineBuffer::xsputn(const char* text, std::streamsize size) {
+    _line.append(text,
+        std::min(std::size_t(size),
+            Lines::MaxSize + 1 - std::min(_line.size(), Lines::MaxSize + 1)));
+    return size;
+}
+
+/* Called once at the end of each message. Line breaks before that are in a
+   text that's part of it. */
+int LineBuffer::sync() {
+    if(!_line.empty() && _line.back() == '\n')
+        _line.pop_back();
+    if(!_line.empty()) {
+        _lines.add(std::move(_line));
+        _isEmpty = false;
+    }
+    _line.clear();
+    return 0;
 }
 
 }}

@@ -1,6 +1,10 @@
 #ifndef Orrelin_host_Messages_h
 #define Orrelin_host_Messages_h
 
+#include <ostream>
+#include <streambuf>
+#include <string>
+#include <vector>
 #include <Corrade/Containers/String.h>
 #include <Corrade/Utility/Debug.h>
 
@@ -11,40 +15,80 @@ namespace OrrelinEngine { namespace Host {
 /* What the program exits with */
 enum : int { Success = 0, UsageError = 1, Failure = 2 };
 
-/* Prints an error as one line. Returns Failure for the caller to pass on. */
+/* Prints an error as one line, after what was printed to the standard output.
+   Returns Failure for the caller to pass on. */
 int fail(Containers::StringView message);
 
 /* The same with a line that an operation printed, without the operation's
    name, which means nothing to the user */
 int failWithoutName(Containers::StringView line);
 
-/* Prints lines that something else meant for the standard error output, after
-   what was printed to the standard output */
-void passOn(Containers::StringView lines);
+/* Lines for the standard error output. A stranger's file can have any number of
+   faults of any length, so only the first ones are kept, and of each only the
+   beginning. */
+class Lines {
+public:
+    static constexpr std::size_t MaxCount = 20;
+    static constexpr std::size_t MaxSize = 2000;
 
-/* Calls the function. The errors it prints are passed on as they are; returns
-   whether there were none. */
+    void add(std::string&& line);
+    void print() const;
+
+    bool isEmpty() const { return _first.empty(); }
+    Containers::StringView front() const;
+
+private:
+    std::vector<std::string> _first;
+    std::size_t _count = 0;
+};
+
+/* Where the outputs of the utility library can be redirected to. Each message
+   is one line, whatever is in it. */
+class LineBuffer: public std::streambuf {
+public:
+    explicit LineBuffer(Lines& lines): _lines(lines) {}
+
+    /* Whether nothing came */
+    bool isEmpty() const { return _isEmpty; }
+
+private:
+    int_type overflow(int_type c) override;
+    std::streamsize xsputn(const char* text, std::streamsize size) override;
+    int sync() override;
+
+    Lines& _lines;
+    std::string _line;
+    bool _isEmpty = true;
+};
+
+/* Calls the function. The errors and warnings it prints are passed on as they
+   are; returns whether there were no errors. */
 template<class F> bool succeeds(F&& function) {
-    Containers::String lines;
+    Lines lines;
+    LineBuffer errors{lines}, warnings{lines};
+    std::ostream errorStream{&errors}, warningStream{&warnings};
     {
-        Utility::Error redirect{&lines};
+        Utility::Error redirectErrors{&errorStream};
+        Utility::Warning redirectWarnings{&warningStream};
         function();
     }
-    passOn(lines);
-    return lines.isEmpty();
+    lines.print();
+    return errors.isEmpty();
 }
 
-/* Calls the function. If it returns false, what it printed becomes an error of
-   this program's own. */
+/* Calls the function. If it returns false, the first line that it printed
+   becomes an error of this program's own. */
 template<class F> bool succeedsOrFails(F&& function) {
-    Containers::String lines;
+    Lines lines;
+    LineBuffer buffer{lines};
+    std::ostream stream{&buffer};
     bool succeeded;
     {
-        Utility::Error redirect{&lines};
+        Utility::Error redirect{&stream};
         succeeded = function();
     }
     if(!succeeded)
-        failWithoutName(lines);
+        failWithoutName(lines.front());
     return succeeded;
 }
 

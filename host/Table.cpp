@@ -75,7 +75,7 @@ std::vector<std::size_t> Table::widths() const {
 
 void Table::printRow(const std::vector<Cell>& row,
     const std::vector<std::size_t>& widths) const {
-    std::string line;
+    Line line;
     /* Spaces before the next cell, so that none are at the end of the line */
     std::size_t spaces = 0;
     for(std::size_t i = 0; i != row.size(); ++i) {
@@ -88,15 +88,14 @@ void Table::printRow(const std::vector<Cell>& row,
         if(kind == ColumnKind::Number)
             spaces += padding;
         if(!text.isEmpty()) {
-            line.append(spaces, ' ');
-            line += std::string{styled(text, row[i].style)};
+            line.add(std::string(spaces, ' ')).add(text, row[i].style);
             spaces = 0;
         }
         if(kind != ColumnKind::Number)
             spaces += padding;
         spaces += Gap;
     }
-    printLine(line);
+    line.print();
 }
 
 void Table::print() const {

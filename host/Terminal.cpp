@@ -1,5 +1,6 @@
 #include "Terminal.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
@@ -56,19 +57,61 @@ template<class F> void forEachCharacter(Containers::StringView text, F&& each) {
     }
 }
 
+/* Controls, and what changes the direction of the text around it or can't be
+   seen at all */
+bool isDangerous(wchar_t character, int width) {
+    return width < 0 || character == 0x61c || character == 0x200e ||
+        character == 0x200f || (character >= 0x2028 && character <= 0x202e) ||
+        (character >= 0x2066 && character <= 0x206f) || character == 0xfeff ||
+        (character >= 0xe0000 && character <= 0xe007f);
+}
+
+void appendEscape(std::string& out, wchar_t character) {
+    const auto append = [&](unsigned int unit) {
+        out += std::string{Utility::format("\\u{:.4x}", unit)};
+    };
+    const unsigned int code = static_cast<unsigned int>(character);
+    if(code < 0x10000)
+        append(code);
+    else {
+        append(0xd800 + ((code - 0x10000) >> 10));
+        append(0xdc00 + ((code - 0x10000) & 0x3ff));
+    }
+}
+
+bool isPlain(Containers::StringView text) {
+    return std::all_of(
+        text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
+}
+
+Containers::String escaped(Containers::StringView text, bool joinLines) {
+    if(isPlain(text))
+        return text;
+    std::string out;
+    forEachCharacter(
+        text, [&](Containers::StringView bytes, wchar_t character, int width) {
+            if(character == '\n')
+                out += joinLines ? "⏎" : "\n";
+            else if(character == Replacement)
+                out += "\xef\xbf\xbd";
+            else if(isDangerous(character, width))
+                appendEscape(out, character);
+            else
+                out.append(bytes.data(), bytes.size());
+        });
+    return out;
+}
+
+void print(Containers::StringView line) {
+    std::fwrite(line.data(), 1, line.size(), stdout);
+    std::fputc('\n', stdout);
+}
+
 }
 
 const Terminal& terminal() {
     static const Terminal out = detect();
     return out;
-}
-
-Containers::String styled(Containers::StringView text, Style style) {
-    static constexpr const char* Codes[]{"", "1", "2", "32", "33"};
-    if(!terminal().isColored || style == Style::Plain)
-        return text;
-    return Utility::format(
-        "\033[{}m{}\033[0m", Codes[std::size_t(style)], text);
 }
 
 std::size_t displayWidth(Containers::StringView text) {
@@ -80,20 +123,7 @@ std::size_t displayWidth(Containers::StringView text) {
 }
 
 Containers::String oneLine(Containers::StringView text) {
-    std::string out;
-    forEachCharacter(
-        text, [&](Containers::StringView bytes, wchar_t character, int width) {
-            if(character == '\n')
-                out += "⏎";
-            else if(character == Replacement)
-                out += "\xef\xbf\xbd";
-            else if(width < 0)
-                out += std::string{Utility::format(
-                    "\\u{:.4x}", static_cast<unsigned int>(character))};
-            else
-                out.append(bytes.data(), bytes.size());
-        });
-    return out;
+    return escaped(text, true);
 }
 
 Containers::String shortened(Containers::StringView text, std::size_t width) {
@@ -118,9 +148,26 @@ Containers::String counted(std::size_t count, Containers::StringView noun) {
     return Utility::format(count == 1 ? "{} {}" : "{} {}s", count, noun);
 }
 
-void printLine(Containers::StringView line) {
-    std::fwrite(line.data(), 1, line.size(), stdout);
-    std::fputc('\n', stdout);
+Line& Line::add(Containers::StringView text, Style style) {
+    static constexpr const char* Codes[]{"", "1", "2", "32", "33"};
+    const Containers::String line = oneLine(text);
+    _line = terminal().isColored && style != Style::Plain
+        ? Utility::format(
+              "{}\033[{}m{}\033[0m", _line, Codes[std::size_t(style)], line)
+        : _line + line;
+    return *this;
+}
+
+void Line::print() const {
+    Host::print(_line);
+}
+
+void printLine(Containers::StringView text, Style style) {
+    Line{}.add(text, style).print();
+}
+
+void printJson(Containers::StringView json) {
+    print(escaped(json, false));
 }
 
 }}

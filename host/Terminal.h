@@ -22,14 +22,13 @@ const Terminal& terminal();
 
 enum class Style : std::uint8_t { Plain, Bold, Dim, Good, Bad };
 
-/* The text in a style, or as it is if the output isn't to be colored */
-Containers::String styled(Containers::StringView text, Style style);
-
 /* Columns that the text takes on a terminal. Combining characters take none,
    those of East Asian scripts and emoji two. */
 std::size_t displayWidth(Containers::StringView text);
 
-/* The text on one line. Nothing in it can move the cursor or change colors. */
+/* The text on one line. Nothing in it can move the cursor, change colors or
+   reverse the order of what is around it: such characters are written as \u and
+   four digits. */
 Containers::String oneLine(Containers::StringView text);
 
 /* The text cut to a width, with an ellipsis where it was */
@@ -38,8 +37,23 @@ Containers::String shortened(Containers::StringView text, std::size_t width);
 /* "1 term", "2 terms" */
 Containers::String counted(std::size_t count, Containers::StringView noun);
 
-/* Prints a line to the standard output */
-void printLine(Containers::StringView line = "");
+/* A line for the standard output. All output goes through here or through the
+   functions in Messages.h, which make one line of each text. */
+class Line {
+public:
+    Line& add(Containers::StringView text, Style style = Style::Plain);
+    void print() const;
+
+private:
+    Containers::String _line;
+};
+
+/* Prints a line of one text */
+void printLine(Containers::StringView text = "", Style style = Style::Plain);
+
+/* Prints JSON. Characters that oneLine() escapes are escaped here as well,
+   which is the same text to who reads it as JSON. */
+void printJson(Containers::StringView json);
 
 }}
 

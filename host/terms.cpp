@@ -135,9 +135,8 @@ int renameTerm(const ProjectOptions& options, Containers::StringView oldKey,
         project.editor(), oldKey, newKey, project.strings());
     if(!project.save())
         return Failure;
-    printLine(
-        Utility::format("Renamed '{}' to '{}' ({}) in {}", oneLine(oldKey),
-            oneLine(newKey), counted(count, "value"), project.file()));
+    printLine(Utility::format("Renamed '{}' to '{}' ({}) in {}", oldKey, newKey,
+        counted(count, "value"), project.file()));
     if(codes.empty())
         return Success;
     if(!writeFiles(project, codes))

@@ -65,9 +65,9 @@ void printImport(Project& project, const std::vector<ProjectLanguage>& before,
 void printChanges(Project& project, const std::vector<Source>& changed) {
     for(const Source& source: changed) {
         printLine();
-        printLine(styled(oneLine(source.key), Style::Bold));
-        printLine("  from: " + oneLine(source.text));
-        printLine("  to:   " + oneLine(project.source(source.path)));
+        printLine(source.key, Style::Bold);
+        printLine("  from: " + source.text);
+        printLine("  to:   " + project.source(source.path));
     }
 }
 
