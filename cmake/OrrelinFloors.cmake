@@ -20,3 +20,4 @@ endfunction()
 # The editor's libraries implement the contract and see nothing else of src/
 orrelin_floor(CONTRACT src/OrrelinEngine.h src/shared src/editor)
 orrelin_floor(SESSION session)
+orrelin_floor(HOST host)

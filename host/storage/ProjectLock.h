@@ -1,0 +1,50 @@
+#ifndef Orrelin_host_storage_ProjectLock_h
+#define Orrelin_host_storage_ProjectLock_h
+
+#include <chrono>
+#include <Corrade/Containers/String.h>
+
+#include "Descriptor.h"
+#include "ProjectFolders.h"
+
+namespace OrrelinEngine { namespace Host {
+
+constexpr const char* LockName = "lock";
+
+/* Keeps two commands from writing the same project. The lock is on an open file
+   and goes with its process, however that ends. While it's held, a signal that
+   ends the process removes what the lock left in the folder of the project. */
+class ProjectLock {
+public:
+    explicit ProjectLock() = default;
+    ProjectLock(const ProjectLock&) = delete;
+    /* Removes the file and, if there's nothing else in it, its folder */
+    ~ProjectLock();
+    ProjectLock& operator=(const ProjectLock&) = delete;
+
+    /* Waits until the lock is free. Returns why it can't be had, naming the
+       command that has it. The folders have to live longer. */
+    Containers::String acquire(const ProjectFolders& folders,
+        Containers::StringView command, std::chrono::milliseconds wait);
+
+    bool isHeld() const { return bool(_file); }
+
+    /* The hidden folder with the lock */
+    const Descriptor& folder() const { return _folder; }
+
+private:
+    enum class Attempt { Held, Busy, Gone, Failed };
+
+    Attempt attempt(const ProjectFolders& folders, Containers::String& fault);
+    Attempt open(const ProjectFolders& folders, Containers::String& fault);
+    Containers::String holder() const;
+    void sign(Containers::StringView command) const;
+
+    const Descriptor* _parent = nullptr;
+    Descriptor _folder;
+    Descriptor _file;
+};
+
+}}
+
+#endif
