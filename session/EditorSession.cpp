@@ -1,8 +1,9 @@
 #include "session/EditorSession.h"
 
-#include <cerrno>
-#include <cstring>
-#include <Corrade/Containers/Array.h>
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
 #include <Corrade/Containers/Optional.h>
 #include <Corrade/Utility/Debug.h>
 #include <Corrade/Utility/Path.h>
@@ -13,10 +14,67 @@
 #include "editor/OrrelinEditor.h"
 #include "editor/ProjectFile.h"
 #include "OrrelinEditorUtils/replaceFile.h"
+#include "session/ProjectLook.h"
 #include "session/projectJson.h"
+#include "session/readFile.h"
 #include "shared/LocalizationData.h"
 
 namespace OrrelinEngine {
+
+namespace {
+
+/* All that addLanguage() edits, as text. In no order, as undoing a removal
+   appends the record. */
+typedef std::vector<std::string> LanguageRecords;
+
+void appendText(LanguageRecords& out, Containers::StringView name,
+    const JsonValue& value) {
+    rapidjson::StringBuffer text;
+    std::size_t lost;
+    /* Up to where it can be written, which is enough: what can't be was pushed
+       to the change manager */
+    writeValue(value, {}, text, lost, EditorSession::MaxDepth);
+    out.push_back(std::string{name.data(), name.size()} + '\0' +
+        std::string{text.GetString(), text.GetSize()});
+}
+
+LanguageRecords languageRecords(const OrrelinEditor& editor) {
+    LanguageRecords out;
+    const JsonValue* const languages =
+        editor.languagesSection.readValueNoDefault();
+    if(languages && languages->IsObject())
+        for(const auto& i: languages->GetObject())
+            appendText(out, {i.name.GetString(), i.name.GetStringLength()},
+                i.value);
+    std::sort(out.begin(), out.end());
+
+    const ValueAccess defaultLanguage =
+        editor.project["settings/localization/defaultLanguage"];
+    if(const JsonValue* const stored = defaultLanguage.readValueNoDefault())
+        appendText(out, {}, *stored);
+    return out;
+}
+
+/* Prints what is wrong: an operation can't write something */
+bool writeDocument(const JsonValue& document, const ProjectLook& look,
+    rapidjson::StringBuffer& out, Containers::StringView operation,
+    Containers::StringView what) {
+    std::size_t lost = 0;
+    const Containers::String fault =
+        writeProject(document, look, out, lost, EditorSession::MaxDepth);
+    if(!fault.isEmpty()) {
+        Utility::Error{} << operation << "can't write" << what
+                         << Utility::Debug::nospace << ":" << fault;
+        return false;
+    }
+    if(lost)
+        Utility::Warning{} << operation << "numbers in" << what
+                           << "that aren't finite were written as null:"
+                           << lost;
+    return true;
+}
+
+}
 
 struct EditorSession::State {
     explicit State(Containers::StringView root):
@@ -32,6 +90,8 @@ struct EditorSession::State {
     LocalizationData localization;
     ChangeManager changeManager;
     OrrelinEditor editor;
+    ProjectLook look;
+    LanguageRecords savedLanguages;
 };
 
 EditorSession::EditorSession(Containers::StringView projectRoot):
@@ -40,24 +100,23 @@ EditorSession::EditorSession(Containers::StringView projectRoot):
 EditorSession::~EditorSession() = default;
 
 bool EditorSession::open(Containers::StringView file) {
-    const Containers::Optional<Containers::Array<char>> content = [&] {
-        /* Whatever it prints is told below, with the reason */
-        Utility::Error silence{nullptr};
-        errno = 0;
-        return Utility::Path::read(file);
-    }();
-    if(!content) {
-        /* A folder is opened without an error before reading it fails */
-        const int error = errno;
+    Containers::String content;
+    if(const Containers::StringView fault = readFile(file, content)) {
         Utility::Error{} << "EditorSession::open(): can't read" << file
-                         << Utility::Debug::nospace << ":"
-                         << std::strerror(Utility::Path::isDirectory(file)
-                                    ? EISDIR
-                                    : error);
+                         << Utility::Debug::nospace << ":" << fault;
         return false;
     }
-    if(!load({content->data(), content->size()}, file))
+    return open(file, content);
+}
+
+bool EditorSession::open(
+    Containers::StringView file, Containers::StringView content) {
+    const Containers::String fault = load(content, true);
+    if(!fault.isEmpty()) {
+        Utility::Error{} << "EditorSession::open(): can't open" << file
+                         << Utility::Debug::nospace << ":" << fault;
         return false;
+    }
 
     const Containers::StringView folder = Utility::Path::split(file).first();
     _state->projectRoot = folder.isEmpty() ? "." : folder;
@@ -65,56 +124,63 @@ bool EditorSession::open(Containers::StringView file) {
 }
 
 bool EditorSession::parse(Containers::StringView json) {
-    return load(json, {});
+    const Containers::String fault = load(json, false);
+    if(fault.isEmpty())
+        return true;
+    Utility::Error{} << "EditorSession::parse():" << fault;
+    return false;
 }
 
-bool EditorSession::load(
-    Containers::StringView json, Containers::StringView name) {
+Containers::String EditorSession::load(
+    Containers::StringView json, bool keepsLook) {
     JsonDocument document;
-    const Containers::String fault = parseProject(document, json, MaxDepth);
-    if(!fault.isEmpty()) {
-        Utility::Error out;
-        if(name.isEmpty())
-            out << "EditorSession::parse():";
-        else
-            out << "EditorSession::open(): can't open" << name
-                << Utility::Debug::nospace << ":";
-        out << fault;
-        return false;
-    }
+    Containers::String fault = parseProject(document, json, MaxDepth);
+    if(!fault.isEmpty())
+        return fault;
 
     State& state = *_state;
+    state.look = keepsLook ? lookOf(json) : ProjectLook{};
     /* The history's values are in the old document's memory */
     state.changeManager.reset(state.projectFile);
     /* Closes a group that was open; there's nothing left to notify of */
     state.changeManager.commit();
-    state.changeManager.markSave();
     state.localization = {};
     state.projectFile.document.Swap(document);
-    return true;
+    markSaved();
+    return {};
+}
+
+Containers::Optional<Containers::String> EditorSession::write() {
+    rapidjson::StringBuffer out;
+    if(!writeDocument(_state->projectFile.document, _state->look, out,
+           "EditorSession::write():", "the project"))
+        return {};
+    return Containers::String{out.GetString(), out.GetSize()};
 }
 
 bool EditorSession::save(Containers::StringView file) {
     rapidjson::StringBuffer out;
-    std::size_t lost = 0;
-    Containers::String fault =
-        writeProject(_state->projectFile.document, out, lost, MaxDepth);
-    if(!fault.isEmpty()) {
-        Utility::Error{} << "EditorSession::save(): can't write" << file
-                         << Utility::Debug::nospace << ":" << fault;
+    if(!writeDocument(_state->projectFile.document, _state->look, out,
+           "EditorSession::save():", file))
         return false;
-    }
-    if(lost)
-        Utility::Warning{} << "EditorSession::save(): numbers in" << file
-                           << "that aren't finite were written as null:"
-                           << lost;
-    fault = replaceFile(file, {out.GetString(), out.GetSize()});
+    const Containers::String fault =
+        replaceFile(file, {out.GetString(), out.GetSize()});
     if(!fault.isEmpty()) {
         Utility::Error{} << "EditorSession::save():" << fault;
         return false;
     }
-    _state->changeManager.markSave();
+    markSaved();
     return true;
+}
+
+void EditorSession::markSaved() {
+    _state->changeManager.markSave();
+    _state->savedLanguages = languageRecords(_state->editor);
+}
+
+bool EditorSession::hasUnsavedChanges() const {
+    return _state->changeManager.hasUnsavedChanges() ||
+        _state->savedLanguages != languageRecords(_state->editor);
 }
 
 OrrelinEditor& EditorSession::editor() {

@@ -5,8 +5,10 @@
  * @brief Class @ref OrrelinEngine::EditorSession
  */
 
+#include <Corrade/Containers/Optional.h>
 #include <Corrade/Containers/Pair.h>
 #include <Corrade/Containers/Pointer.h>
+#include <Corrade/Containers/String.h>
 #include <Corrade/Containers/StringView.h>
 
 #include "OrrelinEngine.h"
@@ -40,37 +42,99 @@ public:
     /**
      * @brief Open a project file
      *
-     * Its folder becomes the project root. If the file can't be read, isn't
-     * JSON, nests more than @ref MaxDepth levels or has a root that is no
-     * object, prints one line that tells what is wrong where, returns
-     * @cpp false @ce and keeps the project that is open.
+     * Its folder becomes the project root. If anything is wrong, prints one
+     * line that tells what and where, returns @cpp false @ce and keeps the
+     * project that is open. It has to be
+     *
+     * -    a regular file of less than 4 GiB that doesn't change while it is
+     *      read; nothing waits for a pipe,
+     * -    JSON with an object as its root and at most @ref MaxDepth nested
+     *      levels,
+     * -    UTF-8, with or without a byte order mark, in which a surrogate that
+     *      is escaped has its other half,
+     * -    without integers that don't fit 64 bits, signed or unsigned, and
+     *      without numbers that are too large for a double.
+     *
+     * So no value changes: an integer is kept exactly, any other number as the
+     * double next to it, and "-0" is a double as well.
      */
     bool open(Containers::StringView file);
 
     /**
-     * @brief Open a project from text
+     * @brief Open a project file that was read already
+     * @param file      Its name, for messages and for the project root
+     * @param content   Its bytes, copied unless they end with a null
+     *      terminator as those of a @relativeref{Corrade,Containers::String} do
+     */
+    bool open(Containers::StringView file, Containers::StringView content);
+
+    /**
+     * @brief Open a new project from text
      *
-     * Like @ref open(), but keeps the project root.
+     * Like @ref open(), but keeps the project root, and the project is saved
+     * with the look of a new one: indented by four spaces.
      */
     bool parse(Containers::StringView json);
 
     /**
      * @brief Save the project
      *
-     * Writes the document as indented JSON and marks it as saved in the
-     * @ref changeManager(). The file is replaced as a whole at the end: on a
-     * failure, and at any moment that the process is stopped, it is either the
-     * old or the new one. A failure is printed and returned as
-     * @cpp false @ce. Through a symbolic link, what it points to is replaced.
+     * Marks it as saved, see @ref markSaved(). The file is replaced as a whole
+     * at the end: on a failure, and at any moment that the process is stopped,
+     * it is either the old or the new one. It keeps its permissions and, as
+     * far as the user may, its owner and group. If it has these bytes already,
+     * it stays untouched. Through a symbolic link, what it points to is
+     * replaced. A failure is printed and returned as @cpp false @ce. A file
+     * that nobody may write to, as locks of version control make it, is one.
+     *
+     * The JSON looks as that of the file that was opened: a byte order mark,
+     * line ends and what is before and after the root object, indentation or
+     * all in one line, spaces after colons, arrays of plain values in one line
+     * or several, the form of empty objects and arrays, and whether all but
+     * ASCII is escaped. Each is told by the first place in the file, and then
+     * is the same everywhere. Values don't change, but they may be spelled in
+     * another way: 1.50 becomes 1.5, 1e3 becomes 1000.0, -0 becomes -0.0, and
+     * of other characters that are escaped only those stay so that have to.
      *
      * Fails without touching the file if the document couldn't be opened
-     * again: if it nests more than @ref MaxDepth levels or its root is no
-     * object.
+     * again: if it nests more than @ref MaxDepth levels, its root is no
+     * object or a text isn't UTF-8.
      *
      * A number that isn't finite can't be told in JSON; it is written as null,
      * with a warning.
      */
     bool save(Containers::StringView file);
+
+    /**
+     * @brief What @ref save() would write
+     *
+     * For who writes files in a way of their own and then calls
+     * @ref markSaved(). Fails and warns like @ref save().
+     */
+    Containers::Optional<Containers::String> write();
+
+    /**
+     * @brief Remember the current state as saved
+     *
+     * In the @ref changeManager() and for @ref hasUnsavedChanges(). The same
+     * function of the change manager doesn't know of languages that were
+     * added.
+     */
+    void markSaved();
+
+    /**
+     * @brief Whether there is something to save
+     *
+     * Of the changes that the @ref changeManager() made, and of the languages
+     * and the default language, which @ref LocalizationTools::addLanguage()
+     * writes past it. Undoing back to the saved state leaves nothing to save,
+     * unless a language was added since. Other direct edits of the document
+     * aren't noticed.
+     *
+     * Takes as long as writing the language records, a few microseconds for
+     * each ten.
+     */
+    bool hasUnsavedChanges() const;
 
     /** @brief What the tools are given */
     OrrelinEditor& editor();
@@ -99,7 +163,7 @@ public:
             parameters);
 
 private:
-    bool load(Containers::StringView json, Containers::StringView name);
+    Containers::String load(Containers::StringView json, bool keepsLook);
 
     struct State;
     Containers::Pointer<State> _state;

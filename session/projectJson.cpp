@@ -1,12 +1,18 @@
 #include "session/projectJson.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <Corrade/Utility/Format.h>
 #include <rapidjson/document.h>
 #include <rapidjson/error/en.h>
-#include <rapidjson/prettywriter.h>
 #include <rapidjson/reader.h>
+#include <rapidjson/writer.h>
+
+#include "session/ProjectLook.h"
+#include "shared/Implementation/utf8.h"
+#include "shared/RecordPath.h"
 
 namespace OrrelinEngine {
 
@@ -15,102 +21,94 @@ namespace {
 using namespace Containers::Literals;
 
 constexpr Containers::StringView ByteOrderMark = "\xef\xbb\xbf"_s;
+constexpr Containers::StringView NoObject = "The root is no object"_s;
 
-/* A stream that knows its length. RapidJSON takes a NUL as the end of input,
-   so one that is in it is passed on as a character that is never valid. */
-class Input {
+Containers::String tooDeep(unsigned int maxDepth) {
+    return Utility::format("More than {} nested levels", maxDepth);
+}
+
+/* Passes everything on to the document, up to a depth. That also keeps the
+   reader, which recurses, from taking too much of the call stack. Numbers that
+   RapidJSON would change are converted here. */
+class ProjectHandler {
 public:
     typedef char Ch;
 
-    explicit Input(Containers::StringView json):
-        _begin{json.begin()}, _at{json.begin()}, _end{json.end()} {}
+    explicit ProjectHandler(JsonDocument& out,
+        const rapidjson::StringStream& input, const char* end,
+        unsigned int maxDepth):
+        _out(out), _input(input), _end{end}, _maxDepth{maxDepth} {}
 
-    char Peek() const { return _at == _end ? '\0' : *_at ? *_at : '\x01'; }
-    char Take() {
-        const char c = Peek();
-        if(_at != _end)
-            ++_at;
-        return c;
+    bool Null() { return _out.Null(); }
+    bool Bool(bool b) { return _out.Bool(b); }
+    bool Int(int i) {
+        /* No integer is a negative zero */
+        return i || *at() != '-' ? _out.Int(i) : _out.Double(-0.0);
     }
-    std::size_t Tell() const { return std::size_t(_at - _begin); }
-
-    char* PutBegin() { return nullptr; }
-    void Put(char) {}
-    void Flush() {}
-    std::size_t PutEnd(char*) { return 0; }
-
-private:
-    const char* _begin;
-    const char* _at;
-    const char* _end;
-};
-
-/* Passes everything on to the document, up to a depth, with numbers
-   converted */
-struct ProjectHandler {
-    typedef char Ch;
-
-    bool Null() { return out.Null(); }
-    bool Bool(bool b) { return out.Bool(b); }
-    /* All numbers come raw */
-    bool Int(int) { return false; }
-    bool Uint(unsigned) { return false; }
-    bool Int64(std::int64_t) { return false; }
-    bool Uint64(std::uint64_t) { return false; }
-    bool Double(double) { return false; }
-    bool RawNumber(const char* s, rapidjson::SizeType size, bool) {
-        return number({s, size});
-    }
+    bool Uint(unsigned i) { return _out.Uint(i); }
+    bool Int64(std::int64_t i) { return _out.Int64(i); }
+    bool Uint64(std::uint64_t i) { return _out.Uint64(i); }
+    bool Double(double rough);
+    bool RawNumber(const char*, rapidjson::SizeType, bool) { return false; }
     bool String(const char* s, rapidjson::SizeType size, bool copy) {
-        return out.String(s, size, copy);
+        return _out.String(s, size, copy);
     }
     bool Key(const char* s, rapidjson::SizeType size, bool copy) {
-        return out.Key(s, size, copy);
+        return _out.Key(s, size, copy);
     }
-    bool StartObject() { return enter() && out.StartObject(); }
-    bool StartArray() { return enter() && out.StartArray(); }
+    bool StartObject() { return enter() && _out.StartObject(); }
+    bool StartArray() { return enter() && _out.StartArray(); }
     bool EndObject(rapidjson::SizeType size) {
-        --depth;
-        return out.EndObject(size);
+        --_depth;
+        return _out.EndObject(size);
     }
     bool EndArray(rapidjson::SizeType size) {
-        --depth;
-        return out.EndArray(size);
+        --_depth;
+        return _out.EndArray(size);
     }
 
-    bool enter() { return ++depth <= maxDepth; }
-    bool number(Containers::StringView text);
+    /* Why and where it refused to go on; null if it didn't */
+    const Containers::String& fault() const { return _fault; }
+    const char* faultAt() const { return _faultAt; }
 
-    JsonDocument& out;
-    unsigned int maxDepth;
-    unsigned int depth = 0;
-    bool numberTooBig = false;
+private:
+    /* The begin of a number, which the reader leaves when it's done with it;
+       right after the begin of an object or array */
+    const char* at() const { return _input.src_; }
+
+    bool refuse(Containers::String&& fault, const char* where) {
+        _fault = std::move(fault);
+        _faultAt = where;
+        return false;
+    }
+    bool enter() {
+        return _depth++ != _maxDepth || refuse(tooDeep(_maxDepth), at() - 1);
+    }
+
+    JsonDocument& _out;
+    const rapidjson::StringStream& _input;
+    const char* _end;
+    unsigned int _maxDepth;
+    unsigned int _depth = 0;
+    Containers::String _fault;
+    const char* _faultAt = nullptr;
 };
 
-template<class T> bool parseNumber(Containers::StringView text, T& out) {
-    const std::from_chars_result result =
-        std::from_chars(text.begin(), text.end(), out);
-    return result.ec == std::errc{} && result.ptr == text.end();
-}
-
 /* RapidJSON's own conversion with full precision shifts by an undefined number
-   of bits for zeros such as 0e23 */
-bool ProjectHandler::number(Containers::StringView text) {
-    std::int64_t integer;
-    std::uint64_t large;
-    double real;
-    if(parseNumber(text, integer))
-        return out.Int64(integer);
-    if(parseNumber(text, large))
-        return out.Uint64(large);
-    if(parseNumber(text, real))
-        return out.Double(real);
-
-    /* What is too large for a double isn't for a wider one, as the reader
-       refuses larger exponents. All else is too small. */
-    long double wide;
-    numberTooBig = parseNumber(text, wide) && std::abs(wide) > 1.0L;
-    return !numberTooBig && out.Double(text.hasPrefix('-') ? -0.0 : 0.0);
+   of bits for zeros such as 0e23, and the other is a little off */
+bool ProjectHandler::Double(double rough) {
+    double exact;
+    const std::from_chars_result result = std::from_chars(at(), _end, exact);
+    /* All digits, thus an integer of more than 64 bits */
+    if(std::find_if(at(), result.ptr, [](char c) {
+           return c == '.' || c == 'e' || c == 'E';
+       }) == result.ptr)
+        return refuse("An integer that doesn't fit 64 bits", at());
+    if(result.ec == std::errc{})
+        return _out.Double(exact);
+    if(std::abs(rough) > 1.0)
+        return refuse("Number too big to be stored in double", at());
+    return _out.Double(*at() == '-' ? -0.0 : 0.0);
 }
 
 Containers::String fault(Containers::StringView what,
@@ -127,80 +125,279 @@ Containers::String fault(Containers::StringView what,
     return Utility::format("{} at line {}, column {}", what, line, column);
 }
 
-/* Writes numbers that JSON can't tell as null. Ends where it's too deep, thus
-   before that is too much for the call stack. */
-class ProjectWriter: public rapidjson::PrettyWriter<rapidjson::StringBuffer> {
-public:
-    explicit ProjectWriter(rapidjson::StringBuffer& out, unsigned int maxDepth):
-        PrettyWriter{out}, _maxDepth{maxDepth} {}
-
-    bool Double(double d) {
-        if(std::isfinite(d))
-            return PrettyWriter::Double(d);
-        ++lost;
-        return Null();
+/* Where half of a surrogate pair is escaped without the other; the end if
+   nowhere. RapidJSON takes the second one alone. */
+const char* findHalf(Containers::StringView json) {
+    const char* const end = json.end();
+    for(const char* i = json.begin(); i != end; i = nextEscape(i, end)) {
+        const unsigned high = escapedUnit(i, end);
+        if(high < 0xd800 || high > 0xdfff)
+            continue;
+        const unsigned low = escapedUnit(i + 6, end);
+        if(high > 0xdbff || low < 0xdc00 || low > 0xdfff)
+            return i;
+        i += 6;
     }
-    bool StartObject() { return enter() && PrettyWriter::StartObject(); }
-    bool StartArray() { return enter() && PrettyWriter::StartArray(); }
-
-    std::size_t lost = 0;
-
-private:
-    bool enter() const {
-        return level_stack_.GetSize() < _maxDepth * sizeof(Level);
-    }
-
-    unsigned int _maxDepth;
-};
-
-Containers::String tooDeep(unsigned int maxDepth) {
-    return Utility::format("More than {} nested levels", maxDepth);
+    return end;
 }
 
-constexpr Containers::StringView NoObject = "The root is no object"_s;
+Containers::String textFault(Containers::StringView json) {
+    const std::size_t size = utf8Size(json);
+    if(size != json.size())
+        return fault("Text that isn't UTF-8", json, size);
+    const char* const half = findHalf(json);
+    if(half != json.end())
+        return fault("Half of a surrogate pair", json,
+            std::size_t(half - json.begin()));
+    return {};
+}
+
+Containers::String read(JsonDocument& document, Containers::StringView json,
+    unsigned int maxDepth) {
+    rapidjson::StringStream input{json.data()};
+    ProjectHandler handler{document, input, json.end(), maxDepth};
+    rapidjson::ParseResult result;
+    auto run = [&](JsonDocument&) {
+        rapidjson::Reader reader;
+        result = reader.Parse(input, handler);
+        return !result.IsError();
+    };
+    document.Populate(run);
+
+    if(handler.faultAt())
+        return fault(handler.fault(), json,
+            std::size_t(handler.faultAt() - json.begin()));
+    /* RapidJSON takes one for the end */
+    const std::size_t end = result.IsError() ? result.Offset() : input.Tell();
+    if(end < json.size() && !json[end])
+        return fault("A zero byte", json, end);
+    if(result.IsError()) {
+        const Containers::StringView sentence =
+            rapidjson::GetParseError_En(result.Code());
+        return fault(sentence.exceptSuffix("."), json, end);
+    }
+    return document.IsObject() ? Containers::String{}
+                               : fault(NoObject, json, 0);
+}
+
+void put(rapidjson::StringBuffer& out, Containers::StringView text) {
+    if(!text.isEmpty())
+        std::memcpy(out.Push(text.size()), text.data(), text.size());
+}
+
+/* Ends where it's too deep, thus before that is too much for the call stack */
+class ProjectWriter: rapidjson::Writer<rapidjson::StringBuffer> {
+public:
+    explicit ProjectWriter(rapidjson::StringBuffer& out,
+        const ProjectLook& look, unsigned int maxDepth):
+        Writer{out}, _look(look), _maxDepth{maxDepth} {}
+
+    bool write(const JsonValue& value);
+    Containers::String fault() const;
+    std::size_t lost() const { return _lost; }
+
+private:
+    void put(Containers::StringView text) { OrrelinEngine::put(*os_, text); }
+    void newLine();
+    void beginItem(bool first, bool oneLine);
+    bool enter(char bracket);
+    void leave(char bracket, bool empty, bool oneLine);
+
+    bool writeObject(const JsonValue& object);
+    bool writeArray(const JsonValue& array);
+    void writeNumber(const JsonValue& number);
+    bool writeText(const JsonValue& text);
+    void escape(unsigned unit);
+    const char* writeEscaped(const char* begin, const char* end);
+    bool isPlain(char c) const {
+        return static_cast<unsigned char>(c) >= 0x20 && c != '"' &&
+            c != '\\' && !(_look.ascii && (c & '\x80'));
+    }
+
+    const ProjectLook& _look;
+    unsigned int _maxDepth;
+    unsigned int _depth = 0;
+    std::size_t _lost = 0;
+    bool _tooDeep = false;
+    /* Of the text that isn't UTF-8, put together while returning from it */
+    Containers::String _path;
+};
+
+bool ProjectWriter::write(const JsonValue& value) {
+    switch(value.GetType()) {
+        case rapidjson::kObjectType:
+            return writeObject(value);
+        case rapidjson::kArrayType:
+            return writeArray(value);
+        case rapidjson::kStringType:
+            return writeText(value);
+        case rapidjson::kNumberType:
+            writeNumber(value);
+            return true;
+        default:
+            return value.IsNull() ? WriteNull() : WriteBool(value.IsTrue());
+    }
+}
+
+Containers::String ProjectWriter::fault() const {
+    return _tooDeep ? tooDeep(_maxDepth)
+                    : Utility::format("A text that isn't UTF-8 at {}", _path);
+}
+
+void ProjectWriter::newLine() {
+    put(_look.lineEnd);
+    for(unsigned int i = 0; i != _depth; ++i)
+        put(_look.indent);
+}
+
+void ProjectWriter::beginItem(bool first, bool oneLine) {
+    if(!first)
+        put(oneLine ? Containers::StringView{_look.comma} : ","_s);
+    if(!oneLine)
+        newLine();
+}
+
+bool ProjectWriter::enter(char bracket) {
+    _tooDeep = _depth++ == _maxDepth;
+    os_->Put(bracket);
+    return !_tooDeep;
+}
+
+void ProjectWriter::leave(char bracket, bool empty, bool oneLine) {
+    --_depth;
+    if(empty ? _look.openEmpty : !oneLine)
+        newLine();
+    os_->Put(bracket);
+}
+
+bool ProjectWriter::writeObject(const JsonValue& object) {
+    if(!enter('{'))
+        return false;
+    const bool oneLine = _look.lineEnd.isEmpty();
+    for(auto i = object.MemberBegin(); i != object.MemberEnd(); ++i) {
+        beginItem(i == object.MemberBegin(), oneLine);
+        const bool named = writeText(i->name);
+        put(_look.colon);
+        if(named && write(i->value))
+            continue;
+        if(!_tooDeep)
+            _path = Utility::format("/{}{}",
+                RecordPath::segment(
+                    {i->name.GetString(), i->name.GetStringLength()}),
+                _path);
+        return false;
+    }
+    leave('}', object.ObjectEmpty(), oneLine);
+    return true;
+}
+
+bool ProjectWriter::writeArray(const JsonValue& array) {
+    if(!enter('['))
+        return false;
+    const bool oneLine = _look.lineEnd.isEmpty() ||
+        (_look.oneLineArrays &&
+            std::none_of(array.Begin(), array.End(), [](const JsonValue& i) {
+                return i.IsObject() || i.IsArray();
+            }));
+    for(rapidjson::SizeType i = 0; i != array.Size(); ++i) {
+        beginItem(!i, oneLine);
+        if(write(array[i]))
+            continue;
+        if(!_tooDeep)
+            _path = Utility::format("/{}{}", i, _path);
+        return false;
+    }
+    leave(']', array.Empty(), oneLine);
+    return true;
+}
+
+void ProjectWriter::writeNumber(const JsonValue& number) {
+    if(number.IsInt64())
+        WriteInt64(number.GetInt64());
+    else if(number.IsUint64())
+        WriteUint64(number.GetUint64());
+    else if(!WriteDouble(number.GetDouble())) {
+        ++_lost;
+        WriteNull();
+    }
+}
+
+void ProjectWriter::escape(unsigned unit) {
+    const Containers::StringView digits =
+        _look.lowerCaseDigits ? "0123456789abcdef"_s : "0123456789ABCDEF"_s;
+    put("\\u");
+    for(int shift = 12; shift >= 0; shift -= 4)
+        os_->Put(digits[(unit >> shift) & 0xf]);
+}
+
+/* A character that can't be written as it is. Returns where the next begins. */
+const char* ProjectWriter::writeEscaped(const char* begin, const char* end) {
+    const Containers::StringView characters = "\"\\\b\f\n\r\t"_s;
+    const Containers::StringView letters = "\"\\bfnrt"_s;
+    for(std::size_t i = 0; i != characters.size(); ++i)
+        if(*begin == characters[i]) {
+            os_->Put('\\');
+            os_->Put(letters[i]);
+            return begin + 1;
+        }
+
+    rapidjson::MemoryStream stream{begin, std::size_t(end - begin)};
+    unsigned codePoint;
+    rapidjson::UTF8<>::Decode(stream, &codePoint);
+    if(codePoint >= 0x10000) {
+        escape(0xd800 + ((codePoint - 0x10000) >> 10));
+        codePoint = 0xdc00 + (codePoint & 0x3ff);
+    }
+    escape(codePoint);
+    return begin + stream.Tell();
+}
+
+bool ProjectWriter::writeText(const JsonValue& text) {
+    const Containers::StringView all{text.GetString(), text.GetStringLength()};
+    if(utf8Size(all) != all.size())
+        return false;
+    os_->Put('"');
+    for(const char* i = all.begin(); i != all.end();) {
+        const char* const plainEnd = std::find_if(
+            i, all.end(), [this](char c) { return !isPlain(c); });
+        put({i, std::size_t(plainEnd - i)});
+        i = plainEnd == all.end() ? plainEnd
+                                  : writeEscaped(plainEnd, all.end());
+    }
+    os_->Put('"');
+    return true;
+}
 
 }
 
 Containers::String parseProject(JsonDocument& document,
     Containers::StringView content, unsigned int maxDepth) {
-    const Containers::StringView json = content.hasPrefix(ByteOrderMark)
-        ? content.exceptPrefix(ByteOrderMark)
-        : content;
-    Input input{json};
-    rapidjson::ParseResult result;
-    ProjectHandler handler{document, maxDepth};
-    auto read = [&](JsonDocument&) {
-        rapidjson::Reader reader;
-        result = reader.Parse<rapidjson::kParseIterativeFlag |
-            rapidjson::kParseNumbersAsStringsFlag>(input, handler);
-        return !result.IsError();
-    };
-    document.Populate(read);
-
-    if(handler.numberTooBig)
-        result.Set(rapidjson::kParseErrorNumberTooBig, result.Offset());
-    else if(handler.depth > maxDepth)
-        return fault(tooDeep(maxDepth), json, result.Offset());
-    if(result.IsError()) {
-        const Containers::StringView sentence =
-            rapidjson::GetParseError_En(result.Code());
-        return fault(sentence.exceptSuffix("."), json, result.Offset());
-    }
-    if(!document.IsObject())
-        return fault(NoObject, json, 0);
-    return {};
+    const Containers::String terminated =
+        Containers::String::nullTerminatedView(content);
+    const Containers::StringView all = terminated;
+    const Containers::StringView json =
+        all.hasPrefix(ByteOrderMark) ? all.exceptPrefix(ByteOrderMark) : all;
+    Containers::String fault = textFault(json);
+    return fault.isEmpty() ? read(document, json, maxDepth) : fault;
 }
 
 Containers::String writeProject(const JsonValue& document,
-    rapidjson::StringBuffer& out, std::size_t& lost, unsigned int maxDepth) {
+    const ProjectLook& look, rapidjson::StringBuffer& out, std::size_t& lost,
+    unsigned int maxDepth) {
     if(!document.IsObject())
         return NoObject;
-    ProjectWriter writer{out, maxDepth};
-    if(!document.Accept(writer))
-        return tooDeep(maxDepth);
-    out.Put('\n');
-    lost = writer.lost;
-    return {};
+    put(out, look.before);
+    Containers::String fault = writeValue(document, look, out, lost, maxDepth);
+    put(out, look.after);
+    return fault;
+}
+
+Containers::String writeValue(const JsonValue& value, const ProjectLook& look,
+    rapidjson::StringBuffer& out, std::size_t& lost, unsigned int maxDepth) {
+    ProjectWriter writer{out, look, maxDepth};
+    const bool written = writer.write(value);
+    lost = writer.lost();
+    return written ? Containers::String{} : writer.fault();
 }
 
 }

@@ -65,29 +65,67 @@ void syncFolder(Containers::StringView file) {
     ::close(descriptor);
 }
 
-/* As the old file, or as any new file would be */
-mode_t modeFor(const char* file) {
-    struct stat status;
-    if(::stat(file, &status) == 0)
-        return status.st_mode & 07777;
+/* Of any new file */
+mode_t usualMode() {
     const mode_t mask = ::umask(0);
     ::umask(mask);
     return 0666 & ~mask;
 }
 
-/* Renaming would put a file in the place of a device, too */
-bool isReplaceable(const char* file) {
-    struct stat status;
-    if(::stat(file, &status) != 0 || S_ISREG(status.st_mode))
-        return true;
-    errno = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
-    return false;
+/* Renaming would put a file in the place of a device, too, and in that of a file
+   that nobody may write to, as locks of version control make it */
+Containers::StringView oldFault(const char* file, const struct stat& old) {
+    if(S_ISDIR(old.st_mode))
+        return std::strerror(EISDIR);
+    if(!S_ISREG(old.st_mode))
+        return "it is not a regular file";
+    if(!(old.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)))
+        return "it is read-only";
+    return ::faccessat(AT_FDCWD, file, W_OK, AT_EACCESS) == 0
+        ? Containers::StringView{}
+        : std::strerror(errno);
+}
+
+bool readsSame(int descriptor, Containers::StringView content) {
+    char chunk[16384];
+    for(;;) {
+        const ssize_t size = ::read(descriptor, chunk, sizeof(chunk));
+        if(size < 0 && errno == EINTR)
+            continue;
+        if(size <= 0)
+            return !size && content.isEmpty();
+        if(std::size_t(size) > content.size() ||
+            std::memcmp(chunk, content.data(), std::size_t(size)) != 0)
+            return false;
+        content = content.exceptPrefix(std::size_t(size));
+    }
+}
+
+bool hasContent(const char* file, const struct stat& old,
+    Containers::StringView content) {
+    if(!S_ISREG(old.st_mode) || std::size_t(old.st_size) != content.size())
+        return false;
+    const int descriptor = ::open(file, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if(descriptor < 0)
+        return false;
+    const bool same = readsSame(descriptor, content);
+    ::close(descriptor);
+    return same;
+}
+
+/* As the old file if there is one. What is refused here are owners that only an
+   administrator may set, and permissions where there are none; the file is
+   written all the same. */
+void setOwnerAndMode(int descriptor, const struct stat* old) {
+    if(old && ::fchown(descriptor, old->st_uid, old->st_gid) != 0 &&
+        ::fchown(descriptor, uid_t(-1), old->st_gid) != 0)
+        errno = 0;
+    ::fchmod(descriptor, old ? old->st_mode & 07777 : usualMode());
 }
 
 bool writeTemporary(
-    int descriptor, mode_t mode, Containers::StringView content) {
-    /* Refused where there are no permissions, which then are no loss */
-    ::fchmod(descriptor, mode);
+    int descriptor, const struct stat* old, Containers::StringView content) {
+    setOwnerAndMode(descriptor, old);
     const bool written =
         writeAll(descriptor, content) && ::fsync(descriptor) == 0;
     const int error = errno;
@@ -97,27 +135,39 @@ bool writeTemporary(
     return written && closed;
 }
 
+Containers::StringView put(Containers::StringView target,
+    const struct stat* old, Containers::StringView content) {
+    Containers::String temporary = target + ".XXXXXX";
+    const int descriptor = ::mkostemp(temporary.data(), O_CLOEXEC);
+    if(descriptor < 0)
+        return std::strerror(errno);
+    if(writeTemporary(descriptor, old, content) &&
+        std::rename(temporary.data(), target.data()) == 0) {
+        syncFolder(target);
+        return {};
+    }
+    const int error = errno;
+    ::unlink(temporary.data());
+    return std::strerror(error);
+}
+
 }
 
 Containers::String replaceFile(
     Containers::StringView file, Containers::StringView content) {
     const Containers::String target = resolved(file);
-    Containers::String temporary = target + ".XXXXXX";
-
-    const int descriptor = isReplaceable(target.data())
-        ? ::mkostemp(temporary.data(), O_CLOEXEC)
-        : -1;
-    if(descriptor >= 0 &&
-        writeTemporary(descriptor, modeFor(target.data()), content) &&
-        std::rename(temporary.data(), target.data()) == 0) {
-        syncFolder(target);
+    struct stat old;
+    const bool exists = ::stat(target.data(), &old) == 0;
+    if(exists && hasContent(target.data(), old, content))
         return {};
-    }
 
-    const int error = errno;
-    if(descriptor >= 0)
-        ::unlink(temporary.data());
-    return Utility::format("can't write {}: {}", file, std::strerror(error));
+    Containers::StringView fault =
+        exists ? oldFault(target.data(), old) : Containers::StringView{};
+    if(fault.isEmpty())
+        fault = put(target, exists ? &old : nullptr, content);
+    return fault.isEmpty()
+        ? Containers::String{}
+        : Utility::format("can't write {}: {}", file, fault);
 }
 
 }

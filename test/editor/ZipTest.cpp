@@ -172,7 +172,7 @@ TEST_F(Zip, WriteFailures) {
         {{{"\xff.json", ""}}, "old.zip",
             "entry \xff.json: the name is not UTF-8"},
         {Languages, "folder", "Is a directory"},
-        {Languages, "pipe", "Invalid argument"},
+        {Languages, "pipe", "it is not a regular file"},
         {Languages, "missing/x.zip", "No such file or directory"},
         {Languages, "old.zip/x.zip", "Not a directory"}};
 

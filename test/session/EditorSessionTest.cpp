@@ -1,4 +1,6 @@
+#include <chrono>
 #include <cmath>
+#include <cstring>
 #include <filesystem>
 #include <limits>
 #include <string>
@@ -8,7 +10,9 @@
 #include <gtest/gtest.h>
 
 #include "Project.h"
+#include "Random.h"
 #include "TemporaryFolder.h"
+#include "editor/AllLanguages.h"
 #include "editor/EditorSceneData.h"
 #include "session/EditorSession.h"
 
@@ -59,12 +63,26 @@ const struct {
     {"trailing comma", "{\"a\": 1,}",
         "Missing a name for object member at line 1, column 9"},
     {"NUL after it", {"{\"a\":1}\0garbage", 15},
-        "The document root must not be followed by other values "
-        "at line 1, column 8"},
+        "A zero byte at line 1, column 8"},
     {"NUL in a string", {"{\"a\": \"b\0c\"}", 12},
-        "Invalid escape character in string at line 1, column 9"},
-    {"NUL between", {"{\0\"a\": 1}", 9},
-        "Missing a name for object member at line 1, column 2"},
+        "A zero byte at line 1, column 9"},
+    {"NUL between", {"{\0\"a\": 1}", 9}, "A zero byte at line 1, column 2"},
+    {"not UTF-8", "{\n\"\xc3\xa4\xe4\": 1}",
+        "Text that isn't UTF-8 at line 2, column 3"},
+    {"cut character", "{\"a\": \"\xe2\x82",
+        "Text that isn't UTF-8 at line 1, column 8"},
+    {"surrogate that isn't escaped", "{\"a\": \"\xed\xa0\x80\"}",
+        "Text that isn't UTF-8 at line 1, column 8"},
+    {"low surrogate", R"({"a": "\\\udc00"})",
+        "Half of a surrogate pair at line 1, column 10"},
+    {"high surrogate", R"({"a": "\ud83d\\dc00"})",
+        "Half of a surrogate pair at line 1, column 8"},
+    {"surrogates in the wrong order", R"({"a": "\udc00\ud83d"})",
+        "Half of a surrogate pair at line 1, column 8"},
+    {"integer above 64 bits", "{\"a\": [18446744073709551616]}",
+        "An integer that doesn't fit 64 bits at line 1, column 8"},
+    {"integer below 64 bits", "{\"a\": -9223372036854775809}",
+        "An integer that doesn't fit 64 bits at line 1, column 7"},
     {"number a little too large", "{\"a\": -1.8e308}",
         "Number too big to be stored in double at line 1, column 7"},
     {"fault after a byte order mark", "\xef\xbb\xbf{x}",
@@ -86,10 +104,11 @@ TEST_F(EditorSessionTest, faults) {
             const Printed printed;
             EXPECT_FALSE(session.parse({data.json.data(), data.json.size()}));
             EXPECT_FALSE(session.open(file));
+            const std::string opening = "EditorSession::open(): can't open " +
+                file + ": " + data.fault + '\n';
             EXPECT_EQ(printed.text(),
-                std::string{"EditorSession::parse(): "} + data.fault +
-                    "\nEditorSession::open(): can't open " + file + ": " +
-                    data.fault + '\n');
+                std::string{"EditorSession::parse(): "} + data.fault + '\n' +
+                    opening);
         }
         expectKept();
     }
@@ -98,6 +117,11 @@ TEST_F(EditorSessionTest, faults) {
 /* Nothing changes then, neither the session nor the folder */
 TEST_F(EditorSessionTest, filesThatFail) {
     folder.write("folder.json/inside", "");
+    folder.write("locked.json", "{}");
+    ASSERT_EQ(::chmod(folder.path("locked.json").data(), 0444), 0);
+    ASSERT_EQ(::mkfifo(folder.path("pipe.json").data(), 0600), 0);
+    folder.write("large.json", "{}");
+    std::filesystem::resize_file(folder.path("large.json"), 1ull << 32);
     const struct {
         bool saves;
         std::string file;
@@ -108,6 +132,10 @@ TEST_F(EditorSessionTest, filesThatFail) {
             "No such file or directory"},
         {false, folder.path(), "Is a directory"},
         {false, "", "No such file or directory"},
+        {false, folder.path("pipe.json"), "it is not a regular file"},
+        {false, "/dev/zero", "it is not a regular file"},
+        {false, folder.path("large.json"), "it is larger than 4 GiB"},
+        {true, folder.path("locked.json"), "it is read-only"},
         {true, folder.path("absent/project.json"), "No such file or directory"},
         {true, folder.path("folder.json"), "Is a directory"},
     };
@@ -123,8 +151,9 @@ TEST_F(EditorSessionTest, filesThatFail) {
                 data.file + ": " + data.reason + '\n');
     }
     expectKept();
-    for(const auto& i: std::filesystem::directory_iterator{folder.path()})
-        EXPECT_EQ(i.path().filename(), "folder.json");
+    EXPECT_EQ(folder.read("locked.json"), "{}");
+    const std::filesystem::directory_iterator left{folder.path()};
+    EXPECT_EQ(std::distance(begin(left), end(left)), 4);
 }
 
 const struct {
@@ -138,11 +167,13 @@ const struct {
     {"escapes", R"({"\u00e9\n": "\ud83d\ude00\/", "nul": "\u0000"})",
         "{\"\u00e9\\n\":\"\U0001f600/\",\"nul\":\"\\u0000\"}"},
     {"integers", R"({"a": [0, -0, -1, 2147483648, -9223372036854775808,
-            18446744073709551615, 18446744073709551616]})",
-        R"({"a":[0,0,-1,2147483648,-9223372036854775808,)"
-        R"(18446744073709551615,18446744073709553000.0]})"},
-    {"fractions", R"({"a": [0.1, 1e3, 1.7976931348623157e308, 5e-324]})",
-        R"({"a":[0.1,1000.0,1.7976931348623157e308,5e-324]})"},
+            18446744073709551615]})",
+        R"({"a":[0,-0.0,-1,2147483648,-9223372036854775808,)"
+        R"(18446744073709551615]})"},
+    {"fractions", R"({"a": [0.1, 1e3, 18446744073709551616e0,
+            1.7976931348623157e308, 5e-324]})",
+        R"({"a":[0.1,1000.0,18446744073709553000.0,)"
+        R"(1.7976931348623157e308,5e-324]})"},
     {"zeros", R"({"a": [-0.0, 0e113, -0.00e50, 123e-400, -0.0001e-330]})",
         R"({"a":[-0.0,0.0,-0.0,0.0,-0.0]})"},
 };
@@ -199,13 +230,171 @@ TEST_F(EditorSessionTest, openSetsTheRoot) {
     std::filesystem::current_path(before);
 }
 
-TEST_F(EditorSessionTest, saveIsByteIdentical) {
-    const std::string original =
-        TemporaryFolder::readFile(EXAMPLES "/museum/project.json");
-    ASSERT_FALSE(original.empty());
+/* What adding a language adds to a file, and what is around it */
+const struct {
+    const char* name;
+    std::string before, added, after;
+} Looks[]{
+    {"two spaces", "{\n  \"languages\": {\n    \"de\": {}",
+        ",\n    \"en\": {\n      \"name\": \"English\"\n    }", "\n  }\n}"},
+    {"tabs, CRLF, byte order mark",
+        "\xef\xbb\xbf{\r\n\t\"e\": [1, \"\xc3\xa9\"],\r\n\t\"languages\": "
+        "{\r\n\t\t\"de\": {\r\n\t\t}",
+        ",\r\n\t\t\"en\": {\r\n\t\t\t\"name\": \"English\"\r\n\t\t}",
+        "\r\n\t}\r\n}\r\n"},
+    {"no indentation", "{\n\"a\" :[\n1,\n2\n],\n\"languages\" :{\n\"de\" :[]",
+        ",\n\"en\" :{\n\"name\" :\"English\"\n}", "\n}\n}\n\n"},
+    {"one line", R"({"a":[1,{"b":""}],"languages":{"de":{})",
+        R"(,"en":{"name":"English"})", "}}"},
+    {"one line with spaces, ASCII",
+        R"({"a": ["\u00e9", "\ud83d\ude00\u001f\n"], "languages": {"de": [])",
+        R"(, "en": {"name": "English"})", "}}\n"},
+    {"upper case, strings like JSON",
+        "{\n   \"a\": \"\\\\[{,\\\"\\u00E9\",\n   \"languages\": {\n"
+        "      \"de\": {}",
+        ",\n      \"en\": {\n         \"name\": \"English\"\n      }",
+        "\n   }\n}\n"},
+};
+
+unsigned short languageRow(StringView code) {
+    unsigned short row = 0;
+    while(AllLanguages[row].code != code)
+        ++row;
+    return row;
+}
+
+TEST_F(EditorSessionTest, filesKeepTheirLook) {
+    const std::string file = folder.path("project.json");
+    for(const auto& data: Looks) {
+        SCOPED_TRACE(data.name);
+        folder.write("project.json", data.before + data.after);
+        const auto old = std::filesystem::last_write_time(file) -
+            std::chrono::hours{1};
+        std::filesystem::last_write_time(file, old);
+        ASSERT_TRUE(session.open(file));
+        ASSERT_TRUE(session.save(file));
+        EXPECT_EQ(folder.read("project.json"), data.before + data.after);
+        EXPECT_EQ(std::filesystem::last_write_time(file), old);
+
+        LocalizationTools::addLanguage(session.editor(), languageRow("en"));
+        const std::string added = data.before + data.added + data.after;
+        ASSERT_TRUE(session.save(file));
+        EXPECT_EQ(folder.read("project.json"), added);
+
+        /* The same for who reads and writes files in another way */
+        ASSERT_TRUE(session.open(file, {added.data(), added.size()}));
+        EXPECT_EQ(*session.write(), added);
+        EXPECT_EQ(text(*session.editor().projectRoot), folder.path());
+    }
+
     ASSERT_TRUE(session.open(EXAMPLES "/museum/project.json"));
-    ASSERT_TRUE(session.save(folder.path("project.json")));
-    EXPECT_EQ(folder.read("project.json"), original);
+    EXPECT_EQ(*session.write(),
+        TemporaryFolder::readFile(EXAMPLES "/museum/project.json"));
+    ASSERT_TRUE(session.parse(R"({"a":{}})"));
+    EXPECT_EQ(*session.write(), "{\n    \"a\": {}\n}\n");
+}
+
+std::string randomSpace(Random& random) {
+    const char* const spaces[]{"", "", " ", "\n", "\r\n", "\t"};
+    return random.oneOf(spaces);
+}
+
+std::string randomJson(Random& random, int depth) {
+    const char* const scalars[]{"null", "true", "-1", "9007199254740993", "-0",
+        "0.1", "1.50", "-2.5E-3", "123456789012345678", "4e22",
+        "1.7976931348623157e308", "\"\"", "\"\\u00e4\\n\\/\"",
+        "\"\xf0\x9f\x98\x80\\\\\\\"\"", "\"\\ud83d\\ude00\\u0000\""};
+    if(!depth || random.oneIn(3))
+        return random.oneOf(scalars);
+    const bool object = random.oneIn(2);
+    std::string out = object ? "{" : "[";
+    for(std::size_t i = 0, size = random.below(5); i != size; ++i)
+        out += (i ? "," : "") + randomSpace(random) +
+            (object ? "\"" + std::to_string(i) + "\\t\":" : "") +
+            randomSpace(random) + randomJson(random, depth - 1);
+    return out + randomSpace(random) + (object ? '}' : ']');
+}
+
+/* Numbers come as they're spelled: integers stay so, others stay the same
+   double */
+void expectSame(const JsonValue& a, const JsonValue& b) {
+    ASSERT_EQ(a.GetType(), b.GetType());
+    if(a.IsString() && a != b) {
+        const std::string number = a.GetString();
+        EXPECT_TRUE(number == "-0" || number.find_first_of(".eE") != number.npos)
+            << number << " became " << b.GetString();
+        const double before = std::strtod(a.GetString(), nullptr);
+        const double after = std::strtod(b.GetString(), nullptr);
+        EXPECT_EQ(std::memcmp(&before, &after, sizeof(double)), 0) << number;
+    } else if(a.IsArray()) {
+        ASSERT_EQ(a.Size(), b.Size());
+        for(unsigned i = 0; i != a.Size(); ++i)
+            expectSame(a[i], b[i]);
+    } else if(a.IsObject()) {
+        ASSERT_EQ(a.MemberCount(), b.MemberCount());
+        for(unsigned i = 0; i != a.MemberCount(); ++i) {
+            EXPECT_EQ(a.MemberBegin()[i].name, b.MemberBegin()[i].name);
+            expectSame(a.MemberBegin()[i].value, b.MemberBegin()[i].value);
+        }
+    }
+}
+
+JsonDocument spelled(StringView json) {
+    JsonDocument out;
+    out.Parse<rapidjson::kParseNumbersAsStringsFlag>(json.data(), json.size());
+    return out;
+}
+
+TEST_F(EditorSessionTest, valuesDontChange) {
+    Random random{environment("ORRELIN_SEED", 1)};
+    for(int i = 0; i != 2000; ++i) {
+        const std::string json =
+            "{\"a\":" + randomSpace(random) + randomJson(random, 5) + '}';
+        SCOPED_TRACE(json);
+        ASSERT_TRUE(session.open("project.json", {json.data(), json.size()}));
+        const Containers::String saved = *session.write();
+        expectSame(spelled({json.data(), json.size()}), spelled(saved));
+        ASSERT_TRUE(session.open("project.json", saved));
+        ASSERT_EQ(text(*session.write()), text(saved));
+    }
+}
+
+/* Of languages that are added, the change manager doesn't know */
+TEST_F(EditorSessionTest, unsavedLanguages) {
+    const auto unsaved = [&] { return session.hasUnsavedChanges(); };
+    ASSERT_TRUE(session.parse(
+        R"({"languages": {"de": {"name": "German"}, "fr": {}}})"));
+    EXPECT_FALSE(unsaved());
+
+    /* Undoing a removal puts a language at the end */
+    LocalizationTools::removeLanguage(session.editor(), "de");
+    EXPECT_TRUE(unsaved());
+    session.changeManager().undoLast();
+    EXPECT_FALSE(unsaved());
+
+    LocalizationTools::addLanguage(session.editor(), languageRow("de"));
+    EXPECT_FALSE(unsaved());
+    LocalizationTools::addLanguage(session.editor(), languageRow("fr"));
+    EXPECT_TRUE(unsaved());
+    session.markSaved();
+    EXPECT_FALSE(unsaved());
+    session.editor().project["languages/fr/name"].setString("French!");
+    EXPECT_TRUE(unsaved());
+    EXPECT_TRUE(session.save(folder.path("project.json")));
+    EXPECT_FALSE(unsaved());
+    session.editor().project["settings/localization/defaultLanguage"].setString(
+        "fr");
+    EXPECT_TRUE(unsaved());
+    ASSERT_TRUE(session.open(folder.path("project.json")));
+    EXPECT_FALSE(unsaved());
+
+    /* Removed and added again, then undone */
+    LocalizationTools::addLanguage(session.editor(), languageRow("en"));
+    session.markSaved();
+    LocalizationTools::removeLanguage(session.editor(), "en");
+    LocalizationTools::addLanguage(session.editor(), languageRow("en"));
+    session.changeManager().undoLast();
+    EXPECT_FALSE(unsaved());
 }
 
 TEST_F(EditorSessionTest, saveKeepsLinkAndMode) {
@@ -257,16 +446,21 @@ TEST_F(EditorSessionTest, saveMarksWhatIsSaved) {
     const std::string file = folder.path("project.json");
     folder.write("project.json", "old");
     for(const std::string& json:
-        {nested(1001), nested(1000000), std::string{"[]"}}) {
+        {nested(1001), nested(1000000), std::string{"[]"},
+            std::string{"{\"a\": [0, {\"b/c\": \"\xff\"}]}"}}) {
         JsonDocument value;
         value.Parse<rapidjson::kParseIterativeFlag>(json.data());
         session.changeManager().pushChange("", value, false);
         const Printed printed;
         EXPECT_FALSE(session.save(file));
-        EXPECT_EQ(printed.text(),
+        const std::string line = printed.text();
+        EXPECT_FALSE(session.write());
+        EXPECT_EQ(line,
             "EditorSession::save(): can't write " + file + ": " +
-                (json == "[]" ? "The root is no object\n"
-                              : "More than 1000 nested levels\n"));
+                (json == "[]"          ? "The root is no object\n"
+                        : json.size() < 50 ? "A text that isn't UTF-8 at "
+                                             "/a/1/b~1c\n"
+                                           : "More than 1000 nested levels\n"));
     }
     EXPECT_EQ(folder.read("project.json"), "old");
     EXPECT_TRUE(session.changeManager().hasUnsavedChanges());

@@ -1,60 +1,17 @@
 #include "Tools/Implementation/parseLanguageFile.h"
 
-#include <charconv>
-#include <cstdint>
 #include <cstring>
 #include <Corrade/Containers/ArrayView.h>
 #include <Corrade/Containers/Optional.h>
 #include <Corrade/Containers/StringView.h>
 #include <Corrade/Utility/Debug.h>
 #include <Corrade/Utility/Json.h>
-#include <rapidjson/encodings.h>
-#include <rapidjson/memorystream.h>
+
+#include "shared/Implementation/utf8.h"
 
 namespace OrrelinEngine { namespace LocalizationTools {
 
 namespace {
-
-bool isAscii(const char* eightBytes) {
-    std::uint64_t bytes;
-    std::memcpy(&bytes, eightBytes, 8);
-    return !(bytes & 0x8080808080808080ull);
-}
-
-/* Corrade's parser takes any bytes for text, which then would be exported */
-bool isUtf8(Containers::ArrayView<const char> text) {
-    const char* const end = text.end();
-    for(const char* i = text.begin(); i != end;) {
-        if(end - i >= 8 && isAscii(i)) {
-            i += 8;
-            continue;
-        }
-        rapidjson::MemoryStream stream{i, std::size_t(end - i)};
-        unsigned codePoint;
-        if(!rapidjson::UTF8<>::Decode(stream, &codePoint))
-            return false;
-        i += stream.Tell();
-    }
-    return true;
-}
-
-/* What's escaped by \u and four digits at the begin of the range; zero if there
-   is no such thing */
-unsigned escapedUnit(const char* begin, const char* end) {
-    unsigned out = 0;
-    return end - begin >= 6 && begin[0] == '\\' && begin[1] == 'u' &&
-            std::from_chars(begin + 2, begin + 6, out, 16).ptr == begin + 6
-        ? out
-        : 0;
-}
-
-/* Where the next escape sequence is, after what is at the begin of the range */
-const char* nextEscape(const char* begin, const char* end) {
-    /* In \\ud83d, what's escaped is the second backslash */
-    begin += *begin == '\\' && end - begin > 1 ? 2 : 1;
-    const void* const found = std::memchr(begin, '\\', end - begin);
-    return found ? static_cast<const char*>(found) : end;
-}
 
 void writePair(char* out, unsigned high, unsigned low) {
     const unsigned codePoint =
@@ -94,7 +51,9 @@ char* joinSurrogates(char* begin, char* end) {
 
 Containers::Optional<Utility::Json> parseLanguageFile(
     Containers::ArrayView<char> content) {
-    if(!isUtf8(content))
+    /* Corrade's parser takes any bytes for text, which then would be exported */
+    const Containers::StringView text{content.data(), content.size()};
+    if(utf8Size(text) != text.size())
         return {};
     const char* const end = joinSurrogates(content.begin(), content.end());
     if(!end)
