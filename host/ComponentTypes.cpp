@@ -40,10 +40,11 @@ Containers::Optional<unsigned short> typeCode(const JsonValue& name) {
 
 }
 
-bool addComponentTypes(EditorSession& session, Containers::StringView file) {
+bool addComponentTypes(EditorSession& session, Containers::StringView file,
+    Containers::StringView content) {
     /* Read as the project is, with the place of a fault if there is one */
     EditorSession reader;
-    if(!succeedsOrFails([&] { return reader.open(file); }))
+    if(!succeedsOrFails([&] { return reader.open(file, content); }))
         return false;
 
     for(const auto& type: reader.projectFile().document.GetObject()) {

@@ -1,36 +1,33 @@
 #ifndef Orrelin_host_LanguageFiles_h
 #define Orrelin_host_LanguageFiles_h
 
-#include <Corrade/Containers/Optional.h>
+#include <functional>
+#include <Corrade/Containers/ArrayView.h>
 
 #include "Project.h"
 
 namespace OrrelinEngine { namespace Host {
 
-/* What the language files on the disk hold and new ones wouldn't */
-struct Losses {
-    /* Texts that no term and language of the project takes */
-    std::size_t dropped = 0;
-    /* Where the first of them is */
-    Containers::String example;
-    /* Texts of the default language's file that the project has otherwise */
-    std::size_t replaced = 0;
+struct LanguageFile {
+    /* As users find it; one in an archive is named behind it */
+    Containers::String path;
+    /* With ".json", and with its folder if it's in one in an archive */
+    Containers::String name;
+    Containers::String code;
+    /* Without a byte order mark. May be changed. */
+    Containers::ArrayView<char> content;
 };
 
 /* Whether a file can be named by the code. Prints why if not. */
 bool isFileName(Containers::StringView code);
 
-/* Codes of the languages that were read from files, sorted */
-Codes languagesWithFiles(Project& project);
-
-/* What is lost if the files of the languages are written now. If they can't be
-   written, or one there can't be read and mustn't be written over, prints why
-   and returns nothing. Expects that the translations were read. */
-Containers::Optional<Losses> lossesOf(Project& project, const Codes& codes);
-
-/* Writes the files of the languages. If that fails, prints why and returns
-   false; what was there is there still. */
-bool writeFiles(Project& project, const Codes& codes);
+/* Calls the function with each language file, one after the other. Files that
+   aren't wanted, as told by their names, aren't read. If one can't be read,
+   prints why, goes on with the others and returns false, as if the function
+   does. */
+bool forEachLanguageFile(Project& project, const LanguageSource& source,
+    const std::function<bool(Containers::StringView name)>& isWanted,
+    const std::function<bool(LanguageFile& file)>& function);
 
 }}
 

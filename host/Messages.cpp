@@ -12,12 +12,22 @@ namespace OrrelinEngine { namespace Host {
 
 namespace {
 
+bool areMessagesHeld = false;
+std::string heldMessages;
+
+void put(Containers::StringView text) {
+    std::fflush(stdout);
+    std::fwrite(text.data(), 1, text.size(), stderr);
+}
+
 void printError(Containers::StringView text) {
     const Containers::String line =
         oneLine(text.prefix(std::min(text.size(), Lines::MaxSize))) +
         (text.size() > Lines::MaxSize ? "…\n" : "\n");
-    std::fflush(stdout);
-    std::fwrite(line.data(), 1, line.size(), stderr);
+    if(areMessagesHeld)
+        heldMessages += std::string{line};
+    else
+        put(line);
 }
 
 }
@@ -29,6 +39,20 @@ int fail(Containers::StringView message) {
 
 int failWithoutName(Containers::StringView line) {
     return fail(line.partition(' ')[2].trimmed());
+}
+
+HeldMessages::HeldMessages() {
+    areMessagesHeld = true;
+}
+
+HeldMessages::~HeldMessages() {
+    put(heldMessages);
+    drop();
+    areMessagesHeld = false;
+}
+
+void HeldMessages::drop() {
+    heldMessages.clear();
 }
 
 void Lines::add(std::string&& line) {

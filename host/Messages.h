@@ -61,6 +61,18 @@ private:
     bool _isEmpty = true;
 };
 
+/* Keeps messages back for as long as it exists, and then prints them */
+class HeldMessages {
+public:
+    explicit HeldMessages();
+    HeldMessages(const HeldMessages&) = delete;
+    ~HeldMessages();
+    HeldMessages& operator=(const HeldMessages&) = delete;
+
+    /* They don't hold anymore */
+    void drop();
+};
+
 /* Calls the function. The errors and warnings it prints are passed on as they
    are; returns whether there were no errors. */
 template<class F> bool succeeds(F&& function) {

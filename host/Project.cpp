@@ -1,21 +1,28 @@
 #include "Project.h"
 
 #include <algorithm>
+#include <chrono>
+#include <thread>
+#include <vector>
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/Optional.h>
+#include <Corrade/Containers/Pair.h>
+#include <Corrade/Containers/StringIterable.h>
 #include <Corrade/Utility/Format.h>
 #include <Corrade/Utility/Path.h>
 #include <rapidjson/document.h>
 
+#include "ChangeManager.h"
 #include "ComponentTypes.h"
 #include "LanguageTable.h"
-#include "Messages.h"
 #include "Tools/LocalizationTools.h"
 #include "Tools/languageIndex.h"
 #include "Tools/Implementation/languagesFolder.h"
+#include "Tools/Implementation/StoredTerms.h"
 #include "editor/ProjectFile.h"
 #include "shared/RecordPath.h"
 #include "shared/Implementation/stringOf.h"
+#include "storage/Storage.h"
 
 namespace OrrelinEngine { namespace Host {
 
@@ -33,95 +40,194 @@ Containers::StringView languageName(
     return row == AllLanguageCount ? code : AllLanguages[row].name;
 }
 
-/* The library says which files are no JSON. Projects are as well, and where
-   they aren't is told by who reads them. */
-void tellFaults(Containers::StringView folder) {
-    if(!Utility::Path::isDirectory(folder))
-        return;
-    const auto names = Utility::Path::list(folder);
-    for(std::size_t i = 0; names && i != names->size(); ++i) {
-        const Containers::String file =
-            Utility::Path::join(folder, (*names)[i]);
-        if(file.hasSuffix(".json") && !Utility::Path::isDirectory(file))
-            succeedsOrFails([&] { return EditorSession{}.open(file); });
-    }
+/* Faults of the storage are empty if there is none */
+bool isFine(const Containers::String& fault) {
+    if(!fault.isEmpty())
+        fail(fault);
+    return fault.isEmpty();
 }
 
-bool hasLanguageFiles(Containers::StringView folder) {
-    if(!Utility::Path::isDirectory(folder))
+Containers::StringIterable iterable(const Codes& codes) {
+    return Containers::ArrayView<const Containers::String>{
+        codes.data(), codes.size()};
+}
+
+constexpr auto Format = LocalizationTools::LocalizationFormat::I18next;
+
+}
+
+struct Project::State {
+    ProjectOptions options;
+    Containers::String file, components;
+    EditorSession session;
+    TermMap strings;
+    Storage storage;
+};
+
+Project::Project() = default;
+
+Project::~Project() = default;
+
+bool Project::openForWriting(
+    const ProjectOptions& options, Containers::StringView command) {
+    return open(options, command);
+}
+
+bool Project::isCurrent() const {
+    if(_state->storage.changed().isEmpty())
+        return true;
+    std::this_thread::sleep_for(std::chrono::milliseconds{20});
+    return false;
+}
+
+bool Project::open(
+    const ProjectOptions& options, Containers::StringView command) {
+    _state = std::make_unique<State>();
+    _state->options = options;
+    Storage& storage = _state->storage;
+    if(!findFile() || !isFine(storage.open(_state->file)) ||
+        (!command.isEmpty() && !isFine(storage.lock(command))) ||
+        !readComponents() || !readProject())
         return false;
-    const auto names = Utility::Path::list(folder);
-    return names &&
-        std::any_of(
-            names->begin(), names->end(), [](const Containers::String& name) {
-                return name.hasSuffix(".json");
-            });
+    LocalizationTools::gatherStrings(editor(), _state->strings);
+    const LanguageSource files = target();
+    return isFine(storage.setLanguagesFolder(files.isArchive
+            ? Containers::String{Utility::Path::split(files.path).first()}
+            : files.path));
 }
 
-}
-
-bool Project::open(const ProjectOptions& options) {
-    if(!Utility::Path::exists(options.path)) {
-        fail(Utility::format("there is no {}", options.path));
+bool Project::findFile() {
+    const Containers::String& path = _state->options.path;
+    if(!Utility::Path::exists(path)) {
+        fail(Utility::format("there is no {}", path));
         return false;
     }
-    _file = options.path;
-    if(Utility::Path::isDirectory(_file)) {
-        _file = Utility::Path::join(_file, "project.json");
-        if(!Utility::Path::exists(_file)) {
-            fail(Utility::format(
-                "the folder {} has no project.json", options.path));
+    _state->file = path;
+    if(Utility::Path::isDirectory(path)) {
+        _state->file = Utility::Path::join(path, "project.json");
+        if(!Utility::Path::exists(_state->file)) {
+            fail(Utility::format("the folder {} has no project.json", path));
             return false;
         }
     }
+    return true;
+}
 
-    Containers::String components = options.components;
-    if(components.isEmpty()) {
-        components = Utility::Path::join(
-            Utility::Path::split(_file).first(), "components.json");
-        if(!Utility::Path::exists(components))
-            components = {};
+bool Project::readComponents() {
+    const bool isNamed = !_state->options.components.isEmpty();
+    Containers::String& file = _state->components;
+    file = isNamed
+        ? _state->options.components
+        : Utility::Path::join(
+              Utility::Path::split(_state->file).first(), "components.json");
+    FileContent content;
+    if(!readFile(file, content))
+        return false;
+    if(content.exists)
+        return addComponentTypes(_state->session, file, content.content);
+    if(isNamed)
+        fail(Utility::format("there is no {}", file));
+    return !isNamed;
+}
+
+bool Project::readProject() {
+    FileContent content;
+    if(!readFile(_state->file, content))
+        return false;
+    if(!content.exists) {
+        fail(Utility::format("there is no {}", _state->file));
+        return false;
     }
-    if(!components.isEmpty() && !addComponentTypes(_session, components))
-        return false;
-    if(!openDocument())
-        return false;
-    LocalizationTools::gatherStrings(editor(), _strings);
+    return succeedsOrFails(
+        [&] { return _state->session.open(_state->file, content.content); });
+}
+
+bool Project::readFile(Containers::StringView file, FileContent& out) {
+    out = _state->storage.read(file);
+    if(!out.fault.isEmpty())
+        fail(Utility::format("can't read {}: {}", file, out.fault));
+    return out.fault.isEmpty();
+}
+
+bool Project::write() {
+    Containers::Optional<Containers::String> content;
+    return succeedsOrFails([&] {
+        content = _state->session.write();
+        return bool(content);
+    }) &&
+        isFine(_state->storage.write(_state->file, std::move(*content)));
+}
+
+bool Project::writeFiles(const Codes& codes) {
+    const LanguageSource files = target();
+    if(files.isArchive)
+        return writeArchive(codes, files.path);
+    Containers::Array<Containers::String> names;
+    Containers::Array<Containers::Array<char>> contents;
+    LocalizationTools::writeTerms(
+        editor(), iterable(codes), Format, names, contents);
+    for(std::size_t i = 0; i != names.size(); ++i)
+        if(!isFine(
+               _state->storage.write(Utility::Path::join(files.path, names[i]),
+                   Containers::String{contents[i].data(), contents[i].size()})))
+            return false;
     return true;
 }
 
-bool Project::openDocument() {
-    return succeedsOrFails([&] { return _session.open(_file); });
-}
-
-bool Project::save() {
-    return succeedsOrFails([&] { return _session.save(_file); });
-}
-
-void Project::import(Containers::StringView path) {
-    _filesAreFine = succeeds([&] {
-        LocalizationTools::importTerms(
-            editor(), path, LocalizationTools::LocalizationFormat::I18next);
-    });
-    if(!_filesAreFine)
-        tellFaults(path);
-}
-
-void Project::importFiles() {
-    import(isZip() ? archivePath() : languagesFolder());
-}
-
-bool Project::readTranslations() {
-    const Containers::String path = sourcePath();
-    if(path.isEmpty())
-        return true;
-    import(path);
-    /* The import may have added languages and replaced texts of the project */
-    LocalizationData tables = std::move(localization());
-    if(!openDocument())
+bool Project::writeArchive(const Codes& codes, Containers::StringView file) {
+    const Containers::StringView name =
+        editor().project["settings/project/name"].asString();
+    if(name.isEmpty() || name.contains('/')) {
+        fail(Utility::format("the project's name '{}' can't be the name of an "
+                             "archive",
+            name));
         return false;
-    localization() = std::move(tables);
-    return true;
+    }
+    const Containers::String aside = _state->storage.archivePath();
+    return succeeds([&] {
+        LocalizationTools::exportTermsCompressed(
+            editor(), iterable(codes), aside, Format);
+    }) &&
+        isFine(_state->storage.writeArchive(file));
+}
+
+bool Project::commit() {
+    return isFine(_state->storage.commit());
+}
+
+OrrelinEditor& Project::editor() {
+    return _state->session.editor();
+}
+
+ChangeManager& Project::changeManager() {
+    return _state->session.changeManager();
+}
+
+LocalizationData& Project::localization() {
+    return _state->session.localization();
+}
+
+TermMap& Project::strings() {
+    return _state->strings;
+}
+
+Storage& Project::storage() {
+    return _state->storage;
+}
+
+const ProjectOptions& Project::options() const {
+    return _state->options;
+}
+
+Containers::StringView Project::file() const {
+    return _state->file;
+}
+
+bool Project::isOwnFile(Containers::StringView path) const {
+    const Identity identity = identityOf(path);
+    return !identity.error &&
+        (identity == identityOf(_state->file) ||
+            identity == identityOf(_state->components));
 }
 
 Containers::StringView Project::defaultLanguage() {
@@ -159,37 +265,49 @@ bool Project::checkLanguage(Containers::StringView code) {
     return false;
 }
 
-bool Project::isZip() {
-    return LocalizationTools::isZipCompressed(editor());
+LanguageSource Project::source(bool isArchive) {
+    const Containers::String path = isArchive
+        ? LocalizationTools::archiveStem(editor())
+        : LocalizationTools::languagesFolder(editor());
+    const Containers::StringView stem =
+        Utility::Path::splitExtension(path).first();
+    return {isArchive ? stem + ".zip" : Containers::String{stem}, isArchive};
 }
 
-Containers::String Project::languagesFolder() {
-    return LocalizationTools::languagesFolder(editor());
+LanguageSource Project::target() {
+    return source(LocalizationTools::isZipCompressed(editor()));
 }
 
-/* Both without what looks like an extension, as they are exported to */
-Containers::String Project::exportFolder() {
-    return Utility::Path::splitExtension(languagesFolder()).first();
+bool Project::hasFiles(const LanguageSource& source, bool& out) {
+    if(source.isArchive) {
+        FileContent content;
+        const bool isRead = readFile(source.path, content);
+        out = content.exists;
+        return isRead;
+    }
+    std::vector<Containers::String> names;
+    if(!isFine(_state->storage.list(source.path, names)))
+        return false;
+    out = std::any_of(
+        names.begin(), names.end(), [&](const Containers::String& name) {
+            return name.hasSuffix(".json") &&
+                !isOwnFile(Utility::Path::join(source.path, name));
+        });
+    return true;
 }
 
-Containers::String Project::archivePath() {
-    return Utility::Path::splitExtension(
-               LocalizationTools::archiveStem(editor()))
-               .first() +
-        ".zip";
-}
-
-Containers::String Project::filesPath() {
-    return isZip() ? archivePath() : exportFolder();
-}
-
-Containers::String Project::sourcePath() {
-    const Containers::String archive = archivePath();
-    const bool hasArchive = Utility::Path::exists(archive);
-    const bool hasFiles = hasLanguageFiles(exportFolder());
-    if(hasArchive && (isZip() || !hasFiles))
-        return archive;
-    return hasFiles ? languagesFolder() : Containers::String{};
+bool Project::findSource(LanguageSource& out) {
+    const LanguageSource first = target();
+    for(const LanguageSource& i: {first, source(!first.isArchive)}) {
+        bool isThere;
+        if(!hasFiles(i, isThere))
+            return false;
+        out = i;
+        if(isThere)
+            return true;
+    }
+    out.path = {};
+    return true;
 }
 
 Containers::StringView Project::source(Containers::StringView recordPath) {
@@ -198,11 +316,23 @@ Containers::StringView Project::source(Containers::StringView recordPath) {
     return value ? stringOf(*value) : Containers::StringView{};
 }
 
-std::vector<Term> Project::translatedTerms() {
+std::vector<Term> Project::terms() {
     std::vector<Term> out;
-    for(const auto& term: localization().terms)
-        if(LocalizationTools::termExists(editor(), term.first))
-            out.push_back({term.first, term.second});
+    out.reserve(localization().terms.size());
+    LocalizationTools::StoredTerms stored{editor()};
+    for(const auto& term: localization().terms) {
+        const LocalizationTools::StoredTerm found = stored.find(term.second);
+        out.push_back(
+            {term.first, term.second, found.text(), found.translated});
+    }
+    return out;
+}
+
+std::vector<Term> Project::translatedTerms() {
+    std::vector<Term> out = terms();
+    out.erase(std::remove_if(out.begin(), out.end(),
+                  [](const Term& term) { return !term.isTranslated; }),
+        out.end());
     return out;
 }
 
@@ -212,11 +342,16 @@ std::size_t Project::translationCount(
     const auto translations = all.find(code);
     if(translations == all.end())
         return 0;
-    return std::size_t(
-        std::count_if(terms.begin(), terms.end(), [&](const Term& term) {
-            const auto found = translations->second.find(term.key);
-            return found != translations->second.end() && found->second;
-        }));
+    /* Both are in the same order */
+    auto next = translations->second.begin();
+    const auto end = translations->second.end();
+    std::size_t out = 0;
+    for(const Term& term: terms) {
+        while(next != end && StrLess{}(next->first, term.key))
+            ++next;
+        out += next != end && next->first == term.key && next->second;
+    }
+    return out;
 }
 
 }}

@@ -1,14 +1,19 @@
 #ifndef Orrelin_host_Project_h
 #define Orrelin_host_Project_h
 
+#include <memory>
 #include <vector>
 #include <Corrade/Containers/String.h>
 
+#include "Messages.h"
 #include "session/EditorSession.h"
 #include "editor/OrrelinEditor.h"
 #include "shared/LocalizationData.h"
 
 namespace OrrelinEngine { namespace Host {
+
+class Storage;
+struct FileContent;
 
 typedef std::vector<Containers::String> Codes;
 
@@ -18,6 +23,9 @@ struct ProjectOptions {
     Containers::String path;
     /* Empty for the file beside the project, if there is one */
     Containers::String components;
+    /* MiB that an archive of language files may unpack to, 0 for what its
+       project could need */
+    unsigned int maxArchive = 0;
 };
 
 struct ProjectLanguage {
@@ -26,34 +34,65 @@ struct ProjectLanguage {
     bool isDefault;
 };
 
+/* Where language files are, a folder or an archive */
+struct LanguageSource {
+    Containers::String path;
+    bool isArchive;
+};
+
+/* All views are of the tables and the document */
 struct Term {
     Containers::StringView key;
     Containers::StringView path;
+    /* Null if the project has no text */
+    Containers::StringView source;
+    bool isTranslated;
 };
 
 /* A project with its terms. Operations that return false have printed why. */
 class Project {
 public:
-    bool open(const ProjectOptions& options);
+    explicit Project();
+    Project(const Project&) = delete;
+    ~Project();
+    Project& operator=(const Project&) = delete;
 
-    /* Fill the translations from the language files. The project itself stays
-       as it is in its file. Errors in the files are passed on. */
-    bool readTranslations();
+    /* For a command that only reads: opens the project and calls the function
+       with it. If another program changed a file meanwhile, both are repeated;
+       what is printed is from the last time. Returns whether both succeeded. */
+    template<class F> bool read(const ProjectOptions& options, F&& function);
+    bool read(const ProjectOptions& options) {
+        return read(options, [](Project&) { return true; });
+    }
 
-    /* Import the exported language files. Errors in them are passed on. */
-    void importFiles();
+    /* For a command that writes. Others have to wait until the project is
+       gone. */
+    bool openForWriting(
+        const ProjectOptions& options, Containers::StringView command);
 
-    /* Whether there were no errors in the language files when they were read */
-    bool filesAreFine() const { return _filesAreFine; }
+    /* Reads a file, which may be missing */
+    bool readFile(Containers::StringView file, FileContent& out);
 
-    bool save();
+    /* What commit() writes: the project, and files of its languages */
+    bool write();
+    bool writeFiles(const Codes& codes);
 
-    OrrelinEditor& editor() { return _session.editor(); }
-    ChangeManager& changeManager() { return _session.changeManager(); }
-    LocalizationData& localization() { return _session.localization(); }
-    TermMap& strings() { return _strings; }
+    /* Makes all that was written hold at once, or nothing of it */
+    bool commit();
 
-    Containers::StringView file() const { return _file; }
+    OrrelinEditor& editor();
+    ChangeManager& changeManager();
+    LocalizationData& localization();
+    TermMap& strings();
+    Storage& storage();
+    const ProjectOptions& options() const;
+
+    /* As the user named it */
+    Containers::StringView file() const;
+
+    /* Whether it's one of the files that make up the project itself, which may
+       be in the same folder as those of its languages */
+    bool isOwnFile(Containers::StringView path) const;
 
     /* Code of the language of the project's own texts, valid until the project
        changes */
@@ -67,25 +106,24 @@ public:
     /* The same, but prints if it doesn't */
     bool checkLanguage(Containers::StringView code);
 
-    /* Whether the language files are in an archive */
-    bool isZip();
+    /* Where language files are written to, and imported from. What looks like
+       an extension of the folder's name is dropped. */
+    LanguageSource target();
 
-    /* The folder for language files, as the project has it */
-    Containers::String languagesFolder();
-
-    /* The archive or the folder that language files are exported to. The folder
-       is the above without what looks like an extension in its name. */
-    Containers::String filesPath();
-
-    /* What translations are read from: the above or, if there's nothing, what
-       was exported before the project was set to the other. Empty if there's
-       nothing either. */
-    Containers::String sourcePath();
+    /* Where translations are read from: the above or, if there's nothing, what
+       was written before the project was set to the other. Without a path if
+       there's nothing either. Prints and returns false if it can't be found
+       out. */
+    bool findSource(LanguageSource& out);
 
     /* The text of a term in the project, a null view if there is none */
     Containers::StringView source(Containers::StringView recordPath);
 
-    /* The terms that are to be translated, valid until terms change */
+    /* In the order of their keys, valid until the project or its terms
+       change */
+    std::vector<Term> terms();
+
+    /* Those to be translated */
     std::vector<Term> translatedTerms();
 
     /* How many of them have a translation */
@@ -93,16 +131,35 @@ public:
         const std::vector<Term>& terms, Containers::StringView code);
 
 private:
-    bool openDocument();
-    Containers::String exportFolder();
-    Containers::String archivePath();
-    void import(Containers::StringView path);
+    struct State;
+    static constexpr int MaxAttempts = 20;
 
-    EditorSession _session;
-    Containers::String _file;
-    TermMap _strings;
-    bool _filesAreFine = true;
+    bool open(const ProjectOptions& options, Containers::StringView command);
+    bool findFile();
+    bool readComponents();
+    bool readProject();
+    LanguageSource source(bool isArchive);
+    bool hasFiles(const LanguageSource& source, bool& out);
+    bool writeArchive(const Codes& codes, Containers::StringView file);
+
+    /* Waits a little if it isn't */
+    bool isCurrent() const;
+
+    std::unique_ptr<State> _state;
 };
+
+template<class F>
+bool Project::read(const ProjectOptions& options, F&& function) {
+    for(int attempt = 0; attempt != MaxAttempts; ++attempt) {
+        HeldMessages messages;
+        const bool succeeded = open(options, {}) && function(*this);
+        if(isCurrent())
+            return succeeded;
+        messages.drop();
+    }
+    fail(file() + " is being changed by another program all the time");
+    return false;
+}
 
 }}
 

@@ -3,6 +3,7 @@
 #include <Corrade/Utility/Format.h>
 #include <Corrade/Utility/Path.h>
 
+#include "ChangeManager.h"
 #include "Commands.h"
 #include "JsonList.h"
 #include "LanguageFiles.h"
@@ -11,6 +12,8 @@
 #include "Table.h"
 #include "Tools/LocalizationTools.h"
 #include "Tools/languageIndex.h"
+#include "shared/RecordPath.h"
+#include "storage/Storage.h"
 
 namespace OrrelinEngine { namespace Host {
 
@@ -59,24 +62,28 @@ bool checkRemovable(Project& project, const Codes& codes) {
     return true;
 }
 
-/* What has texts of removed languages still, from where they would come back */
-void printLeftovers(Project& project, const Codes& codes) {
-    const Containers::String path = project.filesPath();
-    if(project.isZip()) {
-        if(Utility::Path::exists(path))
-            printLine(Utility::format("{} stays as it is; 'export --prune' "
-                                      "writes it without the language",
-                path));
-        return;
-    }
-    for(const Containers::String& code: codes) {
-        const Containers::String name =
-            Utility::Path::join(path, code + ".json");
-        if(Utility::Path::exists(name))
-            printLine(Utility::format("{} is there still; 'import' would add "
-                                      "the language again",
-                name));
-    }
+/* The files that go with the languages. From an archive, what is in it would
+   come back. */
+Codes filesOf(Project& project, const Codes& codes) {
+    Codes out;
+    const LanguageSource files = project.target();
+    if(!files.isArchive)
+        for(const Containers::String& code: codes)
+            out.push_back(Utility::Path::join(files.path, code + ".json"));
+    return out;
+}
+
+bool removeFile(Project& project, Containers::StringView file, Codes& removed) {
+    FileContent content;
+    if(!project.readFile(file, content))
+        return false;
+    if(!content.exists)
+        return true;
+    const Containers::String fault = project.storage().remove(file);
+    if(!fault.isEmpty())
+        fail(fault);
+    removed.push_back(file);
+    return fault.isEmpty();
 }
 
 }
@@ -107,15 +114,13 @@ int listLanguages(Containers::StringView filter, bool json) {
 
 int addLanguages(const ProjectOptions& options, const Codes& codes) {
     Project project;
-    if(!project.open(options) || !checkNew(project, codes))
+    if(!project.openForWriting(options, "add") || !checkNew(project, codes))
         return Failure;
 
     const bool isFirst = project.languages().empty();
     for(const Containers::String& code: codes)
-        if(!project.hasLanguage(code))
-            LocalizationTools::addLanguage(
-                project.editor(), languageIndex(code));
-    if(!project.save())
+        LocalizationTools::addLanguage(project.editor(), languageIndex(code));
+    if(!project.write() || !project.commit())
         return Failure;
 
     for(const Containers::String& code: codes)
@@ -130,39 +135,35 @@ int addLanguages(const ProjectOptions& options, const Codes& codes) {
     return Success;
 }
 
-/* The library deletes the file at once, so it's put back if the project then
-   can't be saved */
+/* The library's own operation deletes the file at once, but here it goes
+   together with the project's change or not at all */
 int removeLanguages(const ProjectOptions& options, const Codes& codes) {
-    typedef Containers::Optional<Containers::Array<char>> Content;
     Project project;
-    if(!project.open(options) || !checkRemovable(project, codes))
+    if(!project.openForWriting(options, "remove") ||
+        !checkRemovable(project, codes))
         return Failure;
 
-    std::vector<std::pair<Containers::String, Content>> files;
-    const bool allDeleted = succeeds([&] {
-        for(const Containers::String& code: codes) {
-            const Containers::String name =
-                Utility::Path::join(project.languagesFolder(), code + ".json");
-            if(!project.isZip() && Utility::Path::exists(name))
-                files.emplace_back(name, Utility::Path::read(name));
-            LocalizationTools::removeLanguage(project.editor(), code);
-        }
-    });
-    if(!project.save()) {
-        for(const auto& file: files)
-            if(file.second)
-                Utility::Path::write(file.first, *file.second);
+    Codes removed;
+    for(const Containers::String& file: filesOf(project, codes))
+        if(!removeFile(project, file, removed))
+            return Failure;
+    for(const Containers::String& code: codes)
+        project.changeManager().pushRemoval(
+            project.editor().languagesSection[RecordPath::segment(code)].path);
+    if(!project.write() || !project.commit())
         return Failure;
-    }
 
     for(const Containers::String& code: codes)
         printLine(Utility::format("Removed the language {}", code));
-    for(const auto& file: files)
-        if(!Utility::Path::exists(file.first))
-            printLine(Utility::format("Deleted {}", file.first));
-    printLeftovers(project, codes);
+    for(const Containers::String& file: removed)
+        printLine(Utility::format("Deleted {}", file));
+    const LanguageSource files = project.target();
+    if(files.isArchive && Utility::Path::exists(files.path))
+        printLine(Utility::format("{} stays as it is; 'export --prune' writes "
+                                  "it without the language",
+            files.path));
     printLine(Utility::format("Saved {}", project.file()));
-    return allDeleted ? Success : Failure;
+    return Success;
 }
 
 }}

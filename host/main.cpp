@@ -17,6 +17,7 @@ using namespace OrrelinEngine::Host;
 struct Arguments {
     std::string project;
     std::string components;
+    unsigned int maxArchive = 0;
     std::string oldKey, newKey;
     std::string filter;
     std::vector<std::string> codes;
@@ -27,7 +28,7 @@ struct Arguments {
     double failUnder = 0.0;
     int result = Success;
 
-    ProjectOptions options() const { return {project, components}; }
+    ProjectOptions options() const { return {project, components, maxArchive}; }
     /* Each once */
     Codes codeList() const {
         Codes out;
@@ -69,6 +70,11 @@ template<class F> CLI::App& addProjectCommand(CLI::App& app,
            "Types of script components, in place of the file\n"
            "components.json beside the project")
         ->option_text("FILE");
+    out.add_option("--max-archive", arguments.maxArchive,
+           "Size that an archive of language files may unpack to;\n"
+           "otherwise what its project could need")
+        ->option_text("MIB")
+        ->check(CLI::Range(1u, 2048u));
     return out;
 }
 

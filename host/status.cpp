@@ -7,6 +7,7 @@
 #include "JsonList.h"
 #include "Messages.h"
 #include "Table.h"
+#include "Translations.h"
 
 namespace OrrelinEngine { namespace Host {
 
@@ -28,11 +29,9 @@ struct LanguageStatus {
 };
 
 /* Of the default language, what the project has */
-std::size_t sourceCount(Project& project, const std::vector<Term>& terms) {
-    return std::size_t(
-        std::count_if(terms.begin(), terms.end(), [&](const Term& term) {
-            return project.source(term.path).data() != nullptr;
-        }));
+std::size_t sourceCount(const std::vector<Term>& terms) {
+    return std::size_t(std::count_if(terms.begin(), terms.end(),
+        [&](const Term& term) { return term.source.data() != nullptr; }));
 }
 
 std::vector<LanguageStatus> statusOf(Project& project) {
@@ -40,7 +39,7 @@ std::vector<LanguageStatus> statusOf(Project& project) {
     std::vector<LanguageStatus> out;
     for(const ProjectLanguage& language: project.languages())
         out.push_back({language,
-            language.isDefault ? sourceCount(project, terms)
+            language.isDefault ? sourceCount(terms)
                                : project.translationCount(terms, language.code),
             terms.size()});
     return out;
@@ -99,7 +98,11 @@ int checkLimit(const std::vector<LanguageStatus>& languages, double limit) {
 
 int showStatus(const ProjectOptions& options, bool json, double failUnder) {
     Project project;
-    if(!project.open(options) || !project.readTranslations())
+    bool areFilesFine = true;
+    if(!project.read(options, [&](Project& p) {
+           areFilesFine = readTranslations(p);
+           return true;
+       }))
         return Failure;
     const std::vector<LanguageStatus> languages = statusOf(project);
     if(json)
@@ -109,7 +112,7 @@ int showStatus(const ProjectOptions& options, bool json, double failUnder) {
     else
         printTable(languages);
     const int limit = checkLimit(languages, failUnder);
-    return project.filesAreFine() ? limit : Failure;
+    return areFilesFine ? limit : Failure;
 }
 
 }}

@@ -7,6 +7,7 @@
 #include "LanguageFiles.h"
 #include "Messages.h"
 #include "Table.h"
+#include "Translations.h"
 #include "Tools/LocalizationTools.h"
 
 namespace OrrelinEngine { namespace Host {
@@ -15,13 +16,12 @@ namespace {
 
 void printJson(Project& project) {
     JsonList out;
-    for(const auto& term: project.localization().terms) {
+    for(const Term& term: project.terms()) {
         out.beginObject();
-        out.add("key", term.first);
-        out.add("text", project.source(term.second));
-        out.add("path", term.second);
-        out.add("translate",
-            LocalizationTools::termExists(project.editor(), term.first));
+        out.add("key", term.key);
+        out.add("text", term.source);
+        out.add("path", term.path);
+        out.add("translate", term.isTranslated);
         out.endObject();
     }
     out.print();
@@ -30,13 +30,11 @@ void printJson(Project& project) {
 void printTable(Project& project) {
     Table table{{{"key"}, {"translate"}, {"text"}, {"path"}}};
     std::size_t translated = 0;
-    for(const auto& term: project.localization().terms) {
-        const bool isTranslated =
-            LocalizationTools::termExists(project.editor(), term.first);
-        translated += isTranslated;
-        const Style style = isTranslated ? Style::Plain : Style::Dim;
-        table.add({{term.first, style}, {isTranslated ? "yes" : "no", style},
-            {project.source(term.second), style}, {term.second, Style::Dim}});
+    for(const Term& term: project.terms()) {
+        translated += term.isTranslated;
+        const Style style = term.isTranslated ? Style::Plain : Style::Dim;
+        table.add({{term.key, style}, {term.isTranslated ? "yes" : "no", style},
+            {term.source, style}, {term.path, Style::Dim}});
     }
     table.print();
 
@@ -83,35 +81,32 @@ bool checkKeys(Project& project, Containers::StringView oldKey,
     return fault.isEmpty();
 }
 
-/* Whether the files with the old key are just what the project has, those
-   included that couldn't be read */
-bool canRewrite(Project& project, Codes codes) {
-    for(const ProjectLanguage& language: project.languages()) {
-        if(!isFileName(language.code))
-            return false;
-        if(std::find(codes.begin(), codes.end(), language.code) == codes.end())
-            codes.push_back(language.code);
-    }
-    const Containers::Optional<Losses> losses = lossesOf(project, codes);
-    if(!losses)
-        return false;
-    if(losses->dropped)
+/* Whether the files with the old key are just what the project has. Puts the
+   codes of those that are there into the list. */
+bool canRewrite(Project& project, Codes& codes) {
+    Losses losses;
+    if(!readReplaced(project, codes, losses))
+        fail("nothing was renamed, as what can't be read would be lost; repair "
+             "it or move it away first");
+    else if(losses.dropped)
         fail(Utility::format(
             "{} would be lost, such as {}; export with "
             "--prune first to drop what the project has no place for",
-            counted(losses->dropped, "text"), losses->example));
-    else if(losses->replaced)
+            counted(losses.dropped, "text"), losses.example));
+    else if(losses.replaced)
         fail(Utility::format("{} in the default language's file differ from "
                              "the project; import or export them first",
-            counted(losses->replaced, "text")));
-    return !losses->dropped && !losses->replaced;
+            counted(losses.replaced, "text")));
+    else
+        return std::all_of(codes.begin(), codes.end(), isFileName);
+    return false;
 }
 
 }
 
 int listTerms(const ProjectOptions& options, bool json) {
     Project project;
-    if(!project.open(options))
+    if(!project.read(options))
         return Failure;
     if(json)
         printJson(project);
@@ -123,26 +118,23 @@ int listTerms(const ProjectOptions& options, bool json) {
 int renameTerm(const ProjectOptions& options, Containers::StringView oldKey,
     Containers::StringView newKey, bool merge) {
     Project project;
-    if(!project.open(options) || !checkKeys(project, oldKey, newKey, merge) ||
-        !project.readTranslations())
-        return Failure;
-    const Codes codes = languagesWithFiles(project);
-    if(!canRewrite(project, codes))
+    Codes codes;
+    if(!project.openForWriting(options, "rename") ||
+        !checkKeys(project, oldKey, newKey, merge) ||
+        !canRewrite(project, codes))
         return Failure;
 
     const std::size_t count = storeKey(project, oldKey, newKey);
     LocalizationTools::renameTerm(
         project.editor(), oldKey, newKey, project.strings());
-    if(!project.save())
+    if(!project.write() || (!codes.empty() && !project.writeFiles(codes)) ||
+        !project.commit())
         return Failure;
     printLine(Utility::format("Renamed '{}' to '{}' ({}) in {}", oldKey, newKey,
         counted(count, "value"), project.file()));
-    if(codes.empty())
-        return Success;
-    if(!writeFiles(project, codes))
-        return Failure;
-    printLine(Utility::format("Updated {} in {}",
-        counted(codes.size(), "language file"), project.filesPath()));
+    if(!codes.empty())
+        printLine(Utility::format("Updated {} in {}",
+            counted(codes.size(), "language file"), project.target().path));
     return Success;
 }
 

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <vector>
 #include <Corrade/Utility/Format.h>
 #include <Corrade/Utility/Path.h>
 
@@ -7,36 +8,14 @@
 #include "LanguageFiles.h"
 #include "Messages.h"
 #include "Table.h"
+#include "Translations.h"
 
 namespace OrrelinEngine { namespace Host {
 
 namespace {
 
-/* A text of the project, as it was before */
-struct Source {
-    Containers::StringView key;
-    Containers::StringView path;
-    Containers::String text;
-};
-
-std::vector<Source> sources(Project& project) {
-    std::vector<Source> out;
-    for(const auto& term: project.localization().terms)
-        out.push_back({term.first, term.second, project.source(term.second)});
-    return out;
-}
-
-std::vector<Source> changedSources(
-    Project& project, const std::vector<Source>& before) {
-    std::vector<Source> out;
-    for(const Source& source: before)
-        if(project.source(source.path) != source.text)
-            out.push_back(source);
-    return out;
-}
-
 void printImport(Project& project, const std::vector<ProjectLanguage>& before,
-    std::size_t changedCount) {
+    std::size_t changedCount, bool areFilesFine) {
     const LanguageTranslations& all = project.localization().translations;
     const std::vector<Term> terms = project.translatedTerms();
     Table table{
@@ -48,7 +27,7 @@ void printImport(Project& project, const std::vector<ProjectLanguage>& before,
             });
         Containers::String note;
         if(all.find(language.code) == all.end())
-            note = project.filesAreFine() ? "no file" : "not read";
+            note = areFilesFine ? "no file" : "not read";
         else if(isNew)
             note = "added to the project";
         else if(language.isDefault && changedCount)
@@ -62,29 +41,69 @@ void printImport(Project& project, const std::vector<ProjectLanguage>& before,
     table.print();
 }
 
-void printChanges(Project& project, const std::vector<Source>& changed) {
-    for(const Source& source: changed) {
+void printChanges(Project& project, const std::vector<SourceChange>& changes) {
+    for(const SourceChange& change: changes) {
         printLine();
-        printLine(source.key, Style::Bold);
-        printLine("  from: " + source.text);
-        printLine("  to:   " + project.source(source.path));
+        printLine(change.key, Style::Bold);
+        printLine("  from: " + change.before);
+        printLine("  to:   " + project.source(change.path));
     }
 }
 
 /* Nothing is saved, but the user sees that it could be taken back */
-int undoImport(Project& project, const std::vector<Source>& before,
-    std::size_t changedCount) {
-    if(!changedCount) {
+bool undoImport(Project& project, const std::vector<SourceChange>& changes) {
+    if(changes.empty()) {
         printLine("Dry run: nothing was saved.");
-        return Success;
+        return true;
     }
     project.changeManager().undoLast();
-    if(!changedSources(project, before).empty())
-        return fail("the changed texts couldn't be taken back");
+    for(const SourceChange& change: changes)
+        if(project.source(change.path) != change.before) {
+            fail("the changed texts couldn't be taken back");
+            return false;
+        }
     printLine(Utility::format("Dry run: {} taken back by one undo, nothing was "
                               "saved.",
-        counted(changedCount, "changed text")));
-    return Success;
+        counted(changes.size(), "changed text")));
+    return true;
+}
+
+struct Import {
+    std::vector<ProjectLanguage> languages;
+    std::vector<SourceChange> changes;
+    bool areFilesFine = true;
+};
+
+/* Whether there was something to import, if only faulty files */
+bool import(Project& project, Import& out) {
+    out = {};
+    out.languages = project.languages();
+    /* The first language to be added becomes the default one, which shouldn't
+       depend on the order of files in a folder */
+    if(out.languages.empty()) {
+        fail("the project has no languages yet; first 'add' the language of "
+             "its own texts");
+        return false;
+    }
+    const Containers::String path = project.target().path;
+    if(!Utility::Path::exists(path)) {
+        fail(Utility::format("there is no {}; 'export' writes it", path));
+        return false;
+    }
+    out.areFilesFine = importAll(project, out.changes);
+    return true;
+}
+
+bool saveImport(Project& project, const Import& import) {
+    if(import.changes.empty() &&
+        project.languages().size() == import.languages.size()) {
+        printLine("Nothing to change in the project.");
+        return true;
+    }
+    if(!project.write() || !project.commit())
+        return false;
+    printLine(Utility::format("Saved {}", project.file()));
+    return true;
 }
 
 /* Codes of the languages to export; all go into an archive, as it's written
@@ -94,7 +113,7 @@ Codes exportedCodes(Project& project, const Codes& named) {
         if(!project.checkLanguage(code))
             return {};
     Codes out = named;
-    if(out.empty() || project.isZip()) {
+    if(out.empty() || project.target().isArchive) {
         out.clear();
         for(const ProjectLanguage& language: project.languages())
             out.push_back(language.code);
@@ -131,64 +150,48 @@ void printExport(
         printLine(Utility::format("{} dropped, such as {}.",
             counted(losses.dropped, "text"), losses.example));
     printLine(Utility::format("Wrote {} to {}",
-        counted(codes.size(), "language file"), project.filesPath()));
+        counted(codes.size(), "language file"), project.target().path));
 }
 
 }
 
 int importFiles(const ProjectOptions& options, bool dryRun) {
     Project project;
-    if(!project.open(options))
+    Import result;
+    const bool isDone = dryRun
+        ? project.read(options, [&](Project& p) { return import(p, result); })
+        : project.openForWriting(options, "import") && import(project, result);
+    if(!isDone)
         return Failure;
-    const std::vector<ProjectLanguage> languages = project.languages();
-    /* The first language to be added becomes the default one, which shouldn't
-       depend on the order of files in a folder */
-    if(languages.empty())
-        return fail("the project has no languages yet; first 'add' the "
-                    "language of its own texts");
-    if(!Utility::Path::exists(project.filesPath()))
-        return fail(Utility::format(
-            "there is no {}; 'export' writes it", project.filesPath()));
-
-    const std::vector<Source> before = sources(project);
-    project.importFiles();
-    const std::vector<Source> changed = changedSources(project, before);
-    printImport(project, languages, changed.size());
-    printChanges(project, changed);
+    printImport(
+        project, result.languages, result.changes.size(), result.areFilesFine);
+    printChanges(project, result.changes);
     printLine();
-
-    int result = Success;
-    if(dryRun)
-        result = undoImport(project, before, changed.size());
-    else if(changed.empty() && project.languages().size() == languages.size())
-        printLine("Nothing to change in the project.");
-    else if(project.save())
-        printLine(Utility::format("Saved {}", project.file()));
-    else
-        result = Failure;
-    return project.filesAreFine() ? result : Failure;
+    const bool succeeded = dryRun ? undoImport(project, result.changes)
+                                  : saveImport(project, result);
+    return succeeded && result.areFilesFine ? Success : Failure;
 }
 
 int exportFiles(const ProjectOptions& options, const Codes& named, bool prune) {
     Project project;
-    if(!project.open(options))
+    if(!project.openForWriting(options, "export"))
         return Failure;
-    const Codes codes = exportedCodes(project, named);
-    if(codes.empty() || !project.readTranslations())
+    Codes codes = exportedCodes(project, named);
+    Losses losses;
+    if(codes.empty())
         return Failure;
-
-    const Containers::Optional<Losses> losses = lossesOf(project, codes);
-    if(!losses)
-        return Failure;
-    if(losses->dropped && !prune)
+    if(!readReplaced(project, codes, losses))
+        return fail("nothing was written, as what can't be read would be "
+                    "lost; repair it or move it away first");
+    if(losses.dropped && !prune)
         return fail(
             Utility::format("{} would be lost, such as {}; the project has no "
                             "place for such texts, --prune drops them",
-                counted(losses->dropped, "text"), losses->example));
-    if(!writeFiles(project, codes))
+                counted(losses.dropped, "text"), losses.example));
+    if(!project.writeFiles(codes) || !project.commit())
         return Failure;
-    printExport(project, codes, *losses,
-        !named.empty() && named.size() != codes.size());
+    printExport(
+        project, codes, losses, !named.empty() && named.size() != codes.size());
     return Success;
 }
 

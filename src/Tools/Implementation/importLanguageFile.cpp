@@ -130,7 +130,11 @@ void importLanguageFile(OrrelinEditor& editor, Containers::StringView name,
             << name;
         return;
     }
+    importTranslation(editor, name, translation);
+}
 
+void importTranslation(OrrelinEditor& editor, Containers::StringView name,
+    const Utility::JsonIterator& translation) {
     const Containers::StringView code =
         Utility::Path::splitExtension(name).first();
     bool isDefault;

@@ -2,6 +2,7 @@
 #define Orrelin_Tools_Implementation_importLanguageFile
 
 #include <Corrade/Containers/Containers.h>
+#include <Corrade/Utility/Utility.h>
 
 #include "OrrelinEngine.h"
 
@@ -13,6 +14,10 @@ namespace OrrelinEngine { namespace LocalizationTools {
    language to the change manager. Prints what is wrong with the file. */
 void importLanguageFile(OrrelinEditor& editor, Containers::StringView name,
     Containers::ArrayView<char> content);
+
+/* The same for what translationOf() returned of a file */
+void importTranslation(OrrelinEditor& editor, Containers::StringView name,
+    const Utility::JsonIterator& translation);
 
 }}
 

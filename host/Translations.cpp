@@ -1,0 +1,256 @@
+#include "Translations.h"
+
+#include <algorithm>
+#include <Corrade/Containers/Optional.h>
+#include <Corrade/Utility/Format.h>
+#include <Corrade/Utility/Json.h>
+
+#include "ChangeManager.h"
+#include "LanguageFileFaults.h"
+#include "LanguageFiles.h"
+#include "LanguageTable.h"
+#include "Messages.h"
+#include "Tools/languageIndex.h"
+#include "Tools/Implementation/importLanguageFile.h"
+#include "Tools/Implementation/parseLanguageFile.h"
+
+namespace OrrelinEngine { namespace Host {
+
+namespace {
+
+typedef Utility::JsonToken::Type Type;
+
+bool all(Containers::StringView) {
+    return true;
+}
+
+bool contains(const Codes& codes, Containers::StringView code) {
+    return std::find(codes.begin(), codes.end(), code) != codes.end();
+}
+
+/* Finds terms by their keys. Files list them in the order of the table, so what
+   follows the last one is mostly the one that's looked for. */
+class TermFinder {
+public:
+    explicit TermFinder(const std::vector<Term>& terms): _terms(terms) {}
+
+    /* Null if there's no such term that is to be translated */
+    const Term* find(Containers::StringView key) {
+        if(_next == _terms.size() || _terms[_next].key != key)
+            _next =
+                std::size_t(std::lower_bound(_terms.begin(), _terms.end(), key,
+                                [](const Term& term, Containers::StringView k) {
+                                    return StrLess{}(term.key, k);
+                                }) -
+                    _terms.begin());
+        if(_next == _terms.size() || _terms[_next].key != key)
+            return nullptr;
+        const Term& out = _terms[_next++];
+        return out.isTranslated ? &out : nullptr;
+    }
+
+private:
+    const std::vector<Term>& _terms;
+    std::size_t _next = 0;
+};
+
+/* Calls the function with the texts of a file, and tells of values that are
+   none. False if the file can't be read as one of a language. */
+template<class F> bool withTexts(LanguageFile& file, F&& function) {
+    const FaultTeller faults{file};
+    const Containers::Optional<Utility::Json> json =
+        LocalizationTools::parseLanguageFile(file.content);
+    const Utility::JsonIterator texts = json
+        ? LocalizationTools::translationOf(*json)
+        : Utility::JsonIterator{};
+    if(!texts) {
+        faults.tell();
+        return false;
+    }
+    for(const Utility::JsonObjectItem text: texts->asObject())
+        if(text.value().type() != Type::String &&
+            text.value().type() != Type::Null) {
+            faults.tellWrongTypes();
+            break;
+        }
+    return function(*json, texts);
+}
+
+bool isKnown(Project& project, const LanguageFile& file) {
+    if(project.hasLanguage(file.code) ||
+        languageIndex(file.code) != AllLanguageCount)
+        return true;
+    fail(Utility::format("{}: unknown language code '{}'{}", file.path,
+        file.code, suggestion(file.code, allLanguages())));
+    return false;
+}
+
+/* What is wrong was told with its place already */
+void take(Project& project, const LanguageFile& file,
+    const Utility::JsonIterator& texts) {
+    Utility::Error noErrors{nullptr};
+    Utility::Warning noWarnings{nullptr};
+    LocalizationTools::importTranslation(project.editor(), file.name, texts);
+}
+
+/* Not for the default language, whose texts are those of the project */
+void takeTranslation(Project& project, const LanguageFile& file,
+    const Utility::JsonIterator& texts) {
+    if(project.hasLanguage(file.code) && file.code != project.defaultLanguage())
+        take(project, file, texts);
+}
+
+/* Adds up what a file holds that a new one wouldn't */
+class LossCount {
+public:
+    explicit LossCount(Project& project, const std::vector<Term>& terms,
+        const LanguageFile& file, bool isReplaced, Losses& losses):
+        _file(file),
+        _terms{terms},
+        _losses(losses), _isDefault{file.code == project.defaultLanguage()} {
+        if(isReplaced)
+            _translations = &project.localization().translations[file.code];
+    }
+
+    void add(const Utility::Json& json, const Utility::JsonIterator& texts) {
+        for(const Utility::JsonObjectItem member: json.root().asObject())
+            if(member.key() != "translation")
+                drop(member.key());
+        for(const Utility::JsonObjectItem text: texts->asObject())
+            if(text.value().type() != Type::Null)
+                add(text.key(), text.value());
+    }
+
+private:
+    void add(Containers::StringView key, const Utility::JsonToken& value) {
+        const Term* const term = _translations ? _terms.find(key) : nullptr;
+        if(!term || value.type() != Type::String) {
+            drop(key);
+            return;
+        }
+        if(_isDefault) {
+            _losses.replaced += value.asString() != term->source;
+            return;
+        }
+        const auto found = _translations->find(key);
+        if(found == _translations->end() || !found->second ||
+            *found->second != value.asString())
+            drop(key);
+    }
+
+    void drop(Containers::StringView key) {
+        if(!_losses.dropped++)
+            _losses.example = Utility::format("'{}' in {}", key, _file.path);
+    }
+
+    const LanguageFile& _file;
+    TermFinder _terms;
+    Losses& _losses;
+    bool _isDefault;
+    const TranslationMap* _translations = nullptr;
+};
+
+/* Texts that the file of the default language changes */
+void addChanges(const std::vector<Term>& terms,
+    const Utility::JsonIterator& texts, std::vector<SourceChange>& out) {
+    TermFinder finder{terms};
+    for(const Utility::JsonObjectItem text: texts->asObject()) {
+        const Term* const term = text.value().type() == Type::String
+            ? finder.find(text.key())
+            : nullptr;
+        if(term && term->source.data() &&
+            term->source != text.value().asString())
+            out.push_back({term->key, term->path, term->source});
+    }
+}
+
+/* Keys that a file has twice are in the list twice */
+void keepChanged(Project& project, std::vector<SourceChange>& changes) {
+    std::stable_sort(changes.begin(), changes.end(),
+        [](const SourceChange& a, const SourceChange& b) {
+            return StrLess{}(a.key, b.key);
+        });
+    changes.erase(std::unique(changes.begin(), changes.end(),
+                      [](const SourceChange& a, const SourceChange& b) {
+                          return a.path == b.path;
+                      }),
+        changes.end());
+    changes.erase(std::remove_if(changes.begin(), changes.end(),
+                      [&](const SourceChange& change) {
+                          return project.source(change.path) == change.before;
+                      }),
+        changes.end());
+}
+
+}
+
+bool readTranslations(Project& project) {
+    LanguageSource source;
+    if(!project.findSource(source))
+        return false;
+    if(source.path.isEmpty())
+        return true;
+    return forEachLanguageFile(project, source, all, [&](LanguageFile& file) {
+        const bool known = isKnown(project, file);
+        return withTexts(file,
+            [&](const Utility::Json&, const Utility::JsonIterator& texts) {
+                takeTranslation(project, file, texts);
+                return known;
+            });
+    });
+}
+
+bool readReplaced(Project& project, Codes& codes, Losses& losses) {
+    LanguageSource source;
+    if(!project.findSource(source))
+        return false;
+    if(source.path.isEmpty())
+        return true;
+
+    const std::vector<Term> terms = project.terms();
+    const LanguageSource target = project.target();
+    const bool isReplaced = source.path == target.path;
+    const bool takesAll = codes.empty();
+    /* Loose files of other languages stay */
+    const auto isWanted = [&](Containers::StringView name) {
+        return takesAll || source.isArchive ||
+            contains(codes, name.exceptSuffix(".json"));
+    };
+    return forEachLanguageFile(
+        project, source, isWanted, [&](LanguageFile& file) {
+            if(takesAll && project.hasLanguage(file.code))
+                codes.push_back(file.code);
+            return withTexts(file,
+                [&](const Utility::Json& json,
+                    const Utility::JsonIterator& texts) {
+                    takeTranslation(project, file, texts);
+                    if(isReplaced)
+                        LossCount{project, terms, file,
+                            contains(codes, file.code), losses}
+                            .add(json, texts);
+                    return true;
+                });
+        });
+}
+
+bool importAll(Project& project, std::vector<SourceChange>& changes) {
+    const std::vector<Term> terms = project.terms();
+    project.changeManager().beginGroup();
+    const bool succeeded = forEachLanguageFile(
+        project, project.target(), all, [&](LanguageFile& file) {
+            const bool known = isKnown(project, file);
+            return withTexts(file,
+                [&](const Utility::Json&, const Utility::JsonIterator& texts) {
+                    if(file.code == project.defaultLanguage())
+                        addChanges(terms, texts, changes);
+                    if(known)
+                        take(project, file, texts);
+                    return known;
+                });
+        });
+    project.changeManager().commit();
+    keepChanged(project, changes);
+    return succeeded;
+}
+
+}}
