@@ -7,6 +7,8 @@
 #include <rapidjson/document.h>
 #include <rapidjson/istreamwrapper.h>
 
+#include "OrrelinEngine.h"
+
 namespace OrrelinEngine {
 
 /* One member of the file with results measured on the actual libraries */
@@ -26,8 +28,7 @@ inline const rapidjson::Value& vectors(const char* name) {
     return document[name];
 }
 
-inline Corrade::Containers::StringView stringView(
-    const rapidjson::Value& value) {
+inline Containers::StringView stringView(const rapidjson::Value& value) {
     return {value.GetString(), value.GetStringLength()};
 }
 
