@@ -29,34 +29,25 @@ struct RecordAccessTest: testing::Test {
 };
 
 TEST_F(RecordAccessTest, paths) {
-    const auto path = [](const RecordAccess& access) {
-        return text(access.path);
+    const auto expect = [](const RecordAccess& access, const char* path) {
+        EXPECT_EQ(text(access.path), path);
     };
     const RecordAccess& p = project;
-    EXPECT_EQ(path(p), "");
-    EXPECT_EQ(path(p["settings"]), "/settings");
-    EXPECT_EQ(path(p["/settings"]), "/settings");
-    EXPECT_EQ(path(p["a"]["b"]["c"]), "/a/b/c");
-    EXPECT_EQ(path(p["a/b"]["c"]), "/a/b/c");
-    EXPECT_EQ(path(p.subValue("a/b").subValue("c")), "/a/b/c");
-    EXPECT_EQ(path(p[p["a/b"]["c"].path]), "/a/b/c");
-    EXPECT_EQ(path(p[p["a/b"].path + "_translate"]), "/a/b_translate");
-    EXPECT_EQ(path(p["list"][2u]), "/list/2");
-    EXPECT_EQ(path(p["list"]["2"]), "/list/2");
-    EXPECT_EQ(path(p["list"][4294967295u]), "/list/4294967295");
-    EXPECT_EQ(path(p["a"][""]), "/a/");
-    EXPECT_EQ(path(p["a//b"]), "/a//b");
-    EXPECT_EQ(path(p["a~1b"]["~0"]), "/a~1b/~0");
-    EXPECT_EQ(path(ProjectSection(file, "objects")), "/objects");
-    EXPECT_EQ(path(ProjectSection(file, "objects")["k3"]), "/objects/k3");
+    expect(p, "");
+    expect(p["/settings"], "/settings");
+    expect(p.subValue("a/b").subValue("c"), "/a/b/c");
+    expect(p[p["a"]["b"].path + "_translate"], "/a/b_translate");
+    expect(p["list"][2u], "/list/2");
+    expect(p["list"][4294967295u], "/list/4294967295");
+    expect(p["a"][""], "/a/");
+    expect(p["a//b~1c"], "/a//b~1c");
+    expect(ProjectSection(file, "objects")["k3"], "/objects/k3");
 }
 
 TEST_F(RecordAccessTest, places) {
     parse(R"({"list": ["a", {"b": "c"}], "2": {"0": "digits"}})");
     EXPECT_EQ(text(project["list"][1u]["b"].asString()), "c");
-    EXPECT_EQ(text(project["list/1/b"].asString()), "c");
     EXPECT_EQ(text(project["2/0"].asString()), "digits");
-    EXPECT_EQ(text(project["2"][0u].asString()), "digits");
 
     /* No such places */
     for(const StringView key: {"list/2"_s, "list/01"_s, "list/-"_s, "list/b"_s,
@@ -70,33 +61,24 @@ TEST_F(RecordAccessTest, places) {
 }
 
 TEST_F(RecordAccessTest, settingsSchema) {
-    const std::pair<const char*, const char*> defaults[]{
-        {"settings/localization",
-            R"({"languagesFolder":"languages","format":"i18next",)"
-            R"("enableZipCompression":false})"},
-        {"settings/localization/enableZipCompression", "false"}};
-    for(const auto& data: defaults) {
-        const ValueAccess access = project[data.first];
-        EXPECT_FALSE(access.hasValue());
-        EXPECT_EQ(access.readValueNoDefault(), nullptr);
-        EXPECT_TRUE(access.exists());
-        EXPECT_EQ(jsonText(access.readValue()), data.second);
-    }
-    EXPECT_FALSE(project["settings/localization/defaultLanguage"].exists());
-    EXPECT_FALSE(project["settings/project/name"].exists());
+    const ValueAccess settings = project["settings/localization"];
+    EXPECT_FALSE(settings.hasValue());
+    EXPECT_EQ(settings.readValueNoDefault(), nullptr);
+    EXPECT_TRUE(settings.exists());
+    EXPECT_EQ(jsonText(settings.readValue()),
+        R"({"languagesFolder":"languages","format":"i18next",)"
+        R"("enableZipCompression":false})");
+    EXPECT_FALSE(settings["defaultLanguage"].exists());
 
     /* A section that is stored in part has the other defaults still, and a
        stored value counts even if it is null */
     parse(R"({"settings": {"localization":
         {"languagesFolder": "texts", "format": null}}})");
-    EXPECT_EQ(text(project["settings/localization/languagesFolder"].asString()),
-        "texts");
-    EXPECT_TRUE(project["settings/localization/format"].hasValue());
-    EXPECT_TRUE(project["settings/localization/format"].readValue().IsNull());
-    const ValueAccess zip =
-        project["settings/localization/enableZipCompression"];
-    EXPECT_FALSE(zip.hasValue());
-    EXPECT_TRUE(zip.exists());
+    EXPECT_EQ(text(settings["languagesFolder"].asString()), "texts");
+    EXPECT_TRUE(settings["format"].hasValue());
+    EXPECT_TRUE(settings["format"].readValue().IsNull());
+    EXPECT_FALSE(settings["enableZipCompression"].hasValue());
+    EXPECT_TRUE(settings["enableZipCompression"].exists());
 }
 
 TEST_F(RecordAccessTest, hostDefaults) {
@@ -106,21 +88,17 @@ TEST_F(RecordAccessTest, hostDefaults) {
     file.setDefaults(&defaults);
 
     /* Asked last */
-    EXPECT_EQ(text(project["settings/localization/languagesFolder"].asString()),
-        "languages");
-    const ValueAccess language =
-        project["settings/localization/defaultLanguage"];
+    const ValueAccess settings = project["settings/localization"];
+    EXPECT_EQ(text(settings["languagesFolder"].asString()), "languages");
+    ValueAccess language = settings["defaultLanguage"];
     EXPECT_TRUE(language.exists());
     EXPECT_FALSE(language.hasValue());
     EXPECT_EQ(text(language.asString()), "en");
     EXPECT_EQ(text(*project["objects"].keys().begin()), "k1");
 
-    ValueAccess{language}.setString("de");
-    EXPECT_TRUE(language.hasValue());
+    language.setString("de");
     EXPECT_EQ(text(language.asString()), "de");
-    EXPECT_STREQ(
-        defaults["settings"]["localization"]["defaultLanguage"].GetString(),
-        "en");
+    EXPECT_EQ(defaults["settings"]["localization"]["defaultLanguage"], "en");
 
     file.setDefaults(nullptr);
     EXPECT_FALSE(project["objects"].exists());
@@ -144,8 +122,6 @@ TEST_F(RecordAccessTest, keys) {
         const RecordAccessKeys empty = project[none].keys();
         EXPECT_TRUE(empty.begin() == empty.end()) << none;
     }
-
-    EXPECT_TRUE(object.keys().begin() != project["object/a"].keys().begin());
 
     /* RapidJSON's own pointers end at a zero byte */
     parse(R"({"a": 1, "a\u0000/b": 2})");
@@ -171,13 +147,11 @@ TEST_F(RecordAccessTest, accessorBeforeCreation) {
 }
 
 TEST_F(RecordAccessTest, addResourceLeavesWhatIsThere) {
-    for(const char* record: {R"({"name":"German"})", "null", "[]"}) {
-        parse((R"({"languages":{"de":)" + std::string{record} + "}}").data());
-        ProjectSection languages{file, "languages"};
-        EXPECT_EQ(jsonText(languages.addResource("de").readValue()), record);
-        EXPECT_EQ(languages.size(), 1u);
-    }
-    ProjectSection{file, "languages"}.addResource("a~1b");
+    parse(R"({"languages":{"de":null}})");
+    ProjectSection languages{file, "languages"};
+    EXPECT_TRUE(languages.addResource("de").readValue().IsNull());
+    EXPECT_EQ(languages.size(), 1u);
+    languages.addResource("a~1b");
     EXPECT_TRUE(file.document["languages"].HasMember("a/b"));
 }
 
@@ -197,7 +171,7 @@ TEST_F(RecordAccessTest, setStringCopies) {
         project["copy/below"].asString(), "text \0 of more than a few bytes"_s);
 
     project["copy"].setString({});
-    EXPECT_EQ(stored("/copy"), "\"\"");
+    EXPECT_EQ(stored(""), R"({"copy":""})");
 }
 
 TEST(RecordAccessDeathTest, setStringTooLong) {
@@ -205,15 +179,6 @@ TEST(RecordAccessDeathTest, setStringTooLong) {
     EXPECT_DEATH(file.setString({"", 0xffffffff}),
         testing::Eq("JsonObject::setString(): Can't store a text of "
                     "4294967295 bytes.\n"));
-}
-
-TEST_F(RecordAccessTest, writeValue) {
-    ValueAccess access = project["a"][1u];
-    EXPECT_TRUE(access.writeValue().IsNull());
-    access.writeValue().SetInt(3);
-    EXPECT_EQ(stored(""), R"({"a":[null,3]})");
-    EXPECT_EQ(&access.allocator(), &file.document.GetAllocator());
-    EXPECT_EQ(&access.allocator(), &file.allocator());
 }
 
 }}

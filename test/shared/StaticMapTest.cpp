@@ -3,7 +3,7 @@
 
 #include "shared/StaticMap.h"
 
-namespace OrrelinEngine { namespace Test { namespace {
+namespace OrrelinEngine { namespace {
 
 TEST(StaticMapTest, find) {
     StaticMap<int> map;
@@ -11,26 +11,18 @@ TEST(StaticMapTest, find) {
 
     /* Signed bytes would order the last one first */
     const char* const keys[]{"b", "a", "B", "ab", "abc", "\xc3\xa4"};
-    map.grow(16);
+    map.grow(6);
     for(int i = 0; i != 6; ++i)
         EXPECT_EQ(*map.put(keys[i], i + 0), i);
     map.compile();
+    /* Needs no compiling */
+    map.grow(10);
     EXPECT_EQ(map.size(), 6);
     EXPECT_EQ(map.capacity(), 16);
-
-    for(int i = 0; i != 6; ++i) {
-        SCOPED_TRACE(keys[i]);
-        ASSERT_TRUE(map.find(keys[i]));
+    for(int i = 0; i != 6; ++i)
         EXPECT_EQ(*map.find(keys[i]), i);
-    }
     for(const char* key: {"", "A", "aa", "abcd", "c", "\xc3", "\xff"})
         EXPECT_EQ(map.find(key), nullptr) << key;
-    EXPECT_EQ(*map.find(Containers::StringView{"abcde", 2}), 3);
-
-    /* Needs no compiling */
-    map.grow(16);
-    EXPECT_EQ(map.capacity(), 32);
-    EXPECT_EQ(*map.find("ab"), 3);
 }
 
 TEST(StaticMapTest, clear) {
@@ -38,11 +30,7 @@ TEST(StaticMapTest, clear) {
     StaticMap<std::shared_ptr<int>> map;
     map.grow(3);
     map.put("a", std::shared_ptr<int>{value});
-    map.put("b", std::shared_ptr<int>{value});
     map.compile();
-    map.grow(0);
-    EXPECT_EQ(value.use_count(), 3);
-
     map.clear();
     EXPECT_EQ(value.use_count(), 1);
     EXPECT_EQ(map.size(), 0);
@@ -54,20 +42,14 @@ TEST(StaticMapDeathTest, violations) {
     StaticMap<int> map;
     EXPECT_DEATH(map.put("a", 1),
         testing::Eq("StaticMap::put(): capacity exhausted.\n"));
+    EXPECT_DEATH(map.put("", 1),
+        testing::Eq("StaticMap::put(): key cannot be nullptr.\n"));
     map.grow(1);
-    for(const Containers::StringView key:
-        {Containers::StringView{}, Containers::StringView{""}})
-        EXPECT_DEATH(map.put(key, 1),
-            testing::Eq("StaticMap::put(): key cannot be nullptr.\n"));
     map.put("a", 1);
-    EXPECT_DEATH(map.find("a"),
-        testing::Eq("StaticMap::find(): Map needs to be compiled.\n"));
-    EXPECT_DEATH(map.put("b", 1),
-        testing::Eq("StaticMap::put(): capacity exhausted.\n"));
     /* Stays as it is */
     map.clear();
     EXPECT_DEATH(map.find("a"),
         testing::Eq("StaticMap::find(): Map needs to be compiled.\n"));
 }
 
-}}}
+}}
