@@ -36,8 +36,8 @@ private:
     const std::uint8_t* _end;
 };
 
-Test::ChangeOperation operation(Bytes& bytes) {
-    Test::ChangeOperation out{bytes.oneOf(Names), {}, {}};
+ChangeOperation operation(Bytes& bytes) {
+    ChangeOperation out{bytes.oneOf(Names), {}, {}};
     /* Appending takes a string */
     out.value = out.name == "append" ? "\"x\"" : bytes.oneOf(Values);
     for(std::size_t depth = 1 + bytes.next() % 4; depth; --depth)
@@ -50,9 +50,9 @@ Test::ChangeOperation operation(Bytes& bytes) {
 extern "C" int LLVMFuzzerTestOneInput(
     const std::uint8_t* data, std::size_t size) {
     Bytes bytes{data, size};
-    Test::Comparison comparison{Document};
+    Comparison comparison{Document};
     for(std::size_t i = 0; bytes && i != 200; ++i) {
-        const Test::ChangeOperation next = operation(bytes);
+        const ChangeOperation next = operation(bytes);
         /* Undo and redo with a group open are contract violations */
         if(comparison.reference.group != -1 &&
             (next.name == "undo" || next.name == "redo"))

@@ -6,7 +6,7 @@
 #include "editor/ProjectFile.h"
 #include "editor/RapidJsonUtils.h"
 
-namespace OrrelinEngine { namespace Test {
+namespace OrrelinEngine {
 
 /* Performs operations on both, says what differs */
 class Comparison {
@@ -63,25 +63,6 @@ public:
         return difference();
     }
 
-    std::string undoAndRedoAll(const std::string& first) {
-        std::string out;
-        if(reference.group != -1)
-            out = perform(ChangeOperation{"commit"});
-        if(out.empty())
-            out = redoAll();
-        const std::string end = jsonText(_project.document);
-        while(out.empty() && reference.last != -1)
-            out = perform(ChangeOperation{"undo"});
-        if(out.empty() && _project.document != jsonDocument(first))
-            out = "undoing everything gave " + jsonText(_project.document);
-        if(out.empty())
-            out = redoAll();
-        if(out.empty() && _project.document != jsonDocument(end))
-            out = "redoing everything gave " + jsonText(_project.document) +
-                ", not " + end;
-        return out;
-    }
-
     ChangeManagerReference reference;
 
 private:
@@ -101,14 +82,6 @@ private:
             accessor.hasValue() == bool(value) &&
             accessor.asString() ==
             (value && value->IsString() ? value->GetString() : "");
-    }
-
-    std::string redoAll() {
-        std::string out;
-        while(
-            out.empty() && reference.last + 1 != int(reference.history.size()))
-            out = perform(ChangeOperation{"redo"});
-        return out;
     }
 
     void addHandler(Containers::StringView segment, const std::string& name) {
@@ -182,6 +155,6 @@ private:
     std::vector<std::string> _notifications;
 };
 
-}}
+}
 
 #endif

@@ -12,7 +12,7 @@
 
 #include "JsonText.h"
 
-namespace OrrelinEngine { namespace Test {
+namespace OrrelinEngine {
 
 /* The path up to its last slash and what follows it */
 inline std::pair<std::string, std::string> splitLast(const std::string& path) {
@@ -383,6 +383,7 @@ private:
     /* Elements whose paths aren't pointers to them: where they are */
     std::map<std::string, std::size_t> _names;
 };
-}}
+
+}
 
 #endif

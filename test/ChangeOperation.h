@@ -9,7 +9,7 @@
 #include "ChangeManager.h"
 #include "JsonText.h"
 
-namespace OrrelinEngine { namespace Test {
+namespace OrrelinEngine {
 
 inline Containers::StringView view(const std::string& string) {
     return {string.data(), string.size()};
@@ -78,6 +78,6 @@ struct ChangeOperation {
     std::string value;
 };
 
-}}
+}
 
 #endif
