@@ -1,10 +1,4 @@
-/* The large file has as many bytes as the environment variable
-   LARGE_FILE_BYTES says */
-
 #include <algorithm>
-#include <atomic>
-#include <cstdlib>
-#include <thread>
 #include <vector>
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/StringIterable.h>
@@ -60,17 +54,9 @@ const char* const English = R"({
 const char* const EnglishTexts =
     R"({"a":"A","b":"B","number":3,"off":"O","off_translate":false})";
 
-std::string times(std::size_t count, const std::string& text) {
-    std::string out;
-    out.reserve(count * text.size());
-    while(count--)
-        out += text;
-    return out;
-}
-
 /* What is wrong with a file or a term, and all that isn't, from a folder and
    from an archive */
-TEST(ImportTerms, oneFile) {
+TEST(ImportTermsTest, oneFile) {
     const std::string invalid = "Invalid JSON in imported file de.json\n";
     const std::string missing =
         "Missing or invalid 'translation' object in imported file de.json\n";
@@ -89,22 +75,16 @@ TEST(ImportTerms, oneFile) {
         const char* languages = R"({"en":{},"de":{}})";
     } data[]{
         {"empty", "", invalid},
-        {"a million open brackets", times(million, "["), invalid},
         {"NUL after the end", wrapped("{}") + '\0', invalid},
-        {"cut short in a key", "{\"translation\": {\"a", invalid},
         {"half a surrogate pair", wrapped(R"({"a": "\ud83d"})"), invalid},
-        {"in a key", wrapped(R"({"a": "A", "\udc00\udfff": ""})"), invalid},
-        {"halves turned around, elsewhere",
-            R"({"x": "\ude00\ud83d", "translation": {"a": "A"}})", invalid},
+        {"two second halves", wrapped(R"({"a": "\udc00\udfff"})"), invalid},
         {"half and a pair", wrapped(R"({"a": "\udbff\udbff\udfff"})"), invalid},
-        {"half and none", wrapped(R"({"a": "\ud83d\ue000"})"), invalid},
         {"half and a text", wrapped(R"({"a": "\ud83d\\ude00"})"), invalid},
         {"surrogates that aren't escaped",
             wrapped("{\"a\": \"\xed\xa0\xbd\xed\xb8\x80\"}"), invalid},
         {"not UTF-8", wrapped("{\"a\": \"0123456\xe2\x82\"}"), invalid},
 
         {"root is an array", "[]", missing},
-        {"root is empty", "{}", missing},
         {"terms are an array", wrapped("[]"), missing},
         {"terms in another member",
             R"({"a": {"translation": {}}, "Translation": {}})", missing},
@@ -112,7 +92,6 @@ TEST(ImportTerms, oneFile) {
             R"({"x": {"a": "X"}, "translation": {"a": "Ä"}, "a": 1e999})", "",
             R"({"de":{"a":"Ä"}})"},
 
-        {"no terms", wrapped("{}"), ""},
         {"text, empty text and null",
             wrapped(R"({"b": "", "number": null, "a": "\u00c4\n\u0000"})"), "",
             R"({"de":{"a":"Ä\n\u0000","b":"","number":null}})"},
@@ -122,8 +101,8 @@ TEST(ImportTerms, oneFile) {
         {"terms that aren't to be translated",
             wrapped(R"({"off": "Aus", "unknown": "?", "": "", "A": ""})"), ""},
         {"a million nested arrays",
-            wrapped(
-                "{\"a\":" + times(million, "[") + times(million, "]") + '}'),
+            wrapped("{\"a\":" + std::string(million, '[') +
+                std::string(million, ']') + '}'),
             type},
         {"values of wrong types",
             wrapped(R"({"a": 3, "off": true, "x": [null], "number": "3"})"),
@@ -156,9 +135,6 @@ TEST(ImportTerms, oneFile) {
         {"default language, null", wrapped(R"({"a": null, "b": "Be"})"), "",
             R"({"de":{"a":"Old"},"en":{"a":null,"b":"Be"}})", "en.json",
             R"({"a":"A","b":"Be","number":3,"off":"O","off_translate":false})"},
-        {"default language, a text changed back and forth",
-            wrapped(R"({"a": "1", "a": "A"})"), "",
-            R"({"de":{"a":"Old"},"en":{"a":"A"}})", "en.json"},
     };
     for(const auto& i: data)
         for(const bool zip: {false, true}) {
@@ -192,7 +168,7 @@ TEST(ImportTerms, oneFile) {
 }
 
 /* Handlers hear of exactly the texts that differ, once all are imported */
-TEST(ImportTerms, pushedChanges) {
+TEST(ImportTermsTest, pushedChanges) {
     const TemporaryFolder folder;
     write(folder, "texts",
         {{"en.json", wrapped(R"({"a": "A", "projectName": "New", "odd": "?",
@@ -208,34 +184,28 @@ TEST(ImportTerms, pushedChanges) {
     project.terms().emplace("projectName", "/settings/project/name");
     project.terms().emplace("odd", "texts/a");
 
-    struct Heard {
-        Project& project;
-        std::string paths;
-    } heard{project, {}};
+    std::string heard;
     for(const char* const segment: {"texts", "settings"})
         project.changes().addChangeHandler(
             segment,
-            [](const Change& change,
-                Containers::ArrayView<Containers::StringView>, void* data) {
-                Heard& h = *static_cast<Heard*>(data);
-                EXPECT_EQ(h.project.stored("/texts/b"), R"("Be")");
-                h.paths += text(change.path) + " ";
+            [&](const Change& change,
+                Containers::ArrayView<Containers::StringView>, void*) {
+                EXPECT_EQ(project.stored("/texts/b"), R"("Be")");
+                heard += text(change.path) + " ";
             },
-            &heard);
+            nullptr);
     importFrom(project, folder.path("texts"));
-    EXPECT_EQ(heard.paths, "/settings/project/name /texts/b ");
+    EXPECT_EQ(heard, "/settings/project/name /texts/b ");
     EXPECT_EQ(project.stored("/settings/project/name"), R"("New")");
 
     /* Nothing differs the next time */
-    importFrom(project, folder.path("texts"));
-    EXPECT_EQ(heard.paths, "/settings/project/name /texts/b ");
     project.changes().markSave();
     importFrom(project, folder.path("texts"));
     EXPECT_FALSE(project.changes().hasUnsavedChanges());
 }
 
 /* Which entries are language files, and of which languages */
-TEST(ImportTerms, severalFiles) {
+TEST(ImportTermsTest, severalFiles) {
     const std::string a = wrapped(R"({"a": "Text"})");
     const struct {
         const char *name, *project;
@@ -287,15 +257,12 @@ TEST(ImportTerms, severalFiles) {
 }
 
 /* What the path names, with all that can't be imported from */
-TEST(ImportTerms, explicitPaths) {
+TEST(ImportTermsTest, explicitPaths) {
     const TemporaryFolder folder;
     const File german{"de.json", wrapped(R"({"a": "Folder"})")};
     write(folder, "texts", {german}, false);
     write(folder, "folder.zip", {german}, false);
     write(folder, "demo", {{"de.json", wrapped(R"({"a": "Archive"})")}}, true);
-    write(folder, "demo.ZIP", {german}, true);
-    std::filesystem::rename(
-        folder.path("demo.ZIP.zip"), folder.path("demo.ZIP"));
     folder.write("damaged.zip", "PK");
 
     const char* const fromFolder = R"({"de":{"a":"Folder"}})";
@@ -309,14 +276,8 @@ TEST(ImportTerms, explicitPaths) {
         {"texts", "{}", nullptr, LocalizationFormat(1)},
         {"texts/", fromFolder, nullptr},
         {"texts.old", fromFolder, nullptr},
-        {"texts.zip.old", "{}", nullptr},
         {"demo.zip", R"({"de":{"a":"Archive"}})", nullptr},
-        /* A folder of that name, without the extension */
-        {"texts.ZIP", fromFolder, nullptr},
-        {"demo.ZIP", "{}", nullptr},
-        {"missing", "{}", nullptr},
         {"folder.zip", "{}", "can't read "},
-        {"missing.zip", "{}", "can't read "},
         {"damaged.zip", "{}", "can't read "},
     };
     for(const auto& i: data) {
@@ -342,7 +303,7 @@ TEST(ImportTerms, explicitPaths) {
     }
 }
 
-TEST(ImportTerms, places) {
+TEST(ImportTermsTest, places) {
     const char* const zip = R"(, "enableZipCompression": true)";
     const struct {
         const char *name, *projectName;
@@ -353,8 +314,6 @@ TEST(ImportTerms, places) {
         bool found;
     } data[]{
         {"no settings", "Demo", R"("x": 0)", "project/languages", true},
-        {"missing folder", "Demo", R"("languagesFolder": "lang")",
-            "project/lang", false},
         {"zip of a name with a dot", "Demo.final",
             R"("languagesFolder": "#")" + std::string{zip},
             "outside/Demo.final.zip", true},
@@ -392,31 +351,25 @@ TEST(ImportTerms, places) {
     }
 }
 
-std::string german(const std::string& text) {
-    return wrapped("{\"a\": \"" + text + "\"}");
-}
-
-/* What an import prints into a project that has a German text already */
-std::string printedBy(Project& project, const std::string& path) {
-    project.setTranslations(R"({"de":{"a":"Ä"}})");
-    const Printed printed;
-    importFrom(project, path);
-    return printed.text();
-}
-
 /* Of what can't be read, each its line; the rest is imported */
-TEST(ImportTerms, names) {
+TEST(ImportTermsTest, names) {
     const TemporaryFolder folder;
+    const std::string german = wrapped(R"({"a": "Text"})");
     const std::string codes[]{"d\xff", "\xc3", "a\nb", std::string(200, 'x')};
     for(const std::string& code: codes)
-        folder.write(code + ".json", german("x"));
+        folder.write(code + ".json", german);
     folder.write("fr.json/file", "");
-    folder.write("de.json", german("Text"));
+    folder.write("de.json", german);
     std::filesystem::create_symlink("it.json", folder.path("it.json"));
     std::filesystem::create_directory_symlink(".", folder.path("es.json"));
     Project project{English};
     const std::string before = project.stored("");
-    const std::string printed = printedBy(project, folder.path());
+    std::string printed;
+    {
+        const Printed out;
+        importFrom(project, folder.path());
+        printed = out.text();
+    }
     for(const std::string& code: codes)
         EXPECT_NE(printed.find("Unknown language code " + code +
                       " in imported file " + code + ".json\n"),
@@ -426,58 +379,6 @@ TEST(ImportTerms, names) {
     EXPECT_EQ(std::count(printed.begin(), printed.end(), '\n'), 7) << printed;
     EXPECT_EQ(project.translationsText(), R"({"de":{"a":"Text"}})");
     EXPECT_EQ(project.stored(""), before);
-}
-
-TEST(ImportTerms, largeFile) {
-    const char* const size = std::getenv("LARGE_FILE_BYTES");
-    const std::string large(
-        size ? std::strtoull(size, nullptr, 10) : 20000000, 'x');
-    const TemporaryFolder folder;
-    folder.write("de.json", german(large));
-    Project project{English};
-    EXPECT_EQ(printedBy(project, folder.path()), "");
-    EXPECT_TRUE(*project.translations().at("de").at("a") == large);
-}
-
-TEST(ImportTerms, manyLanguages) {
-    constexpr int count = 10000;
-    const TemporaryFolder folder;
-    std::string languages;
-    for(int i = 0; i != count; ++i) {
-        const std::string code = "x" + std::to_string(i);
-        folder.write(code + ".json", german(code));
-        languages += ", \"" + code + "\": {}";
-    }
-    Project project{"{\"languages\": {\"en\": {}" + languages +
-        "}, \"texts\": {\"a\": \"A\"}}"};
-    EXPECT_EQ(printedBy(project, folder.path()), "");
-    for(int i = 0; i != count; ++i) {
-        const std::string code = "x" + std::to_string(i);
-        ASSERT_EQ(text(*project.translations().at(code).at("a")), code);
-    }
-}
-
-/* Either of the two contents, one that's cut short or none, but nothing else
-   and no reading past the end */
-TEST(ImportTerms, fileThatChanges) {
-    const TemporaryFolder folder;
-    const std::string large(100000, 'x');
-    folder.write("de.json", german("small"));
-    std::atomic<bool> done{false};
-    std::thread writer{[&] {
-        while(!done)
-            for(const std::string& i: {large, std::string{"small"}})
-                folder.write("de.json", german(i));
-    }};
-    for(int i = 0; i != 300; ++i) {
-        Project project{English};
-        const std::string printed = printedBy(project, folder.path());
-        const std::size_t size =
-            project.translations().at("de").at("a")->size();
-        EXPECT_EQ(printed.empty(), size == 5 || size == large.size());
-    }
-    done = true;
-    writer.join();
 }
 
 }}

@@ -165,7 +165,7 @@ void expectRoundTrip(
 
 /* Each project has a seed of its own: the one that fails is repeated with the
    seed that is told and one project */
-TEST(RoundTrip, randomProjects) {
+TEST(RoundTripTest, randomProjects) {
     EditorSession session;
     const Containers::Pair<Containers::StringView, unsigned short> parameters[]{
         {"label", Data::StringParamType}, {"count", 3},
