@@ -1,3 +1,21 @@
+/* The history and the push, which alone writes to it.
+
+   Entries 0 to _lastChange of _changes are performed, those behind were undone
+   and wait for a redo. Neighbours with the same group make one step; a change
+   outside any group (-1) is a step of its own.
+
+   A push takes four turns, always in this order:
+
+   1. Look the path up, once for all that follows.
+   2. Write the history: either drop all redoable changes and append one, or
+      merge into an earlier change of the same step.
+   3. Edit the document.
+   4. Call the handlers, or leave that to commit() if a group is open.
+
+   History, document and callers never share a value; each has a deep copy. The
+   path and the value given may still be views into any of them, so each is
+   copied before the step that could move or destroy it. */
+
 #include "ChangeManager.h"
 
 #include <utility>
@@ -101,22 +119,25 @@ Change& ChangeManager::last() {
 
 Change& ChangeManager::lastChange() {
     Change& change = last();
-    /* The caller may write to it */
+    /* The caller may write another path into it */
     _mergeIndex->forget(_lastChange);
     return change;
 }
 
 std::int32_t ChangeManager::mergeTarget(
     Containers::StringView path, const DocumentPlace& place) {
+    /* The first change of the history is never merged into */
     if(_lastChange < 1 || last().group != _currentGroup)
         return -1;
+    /* A drag of one value is decided here, without any index */
     const std::int32_t target = last().path == path
         ? _lastChange
         : _mergeIndex->find(_changes, _lastChange, path);
     if(target == -1 || _forceNewChange)
         return -1;
-    /* In an array, the element that was removed isn't the one that's there
-       now */
+    /* A removal from an array: by now the index means another element, such as
+       the one behind. Merged, the push would overwrite that one, and undo would
+       bring back the removed one only. */
     const Change& change = _changes[std::size_t(target)];
     const bool anew = !change.newValue &&
         DocumentEdits::isElement(place, path) &&
@@ -126,13 +147,14 @@ std::int32_t ChangeManager::mergeTarget(
 
 void ChangeManager::recordChange(Containers::String&& path,
     const JsonValue* oldValue, const JsonValue* value) {
-    /* Before what could be redone is destroyed, as it may be a value there */
+    /* Copied first: it may belong to a redoable change, destroyed below */
     Containers::Pointer<JsonValue> newValue = copyOf(value, allocator());
 
     ++_lastChange;
     _mergeIndex->forget(_lastChange);
     arrayRemoveSuffix(_changes, _changes.size() - std::size_t(_lastChange));
     Change& change = arrayAppend(_changes, Corrade::InPlaceInit);
+    /* This entry led to the saved state and now leads to another */
     if(_savedChange == _lastChange)
         _savedChange = -1;
 
@@ -143,11 +165,14 @@ void ChangeManager::recordChange(Containers::String&& path,
 }
 
 void ChangeManager::updateChange(std::int32_t target, const JsonValue* value) {
+    /* The edit made last has to be the last entry. An exchange leaves all
+       other entries, and thus the positions in the merge index, in place. */
     if(target != _lastChange) {
         _mergeIndex->exchange(target, _lastChange);
         std::swap(_changes[std::size_t(target)], last());
     }
     Change& change = last();
+    /* In place where possible, so that a drag takes no memory of the pool */
     if(change.newValue && value)
         deepAssign(*change.newValue, *value, allocator());
     else
@@ -158,8 +183,11 @@ void ChangeManager::push(
     Containers::StringView path, const JsonValue* value, bool continuous) {
     expectNotInHandler("pushChange(): Can't push changes");
     CORRADE_INTERNAL_ASSERT(_projectFile);
+    /* Holds to the end, as handlers may not edit */
     const DocumentPromise promise{_edits->index()};
 
+    /* Stays valid while the history is written, as that leaves the document
+       alone */
     const DocumentPlace place = _edits->locate(path);
     const std::int32_t target = continuous ? mergeTarget(path, place) : -1;
     _forceNewChange = false;
@@ -167,6 +195,8 @@ void ChangeManager::push(
     if(target != -1)
         updateChange(target, value);
     else if(value && !place.value) {
+        /* "-" and the like are recorded as the index that they get. The place
+           was looked up for another path then. */
         Containers::String address =
             DocumentEdits::addressablePath(path, place);
         moved = address != path;
@@ -174,9 +204,10 @@ void ChangeManager::push(
     } else
         recordChange(path, place.value, value);
 
-    /* The path itself may be a view of what's gone now. What's there is set,
-       also if it's an earlier push of the step that created it: creating an
-       element once more would insert another. */
+    /* From here on only the recorded path is used: the one given may be a view
+       of a change that is gone. A value that's there is set even if the change
+       is a creation, merged into an earlier one of this step: performing it
+       again would insert a second element into an array. */
     const Change& change = last();
     if(change.newValue && place.value)
         deepAssign(*place.value, *change.newValue, allocator());

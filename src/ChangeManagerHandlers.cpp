@@ -1,4 +1,10 @@
-/* Who is told of changes */
+/* Calls the handlers of a change.
+
+   While they are called, the history, the document and the lists of handlers
+   stay as they are: the references walked here would dangle otherwise. So calls
+   that edit or remove abort, and new handlers wait in _pendingHandlers until
+   all were called. An exception waits in _thrown until the whole step is
+   performed; every public function that calls handlers ends in rethrow(). */
 
 #include <algorithm>
 #include <utility>
@@ -27,7 +33,7 @@ void ChangeManager::notify(const Change& change) {
         return;
 
     _inHandler = true;
-    /* A handler may have the last change's path changed */
+    /* A copy, as a handler may write to the path through lastChange() */
     const Containers::String path = change.path;
     Containers::Array<Containers::StringView> segments =
         Containers::StringView{path}.split('/');
@@ -42,8 +48,8 @@ void ChangeManager::notify(const Change& change) {
     arrayResize(_pendingHandlers, 0);
 }
 
-/* The change is made, and perhaps others of its step follow: neither they nor
-   the other handlers may suffer from what this one throws */
+/* An exception must keep neither the other handlers from being called nor the
+   rest of the step from being performed. The first one is kept. */
 void ChangeManager::callHandler(ChangeHandler& handler, const Change& change,
     Containers::ArrayView<Containers::StringView> segments) {
     try {
@@ -55,6 +61,7 @@ void ChangeManager::callHandler(ChangeHandler& handler, const Change& change,
 }
 
 void ChangeManager::rethrow() {
+    /* Forgotten before it's thrown, or the next call would throw it again */
     if(_thrown)
         std::rethrow_exception(std::exchange(_thrown, nullptr));
 }
@@ -82,6 +89,7 @@ void ChangeManager::registerHandler(Containers::StringView segment,
     if(_handlers.size() == _handlers.capacity())
         _handlers.grow(HandlerCapacityStep);
     if(!_handlers.find(segment)) {
+        /* Sorted in at once, as a map is only searchable when compiled */
         _handlers.put(segment, HandlerList{});
         _handlers.compile();
     }

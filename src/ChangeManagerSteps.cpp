@@ -1,4 +1,10 @@
-/* Groups, undo and redo, and what is saved */
+/* Steps of the history: commit, undo, redo, jumps and the save mark.
+
+   Steps aren't stored. They follow from the group ids: a maximal run of
+   neighbours with the same id is one, and each change with -1 is one. Undo and
+   redo never change the history. They only move _lastChange, one change at
+   a time, backward with the reverse of each change and forward with the change
+   as it's recorded. */
 
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/GrowableArray.h>
@@ -10,7 +16,7 @@
 
 namespace OrrelinEngine {
 
-/* The first change of the step that ends with given one */
+/* The first change of the step that ends with the given one */
 std::int32_t ChangeManager::stepBegin(std::int32_t lastOfStep) const {
     std::int32_t first = lastOfStep;
     const std::int32_t group = _changes[std::size_t(first)].group;
@@ -20,7 +26,7 @@ std::int32_t ChangeManager::stepBegin(std::int32_t lastOfStep) const {
     return first;
 }
 
-/* Past the last change of the step that begins with given one */
+/* Past the last change of the step that begins with the given one */
 std::int32_t ChangeManager::stepEnd(std::int32_t firstOfStep) const {
     const std::int32_t group = _changes[std::size_t(firstOfStep)].group;
     std::int32_t end = firstOfStep + 1;
@@ -37,6 +43,8 @@ void ChangeManager::commit() {
     if(_lastChange < 0 || last().group != group)
         return;
 
+    /* Not stepBegin(), which takes changes outside any group one by one. With
+       no group open, all of those on top are told of again. */
     std::int32_t first = _lastChange;
     while(first && _changes[std::size_t(first - 1)].group == group)
         --first;
@@ -46,14 +54,16 @@ void ChangeManager::commit() {
 }
 
 void ChangeManager::undoChange(const Change& change) {
+    /* _lastChange steps back only after the handlers were called, position()
+       before that. A copy is applied, as `change` is usually last(). */
     _undoing = true;
     apply(reverse(change));
     _undoing = false;
     --_lastChange;
 }
 
-/* Where the document is in the history. While handlers are told of an undo,
-   that is one before the change that is about to be stepped back from. */
+/* The last change that the document contains. While the handlers of an undo
+   are called, this is one less than _lastChange. */
 std::int32_t ChangeManager::position() const {
     return _lastChange - (_undoing ? 1 : 0);
 }
@@ -101,6 +111,8 @@ void ChangeManager::expectCanStep(const char* operation) const {
 }
 
 void ChangeManager::goTo(std::int32_t change) {
+    /* One promise for all, so that a step which creates many members doesn't
+       search their object for each */
     const DocumentPromise promise{_edits->index()};
     while(_lastChange > change)
         undoChange(last());
@@ -138,7 +150,7 @@ Containers::Array<Containers::ArrayView<const Change>> ChangeManager::steps()
     Containers::Array<Containers::ArrayView<const Change>> out;
     for(std::int32_t i = 0, end; std::size_t(i) != _changes.size(); i = end) {
         end = stepEnd(i);
-        /* One of which just a part was undone counts as two */
+        /* undo() can take back a part of a step; it counts as two then */
         if(i <= position() && end > position() + 1)
             end = position() + 1;
         arrayAppend(out, changes(i, end));
@@ -146,6 +158,8 @@ Containers::Array<Containers::ArrayView<const Change>> ChangeManager::steps()
     return out;
 }
 
+/* How many steps end with the given change or before; -1 if it's in the midst
+   of one or not in the history anymore */
 std::int32_t ChangeManager::stepOf(std::int32_t change) const {
     std::int32_t count = 0;
     std::int32_t end = 0;

@@ -1,5 +1,5 @@
-/* Pushes of the editor's common types of values, each on top of the push of a
-   JSON value */
+/* Pushes of the editor's common types of values. Each makes a JSON value that
+   lives for the call only, as the push copies it, and passes it on. */
 
 #include <initializer_list>
 #include <Corrade/Utility/Assert.h>
@@ -15,8 +15,8 @@ namespace OrrelinEngine {
 
 namespace {
 
-/* A JSON array of numbers, outside of the document's memory pool as the push
-   copies it */
+/* A JSON array of numbers on the call stack. In the document's memory pool,
+   each push of a drag would leave one behind. */
 class NumberArray {
 public:
     explicit NumberArray(const Magnum::Math::Vector3<float>& v):
@@ -37,11 +37,13 @@ private:
             _array.PushBack(JsonValue{double(number)}, _allocator);
     }
 
+    /* Fits four numbers and the allocator's own header */
     alignas(std::max_align_t) char _memory[256];
     JsonAllocator _allocator;
     JsonValue _array;
 };
 
+/* A JSON string that refers to the text without a copy */
 JsonValue reference(Containers::StringView string) {
     CORRADE_ASSERT(string.size() < ~rapidjson::SizeType{},
         "ChangeManager: a text of" << string.size()
@@ -71,8 +73,8 @@ void ChangeManager::pushChange(Containers::StringView path,
 void ChangeManager::pushTransformChange(Containers::StringView path,
     const Magnum::Math::Matrix4<float>& value, bool continuous) {
     const Transformation parts = decompose(value);
-    /* All of them before the first push, as the path may be a view of what that
-       moves */
+    /* All three before the first push: the path may be a view of a value that
+       the push moves */
     const Containers::String translation = path + "/translation";
     const Containers::String rotation = path + "/rotation";
     const Containers::String scaling = path + "/scaling";
@@ -85,6 +87,7 @@ void ChangeManager::pushTransformChange(Containers::StringView path,
 void ChangeManager::pushAppend(
     Containers::StringView path, Containers::StringView value) {
     CORRADE_INTERNAL_ASSERT(_projectFile);
+    /* By an accessor, so that an array which only the defaults have counts */
     const ValueAccess current = (*_projectFile)[path];
     JsonValue array = deepCopy(current.readValue(), allocator());
     if(!array.IsArray())

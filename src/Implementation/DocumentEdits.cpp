@@ -1,3 +1,24 @@
+/* A change is performed in one of three ways:
+
+   -    Without a new value, it removes: erases the value and then prunes, from
+        the inside out, each container that this leaves empty, up to but not
+        including the members of the root.
+   -    With both values, it sets what is there.
+   -    With a new value only, it creates. If the last segment is an index of an
+        array, this inserts, and what follows moves down by one: undo of a
+        removal thus puts the element back between its old neighbours.
+
+   Insertion and removal renumber the elements behind. The paths in the history
+   aren't adjusted: by the time that undo or redo reaches a change, the document
+   is again as it was around that change, so the path is right.
+
+   This fails for a path that isn't a JSON Pointer to its element. A push
+   records the address instead, see addressablePath(). For the others, such as a
+   member "007" that comes back as an element, _names keeps the index by the
+   path as recorded. So each Path holds both forms, and all that moves elements
+   with a name has to tell _names. From the segment on where the document ends,
+   both forms are the same, which allows to cut the same suffix off both. */
+
 #include "Implementation/DocumentEdits.h"
 
 #include <algorithm>
@@ -34,6 +55,8 @@ Containers::StringView firstSegment(Containers::StringView path) {
     return path.prefix(size);
 }
 
+/* Whether all of it is digits, maybe behind a minus: an index as a creation
+   understands it, of which PointerTokens takes just some */
 bool namesIndex(Containers::StringView segment) {
     if(segment.hasPrefix('-'))
         segment = segment.exceptPrefix(1);
@@ -43,7 +66,8 @@ bool namesIndex(Containers::StringView segment) {
     return !segment.isEmpty();
 }
 
-/* An index that is negative or doesn't fit 32 bits means the end */
+/* An index that is negative or doesn't fit a signed 32-bit integer means the
+   end of the array */
 constexpr std::uint32_t End = ~std::uint32_t{};
 
 std::uint32_t indexOf(Containers::StringView segment) {
@@ -58,7 +82,8 @@ std::uint32_t insertionIndex(
     return index == End ? array.Size() : index;
 }
 
-/* Whether an index is written as in a JSON Pointer to that element */
+/* Whether the segment, as it's written, leads to the element that a creation
+   makes of it */
 bool isPointerIndex(Containers::StringView segment) {
     return namesIndex(segment) && segment[0] != '-' &&
         (segment[0] != '0' || segment.size() == 1) && indexOf(segment) != End;
@@ -69,7 +94,8 @@ bool isEmptyContainer(const JsonValue& value) {
         (value.IsObject() && value.ObjectEmpty());
 }
 
-/* What directly contains the value, null if that is missing too */
+/* The direct container of the value; null if that is missing as well, so that
+   place.container is one further out */
 JsonValue* parentAt(const DocumentPlace& place, Containers::StringView path) {
     return place.value || place.missing == parentOf(path).size()
         ? place.container
@@ -101,12 +127,16 @@ Containers::String DocumentEdits::addressablePath(
 
     const Containers::StringView rest = path.exceptPrefix(place.missing);
     const Containers::StringView missing = firstSegment(rest);
-    /* All that follows is new, so there's no other array to append to */
+    /* Only the first missing segment can append: what follows is created below
+       it and is no array yet */
     Containers::String appended = missing == "/-" && place.container->IsArray()
         ? Utility::format("{}/{}{}", path.prefix(place.missing),
               place.container->Size(), rest.exceptPrefix(missing.size()))
         : Containers::String{path};
 
+    /* Left as it is where create() sets by the rules of pointers: a member of
+       an object, and an index in an array that is yet to be made. "-5" in the
+       latter is the first element. */
     const Containers::StringView segment = lastSegment(appended);
     const JsonValue* const parent = parentAt(place, path);
     if(!namesIndex(segment) || (parent && !parent->IsArray()) ||
@@ -118,6 +148,8 @@ Containers::String DocumentEdits::addressablePath(
 
 void DocumentEdits::apply(const Change& change) {
     const DocumentPlace place = locate(change.path);
+    /* Only where a path stops at an array can the next segment be the name of
+       an element. A change without values has no element to look for. */
     const bool mayBeNamed = !place.value && place.container &&
         place.container->IsArray() && (change.oldValue || change.newValue);
     if(!mayBeNamed) {
@@ -134,6 +166,8 @@ void DocumentEdits::perform(const Change& change, const DocumentPlace& place) {
 
 void DocumentEdits::perform(
     const Change& change, const Path& path, const DocumentPlace& place) {
+    /* A modification whose element is gone, by a direct edit or a drag, inserts
+       it, like a creation */
     if(!change.newValue)
         remove(path, place);
     else if(change.oldValue && (place.value || !isElement(place, path.address)))
@@ -142,15 +176,17 @@ void DocumentEdits::perform(
         create(path, place, *change.newValue);
 }
 
-/* The path with the index in the place of each segment that names an element
-   otherwise */
+/* The path with each segment that is the name of an element replaced by its
+   index. One segment per turn, from the front: what is behind can only be
+   looked up once the path leads there. */
 Containers::String DocumentEdits::addressOf(Containers::StringView path) {
     Containers::String out = path;
     for(;;) {
         const DocumentPlace place = locate(out);
         if(place.value || !place.container || !place.container->IsArray())
             return out;
-        /* The rest is the same in both */
+        /* Names are kept by recorded path. The rest is the same in both, so
+           without it that is a prefix of the path. */
         const Containers::StringView missing =
             firstSegment(out.exceptPrefix(place.missing));
         const Containers::StringView rest =
@@ -165,6 +201,7 @@ Containers::String DocumentEdits::addressOf(Containers::StringView path) {
 }
 
 void DocumentEdits::erase(const Path& path, const DocumentPlace& place) {
+    /* Before the index erases, as the size is that with the element */
     if(place.container->IsArray())
         _names.erased(path.recorded, parentOf(path.recorded), place.position,
             place.container->Size());
@@ -172,13 +209,15 @@ void DocumentEdits::erase(const Path& path, const DocumentPlace& place) {
 }
 
 void DocumentEdits::remove(const Path& path, const DocumentPlace& place) {
+    /* Pruning goes on from the parent even if the value isn't there */
     const JsonValue* container = place.container;
     if(!place.value)
         container = _index.find(_project->document, parentOf(path.address));
     else if(container)
         erase(path, place);
 
-    /* What is left empty goes too, except for members of the root */
+    /* Members of the root stay, even empty. The container of the root itself is
+       null, so there's nothing to do if that is the value. */
     Path at = path;
     while(container && isEmptyContainer(*container)) {
         at = {parentOf(at.recorded), parentOf(at.address)};
@@ -190,13 +229,16 @@ void DocumentEdits::remove(const Path& path, const DocumentPlace& place) {
     }
 }
 
+/* The value at the path, created as null if it's absent */
 JsonValue& DocumentEdits::createNull(
     const Path& path, const DocumentPlace& place) {
+    /* The path runs into an array that goes on differently. "-" appends to it:
+       remember the element by that name. A segment that is no index makes an
+       object of the array: its elements are lost, and so are their names. */
     if(place.container && place.container->IsArray() && !place.value) {
         const Containers::StringView rest =
             path.address.exceptPrefix(place.missing);
         const Containers::StringView segment = firstSegment(rest);
-        /* One is appended on the way, or an object takes the array's place */
         if(segment == "/-")
             _names.add(path.recorded.exceptSuffix(rest.size() - segment.size()),
                 place.container->Size());
@@ -223,16 +265,16 @@ void DocumentEdits::create(
 
     if(!parent) {
         const Path parentPath{parentOf(path.recorded), parentOf(path.address)};
-        /* An editor's accessors may know a value where a pointer leads
-           nowhere. It's a member then, whatever its name looks like. */
+        /* An editor's accessors may find a value where a pointer leads nowhere.
+           It's a member then, even if its name looks like an index. */
         const JsonValue* const stored =
             (*_project)[path.address].readValueNoDefault();
         const bool isMember =
             stored && !stored->IsObject() && !stored->IsArray();
         if(isMember)
             createNull(parentPath, locate(parentPath.address)).SetObject();
-        /* The rules of pointers fill an array up to the index, and make an
-           object if it's none as written, such as 007 */
+        /* The rules of pointers do what is wanted: they make an array and fill
+           it up to the index or, for one such as "007", make an object */
         if(isMember || indexOf(segment) != End) {
             set(path, locate(path.address), value);
             return;
@@ -246,6 +288,9 @@ void DocumentEdits::create(
 void DocumentEdits::insert(
     const Path& path, JsonValue& array, const JsonValue& value) {
     const Containers::StringView segment = lastSegment(path.address);
+    /* RapidJSON can't insert. The value goes to the end and changes places with
+       its neighbours until it's at the index. Beyond the end, it stays where it
+       is, behind the nulls. */
     const std::uint32_t size = array.Size();
     const std::uint32_t index = insertionIndex(segment, array);
     extendArray(array, std::max(index, size) + 1, _project->allocator());
@@ -253,6 +298,7 @@ void DocumentEdits::insert(
     for(std::uint32_t i = array.Size() - 1; i > index; --i)
         array[i].Swap(array[i - 1]);
 
+    /* In this order, as the new element's own index doesn't move */
     if(index < size)
         _names.inserted(parentOf(path.recorded), index);
     if(!isPointerIndex(segment))

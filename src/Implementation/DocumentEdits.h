@@ -8,34 +8,42 @@
 
 namespace OrrelinEngine {
 
-/* Performs changes on the document of a project */
+/* Performs changes on the document of a project, with RapidJSON's rules for
+   pointers but for arrays, where a creation inserts. How elements are found
+   again that insertion and removal renumber is told in the source file. */
 class DocumentEdits {
 public:
+    /* Works on the document of this project from now on; forgets all that it
+       knows of another */
     void attach(ProjectFile& project);
 
     DocumentIndex& index() { return _index; }
 
+    /* Where the path leads; valid until the document next changes */
     DocumentPlace locate(Containers::StringView path);
 
-    /* Whether an element of an array is there or would be created there */
+    /* Whether the place is that of an element of an array, there or yet to be
+       created */
     static bool isElement(
         const DocumentPlace& place, Containers::StringView path);
 
-    /* The path under which a value that's about to be created at the place can
-       be found again. An index as written may be no JSON Pointer to where it
-       goes. */
+    /* The path to record for a value that's about to be created at the place.
+       "-", "-5" or "007" become the index that the element gets, since the path
+       as written wouldn't lead to it afterwards. */
     static Containers::String addressablePath(
         Containers::StringView path, const DocumentPlace& place);
 
-    /* Performs a change as it's recorded */
+    /* Performs a change of the history, or the reverse of one. Looks up its
+       path, also by the names of elements. */
     void apply(const Change& change);
 
-    /* Performs a change at the place to which its path leads */
+    /* Performs a change at a place that was just located for its path */
     void perform(const Change& change, const DocumentPlace& place);
 
 private:
-    /* A path as it's recorded and, segment by segment, the JSON Pointer to
-       where it leads */
+    /* The path as it's recorded, and the JSON Pointer to where it leads. Both
+       have the same number of segments; they differ only where a segment of
+       the recorded one is the name of an element. */
     struct Path {
         Containers::StringView recorded, address;
     };

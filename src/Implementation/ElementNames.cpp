@@ -1,3 +1,8 @@
+/* Each index is that of the element in its array right now. So whenever an
+   array shifts its elements, the indices of all named ones behind follow. Few
+   elements have a name, most documents none, so forEach() returns at once
+   there. */
+
 #include "Implementation/ElementNames.h"
 
 namespace OrrelinEngine {
@@ -15,8 +20,8 @@ void ElementNames::add(Containers::StringView path, std::uint32_t index) {
     _indices[Containers::String{path}] = index;
 }
 
-/* Calls the function with the index of each element of the array that has
-   a name, which it takes away by returning false */
+/* Calls the function with the index of each named element of the array. If it
+   returns false, the name is dropped. */
 template<class Function>
 void ElementNames::forEach(Containers::StringView array, Function&& function) {
     if(_indices.empty())
@@ -26,6 +31,7 @@ void ElementNames::forEach(Containers::StringView array, Function&& function) {
         const Containers::StringView path = i->first;
         if(!path.hasPrefix(prefix))
             return;
+        /* Names further in have the same prefix and stay as they are */
         const bool isElement = !path.exceptPrefix(prefix.size()).contains('/');
         i = isElement && !function(i->second) ? _indices.erase(i)
                                               : std::next(i);
@@ -45,6 +51,7 @@ void ElementNames::inserted(Containers::StringView array, std::uint32_t index) {
 
 void ElementNames::erased(Containers::StringView path,
     Containers::StringView array, std::uint32_t index, std::uint32_t size) {
+    /* Nothing is behind the last element, so nothing moves */
     const auto own = _indices.find(path);
     if(index + 1 == size && own != _indices.end() && own->second == index) {
         _indices.erase(own);

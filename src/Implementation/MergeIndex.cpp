@@ -1,3 +1,10 @@
+/* _changes knows a prefix of the history, and _positions holds exactly the
+   positions of that prefix. extend() adds at its end; forget() takes away from
+   its end, where the positions are the last of their lists as well. Both are
+   constant per change.
+
+   Paths with the same hash may differ, so they are compared as well. */
+
 #include "Implementation/MergeIndex.h"
 
 #include <algorithm>
@@ -26,11 +33,13 @@ std::int32_t MergeIndex::find(Containers::ArrayView<const Change> changes,
         return -1;
 
     const std::vector<std::int32_t>& positions = found->second;
+    /* Never the very first change of the history */
     const std::int32_t begin =
         std::max(1, _changes[std::size_t(last)].runBegin);
+    /* Positions past last are of changes that can be redone */
     for(auto i = std::upper_bound(positions.begin(), positions.end(), last);
         i != positions.begin() && *(i - 1) >= begin; --i)
-        /* Another one only if two paths have the same hash */
+        /* The first one has the path, unless two paths share the hash */
         if(changes[std::size_t(*(i - 1))].path == path)
             return *(i - 1);
     return -1;
@@ -54,7 +63,8 @@ void MergeIndex::move(std::uint64_t hash, std::int32_t from, std::int32_t to) {
 }
 
 void MergeIndex::exchange(std::int32_t first, std::int32_t second) {
-    /* Both are of one run */
+    /* Both are in one run, so runBegin is the same and stays. The list of the
+       first change has nothing in between to move, as it's the newest there. */
     std::swap(
         _changes[std::size_t(first)].hash, _changes[std::size_t(second)].hash);
     move(_changes[std::size_t(second)].hash, first, second);

@@ -1,3 +1,13 @@
+/* Takes the lengths of the columns as the scaling, and makes a rotation of
+   their directions by Gram-Schmidt. The result has to be a valid rotation for
+   any matrix that a tool can produce, also a flat or a mirroring one, so:
+
+   -    A column of no length gets the direction at right angles to the others.
+   -    Directions in one plane have no rotation that's close to them, and
+        Gram-Schmidt would divide by nothing. They become the identity.
+   -    A left-handed system is none of a rotation. It becomes right-handed by
+        turning the x axis around, which the x scaling turns back. */
+
 #include "Implementation/decompose.h"
 
 #include <cmath>
@@ -9,19 +19,20 @@ namespace OrrelinEngine {
 
 namespace {
 
-/* In double precision the length of no vector of floats over- or underflows */
+/* Double, as the squares of large or small floats leave the range of float */
 typedef Magnum::Math::Vector3<double> Axis;
 typedef Magnum::Math::Matrix3x3<double> Axes;
 
-/* Below this the axes lie in a plane. It is 3e-11 at least where no singular
-   value of the matrix is less than 1e-5 of another. */
+/* Axes with a smaller determinant count as lying in a plane. A matrix none of
+   whose singular values is less than 1e-5 of another has 5e-10 at least. */
 constexpr double MinDeterminant = 1.0e-11;
 
 Axis column(const Magnum::Math::Matrix4<float>& matrix, std::size_t i) {
     return {double(matrix[i][0]), double(matrix[i][1]), double(matrix[i][2])};
 }
 
-/* The direction at right angles to the other two, for one that is missing */
+/* Gives each axis without length the direction at right angles to the other
+   two; none if those have the same direction or lack one as well */
 void completeAxes(Axes& axes, const double (&lengths)[3]) {
     for(std::size_t i = 0; i != 3; ++i) {
         if(lengths[i] > 0.0)
@@ -46,10 +57,12 @@ Transformation decompose(const Magnum::Math::Matrix4<float>& matrix) {
     }
     completeAxes(axes, lengths);
 
-    /* Not a number if the matrix holds such */
+    /* False also for a determinant that is not a number, so that a matrix with
+       such entries has a valid rotation as well */
     if(std::abs(axes.determinant()) > MinDeterminant) {
-        /* The second time takes away what rounding left of axes that were
-           almost in a plane */
+        /* Of axes that are almost in a plane, the first pass leaves the small
+           part that counts with much rounding error. The second one removes
+           that. */
         Magnum::Math::Algorithms::gramSchmidtOrthonormalizeInPlace(axes);
         Magnum::Math::Algorithms::gramSchmidtOrthonormalizeInPlace(axes);
     } else

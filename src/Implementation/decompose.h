@@ -14,9 +14,9 @@ struct Transformation {
     Magnum::Math::Vector3<float> scaling;
 };
 
-/* Shear gets lost. A mirroring matrix gives a negative x scaling. A column
-   without length has scaling 0 and doesn't count for the rotation, which is
-   identity where the matrix leaves it open. */
+/* Shear is lost. A mirroring matrix gives a negative x scaling. A column of no
+   length has scaling 0 and doesn't count for the rotation, which is the
+   identity if the other columns don't determine one. */
 Transformation decompose(const Magnum::Math::Matrix4<float>& matrix);
 
 }

@@ -1,3 +1,8 @@
+/* Copies scalars and arrays directly, objects by passing them through
+   a document that builds them. Both recurse; a value too deep for that is
+   copied again from its root with a stack on the heap. All three take memory of
+   the pool for exactly as many elements, members and bytes as there are. */
+
 #include "Implementation/deepCopy.h"
 
 #include <cstddef>
@@ -9,8 +14,8 @@ namespace OrrelinEngine {
 
 namespace {
 
-/* How deep the copying recurses, which is fastest. The call stack doesn't have
-   room for any depth. */
+/* How deep the copying recurses. That is fastest, but a document that was built
+   by pushes can be deeper than the call stack has room for. */
 constexpr unsigned int RecursionDepth = 100;
 
 bool isContainer(const JsonValue& value) {
@@ -26,9 +31,11 @@ bool isNumberArray(const JsonValue& value) {
     return true;
 }
 
-/* Copies all texts that it's given, and refuses what is too deep. Makes room
-   for as many members as there are, which RapidJSON's objects can't be asked
-   to. */
+/* Builds a value from the events of another. A document knows the number of
+   members when an object ends and makes room for just these; members added one
+   by one would leave spare room and outgrown arrays in the pool. All texts are
+   copied, whatever the source says. Containers deeper than depthLeft are
+   refused. */
 struct CopyingDocument: JsonDocument {
     explicit CopyingDocument(JsonAllocator& allocator, unsigned int depth):
         JsonDocument{&allocator}, depthLeft{depth} {}
@@ -69,7 +76,8 @@ void end(const JsonValue& container, JsonDocument& out) {
                          : out.EndArray(container.Size());
 }
 
-/* Null if all were taken */
+/* The next value, after passing on its name if it's a member. Null if all were
+   taken. */
 const JsonValue* takeNext(Place& place, CopyingDocument& out) {
     const JsonValue& in = *place.container;
     if(in.IsArray()) {
@@ -83,6 +91,7 @@ const JsonValue* takeNext(Place& place, CopyingDocument& out) {
     return &next->value;
 }
 
+/* Moved out, without the document's stack */
 JsonValue valueOf(CopyingDocument& document) {
     return JsonValue{std::move(static_cast<JsonValue&>(document))};
 }
@@ -90,6 +99,8 @@ JsonValue valueOf(CopyingDocument& document) {
 /* Like RapidJSON's Accept(), without recursion */
 JsonValue copyInSteps(const JsonValue& value, JsonAllocator& allocator) {
     CopyingDocument document{allocator, 0};
+    /* Containers go to the base class, which has no limit to the depth; names
+       and scalars to the document, which copies texts */
     auto add = [&](JsonDocument& out) {
         std::vector<Place> places{start(value, out)};
         while(!places.empty()) {
@@ -125,7 +136,8 @@ JsonValue copyOf(
     CopyingDocument document{allocator, depth};
     auto add = [&](JsonDocument&) { return value.Accept(document); };
     document.Populate(add);
-    /* Too deep. What was copied of it stays in the pool, as all does. */
+    /* Refused as too deep, so nothing was put in. Texts copied until then stay
+       in the pool unused. */
     if(document.IsNull())
         return copyInSteps(value, allocator);
     return valueOf(document);

@@ -5,12 +5,13 @@
 
 namespace OrrelinEngine {
 
-/* A copy that shares nothing with the value, not even the texts that it only
-   refers to and that RapidJSON's own copying would share. Of any depth. */
+/* A copy that shares nothing with the value. RapidJSON's own copying shares
+   texts that the value only refers to. The value may be nested to any depth. */
 JsonValue deepCopy(const JsonValue& value, JsonAllocator& allocator);
 
-/* Makes target a deep copy of the value. Numbers in an array of the same size
-   are assigned in place, since the pool would keep the old array forever. */
+/* Makes target a deep copy of the value, which may be a part of it. An array of
+   numbers is written over one of the same size: a new one would take memory of
+   the pool with each push of a drag, which frees nothing. */
 void deepAssign(
     JsonValue& target, const JsonValue& value, JsonAllocator& allocator);
 
