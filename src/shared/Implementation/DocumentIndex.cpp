@@ -1,3 +1,12 @@
+/* Each large object has an ObjectIndex under the address of its members, the
+   one thing about an object that stays the same however it's reached. Nobody
+   says when that stops being right: a direct edit may free the members, grow
+   them elsewhere or put another object in their place. So
+
+   -    a wrong index must do no harm, which ObjectIndex sees to by checking,
+   -    when we grow an object ourselves, its index moves along,
+   -    an index that nobody asks for anymore is dropped by sweep(). */
+
 #include "shared/Implementation/DocumentIndex.h"
 
 #include <algorithm>
@@ -9,9 +18,9 @@ namespace OrrelinEngine {
 
 namespace {
 
-/* Below this a search is as fast as an index */
+/* In objects with fewer members a search is as fast as an index */
 constexpr std::uint32_t LargeObject = 48;
-/* Members of all indexed objects that are never too many */
+/* With fewer members in all indexed objects, no sweep is worth it */
 constexpr std::size_t MinSweep = 65536;
 
 const void* membersOf(const JsonValue& object) {
@@ -39,12 +48,14 @@ void DocumentIndex::clear() {
     _objects.clear();
     _lastMembers = nullptr;
     _members = 0;
-    /* What was made sure of doesn't hold in the other document */
+    /* A promise that is open now was given for the other document */
     ++_promise;
 }
 
-/* Forgets the objects that weren't asked for since the last time, such as those
-   that aren't in the document anymore */
+/* Drops the indices of objects that weren't asked for since the last sweep,
+   such as those that left the document. The next sweep comes at twice the
+   members that stay, so sweeping is constant on average for each member that's
+   added. */
 void DocumentIndex::sweep() {
     _lastMembers = nullptr;
     _members = 0;
@@ -98,7 +109,8 @@ JsonValue& DocumentIndex::addMember(
         JsonValue{}, allocator);
 
     if(index) {
-        /* More room may be elsewhere in memory */
+        /* To have room, the members may have moved in memory: their index
+           follows, in place of one that was left there by earlier members */
         const void* const after = membersOf(object);
         if(after != before) {
             auto node = _objects.extract(before);
@@ -113,6 +125,7 @@ JsonValue& DocumentIndex::addMember(
     return (object.MemberEnd() - 1)->value;
 }
 
+/* Whether the parent has the child that the current token names, and where */
 bool DocumentIndex::child(JsonValue& parent, const PointerTokens& tokens,
     std::uint32_t& childPosition) {
     if(parent.IsObject()) {
@@ -151,6 +164,8 @@ JsonValue& DocumentIndex::create(DocumentPlace place, JsonValue& root,
     CORRADE_ASSERT(PointerTokens::isValid(pointer),
         "DocumentIndex::create():" << pointer << "is no JSON Pointer", root);
 
+    /* `value` is in the document already in the first turn, later it's the null
+       that the turn before created */
     JsonValue* value = place.container;
     PointerTokens tokens{pointer.exceptPrefix(place.missing)};
     while(tokens.next()) {
@@ -160,6 +175,7 @@ JsonValue& DocumentIndex::create(DocumentPlace place, JsonValue& root,
             value = &(*value)[value->Size() - 1];
             continue;
         }
+        /* An array that the name can't index gives way to an object, too */
         if(index == PointerTokens::NoIndex && !value->IsObject())
             value->SetObject();
         else if(!value->IsArray() && !value->IsObject())

@@ -9,32 +9,34 @@
 
 namespace OrrelinEngine {
 
-/* Position of the member, or the number of members if it's absent. Looks at
-   one after the other. */
+/* Position of the first member of that name, or the number of members if it's
+   absent. Linear in the number of members. */
 std::uint32_t searchMember(
     const JsonValue& object, Containers::StringView name);
 
-/* Where the members of one large object stand, by name. Only hints: the object
-   may have been edited in any way since, so what they say is checked against
-   it, and what they don't know is searched for. */
+/* Finds the members of one large object by name. It holds hints only: the
+   object may have been edited in any way since, so each hint is checked against
+   it, and names without one are searched for. */
 class ObjectIndex {
 public:
     /* Position of the member, or the number of members if it's absent. The
-       promise is a number that stays the same for as long as nobody but this
-       index edits the object, 0 where anybody may have since the last call.
-       Only under a promise is it remembered that a name is absent. */
+       promise is the number of a time in which only this index edits the
+       object, or 0 if anybody may have edited it since the last call. Absent
+       names are remembered only while it stays the same and isn't 0. */
     std::uint32_t find(const JsonValue& object, Containers::StringView name,
         std::uint64_t promise);
 
-    /* A member whose name isn't one of the others was appended */
+    /* A member was appended, with a name that the object didn't have */
     void appended(const JsonValue& object);
 
-    /* Erases the member at given position, what follows moves up */
+    /* Erases the member at the given position, those behind move up. Linear in
+       the number of members, except for the last one. */
     void erase(JsonValue& object, std::uint32_t position);
 
     /* How many members it has hints for, about */
     std::size_t size() const { return _count; }
 
+    /* Set by every use, cleared by each sweep of the document's index */
     bool usedSinceSweep = true;
 
 private:
@@ -55,18 +57,22 @@ private:
     std::size_t slotOf(std::uint32_t hash, std::uint32_t position) const;
     void freeSlot(std::size_t slot);
 
+    /* A hash table; empty before it's worth one, then never full. Its size is
+       a power of two. */
     std::vector<Slot> _slots;
     std::size_t _used = 0;
-    /* How many members, from the first on, the object had when the hints were
-       last in step with it */
+    /* How many members the object had when the hints were last in step with
+       it: all members in front of this had a hint then */
     std::uint32_t _count = 0;
-    /* Searches before there were hints, and those that found a member which
-       the hints didn't know */
+    /* Searches before there were hints */
     std::uint32_t _searches = 0;
+    /* Searches that found a member which the hints didn't know */
     std::uint32_t _surprises = 0;
+    /* Whether a member has no hint since another one has the same name */
     bool _hasDuplicates = false;
 
-    /* Under this promise: searches in vain, and whether all names are known */
+    /* The current promise, or 0, and what is known under it: how many searches
+       were in vain, and whether a name without a hint is certainly absent */
     std::uint64_t _promise = 0;
     std::uint32_t _vainSearches = 0;
     bool _complete = false;

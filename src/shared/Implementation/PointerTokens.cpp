@@ -3,6 +3,7 @@
 namespace OrrelinEngine {
 
 bool PointerTokens::isValid(Containers::StringView pointer) {
+    /* Without escapes, any text behind the first slash is valid */
     if(!pointer.contains('~'))
         return pointer.isEmpty() || pointer[0] == '/';
     PointerTokens tokens{pointer};
@@ -34,6 +35,7 @@ std::uint32_t PointerTokens::index() const {
     if(_name.isEmpty() || _name.size() > 10 ||
         (_name.size() > 1 && _name[0] == '0'))
         return NoIndex;
+    /* Ten digits can't overflow 64 bits, so the limit is checked at the end */
     std::uint64_t out = 0;
     for(const char c: _name) {
         if(c < '0' || c > '9')

@@ -10,8 +10,9 @@
 
 namespace OrrelinEngine {
 
-/* Walks the tokens of a JSON Pointer, with the rules of RapidJSON's pointers:
-   an index has neither leading zeros nor more than 32 bits */
+/* Walks the tokens of a JSON Pointer, which has to stay for as long. The rules
+   are those of RapidJSON's pointers: an index has no leading zeros and is less
+   than 2^32 - 1. */
 class PointerTokens {
 public:
     static constexpr std::uint32_t NoIndex = ~std::uint32_t{};
@@ -25,7 +26,8 @@ public:
         _hasEscapes{
             !pointer.isEmpty() && std::memchr(_begin, '~', pointer.size())} {}
 
-    /* Goes to the next token. False if there is none or it isn't valid. */
+    /* Goes to the next token. False if there is none or it isn't valid;
+       reachedEnd() tells which. Inline, as every look-up calls it. */
     bool next() {
         if(_at == _end || _invalid)
             return false;
@@ -43,17 +45,17 @@ public:
     /* Where in the pointer the next token begins, with its slash */
     std::size_t offset() const { return std::size_t(_at - _begin); }
 
-    /* Whether the walk ended at the pointer's end */
+    /* Whether the walk came to the end of the pointer, all of it valid */
     bool reachedEnd() const { return _at == _end && !_invalid; }
 
     /* The current token with escapes resolved; valid until the next one */
     Containers::StringView name() const { return _name; }
 
-    /* The current token as an index, NoIndex if it's none */
+    /* The current token as an index, NoIndex if it isn't one */
     std::uint32_t index() const;
 
 private:
-    /* The current token; false if it isn't valid */
+    /* Resolves the escapes of the current token; false if one isn't valid */
     bool unescape();
 
     const char* _begin;
