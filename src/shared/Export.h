@@ -8,9 +8,9 @@
 #include <Corrade/Utility/VisibilityMacros.h>
 
 /**
-@brief What the library exports
+@brief Marks a class or function that the library exports
 
-Everything else in it is hidden.
+Everything without it is hidden.
 */
 #ifdef OrrelinEditorToolsLocalization_EXPORTS
 #define ORRELIN_LOCALIZATION_EXPORT CORRADE_VISIBILITY_EXPORT

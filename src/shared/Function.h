@@ -23,23 +23,23 @@ template<class> class Function;
 /**
 @brief Move-only callable of fixed size
 
-Holds any callable of the signature, pointers to members included; what it
-returns is dropped if the signature returns nothing. One that fits the 64 bytes of storage and
-is trivially copyable is stored in them; any other is allocated on the heap and
-the storage holds a pointer to it. An instance can therefore be relocated as
-bytes, and moving it never calls anything of the callable.
+Holds any callable of the signature, pointers to members included. If the
+signature returns nothing, the callable's result is dropped. A callable that is
+trivially copyable and fits the 64 bytes of storage is stored in them. Any other
+is allocated on the heap, and the storage holds a pointer to it. An instance can
+therefore be relocated as bytes, and moving it never calls anything of the
+callable.
 */
 template<class R, class... Args> class Function<R(Args...)> {
 public:
-    /** @brief An empty function, which can't be called */
+    /** @brief An empty function; calling it prints a line and aborts */
     /*implicit*/ Function() noexcept: _call{nullptr}, _destroy{nullptr} {}
 
     /**
      * @brief Constructor
      *
-     * Takes @p callable, which is destroyed together with the function. A
-     * null pointer, be it to a function or to a member, makes an empty
-     * function.
+     * Takes over @p callable and destroys it together with the function. A null
+     * pointer to a function or to a member makes an empty function.
      */
     template<class F,
         class = typename std::enable_if<
@@ -48,7 +48,8 @@ public:
                 Args...>::value>::type>
     /*implicit*/ Function(F&& callable): Function{} {
         typedef typename std::decay<F>::type Callable;
-        /* A reference to a function is never null */
+        /* Of the type as given: a reference to a function decays to a pointer
+           but is never null, and compilers warn about comparing it */
         typedef typename std::remove_reference<F>::type Given;
         if constexpr(std::is_pointer<Given>::value ||
             std::is_member_pointer<Given>::value)
@@ -101,7 +102,8 @@ public:
     /**
      * @brief Call the callable
      *
-     * Expects that the function isn't empty.
+     * Expects that the function isn't empty; prints that it is and aborts
+     * otherwise.
      */
     R operator()(Args... args) {
         CORRADE_ASSERT(_call,

@@ -17,7 +17,7 @@ namespace OrrelinEngine {
 /**
 @brief Term keys of all translatable values, by record path
 
-Where several values share one term key, each is here.
+If several values share one term key, each of them is listed.
 */
 typedef std::unordered_map<Containers::String, Containers::String, StrHash,
     StrEq>
@@ -26,15 +26,16 @@ typedef std::unordered_map<Containers::String, Containers::String, StrHash,
 /**
 @brief Record paths of all terms, in the order of their keys
 
-Where several values share one term key, the first that claimed it is here.
+If several values share one term key, the first that got it is listed.
 */
 typedef std::map<Containers::String, Containers::String, StrLess> TermPathMap;
 
 /**
 @brief Translations of one language, by term key
 
-A term with a value reads so in that language, the empty text included. A term
-with an empty @relativeref{Corrade,Containers::Optional} has no translation.
+A text is the translation, even if it's empty. A term with an empty
+@relativeref{Corrade,Containers::Optional}, like one that isn't listed, has no
+translation.
 */
 typedef std::map<Containers::String, Containers::Optional<Containers::String>,
     StrLess>
@@ -47,8 +48,7 @@ typedef std::unordered_map<Containers::String, TranslationMap, StrHash, StrEq>
 /**
 @brief Localization state of an open project
 
-Owned by the editor, which reaches it to the tools through
-@ref OrrelinEditor::localization.
+The editor owns it. Tools reach it through @ref OrrelinEditor::localization.
 */
 struct LocalizationData {
     /** @brief All terms, as last gathered and as renamed since */

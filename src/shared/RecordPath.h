@@ -15,16 +15,16 @@ namespace OrrelinEngine {
 /**
 @brief Names in record paths
 
-A record path is a JSON Pointer (RFC 6901): its segments are separated by "/",
-and a member name stands in it with "~" written as "~0" and "/" as "~1". One
-rule holds everywhere: whatever is a segment is escaped so, be it a key that
-@ref RecordAccess::keys() yields or one given to @ref RecordAccess::operator[]().
-A name from elsewhere, a script parameter's or a language code for instance,
-passes through @ref segment() on its way into a path.
+A record path is a JSON Pointer (RFC 6901): "/" separates its segments, and in
+a member name, "~" is written "~0" and "/" is written "~1". Segments are always
+escaped so, both those that @ref RecordAccess::keys() yields and those given to
+@ref RecordAccess::operator[](). Pass a name from elsewhere, such as that of
+a script parameter or a language code, through @ref segment() before it goes
+into a path.
 */
 namespace RecordPath {
 
-/** @brief Whether @p name reads differently as a segment */
+/** @brief Whether the segment of @p name differs from the name itself */
 inline bool needsEscape(Containers::StringView name) {
     for(const char c: name)
         if(c == '~' || c == '/')
@@ -51,7 +51,11 @@ inline Containers::String segment(Containers::StringView name) {
     return out;
 }
 
-/** @brief The name that a segment of a record path stands for */
+/**
+@brief The name that a segment of a record path stands for
+
+Leaves a "~" as it is that isn't followed by "0" or "1".
+*/
 inline Containers::String name(Containers::StringView segment) {
     Containers::String out{segment};
     if(!segment.contains('~'))

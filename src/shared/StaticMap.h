@@ -15,10 +15,10 @@
 namespace OrrelinEngine {
 
 /**
-@brief Map from strings that is filled first and searched then
+@brief Map from strings, filled first and searched later
 
-Its capacity grows only by @ref grow(). After @ref put(), @ref compile() makes
-it searchable again.
+A sorted array. Its capacity grows only by @ref grow(). After @ref put(),
+@ref compile() makes it searchable again.
 */
 template<class V> class StaticMap {
 public:
@@ -40,8 +40,9 @@ public:
     /**
      * @brief Value of @p key, @cpp nullptr @ce if there is none
      *
-     * Expects that the map is compiled. Logarithmic in the size. The pointer
-     * is valid until the next @ref put(), @ref grow() or @ref clear().
+     * Expects that the map is compiled; prints that it isn't and aborts
+     * otherwise. Logarithmic in the size. The pointer is valid until the next
+     * @ref compile(), @ref grow() or @ref clear().
      */
     V* find(Containers::StringView key) {
         CORRADE_ASSERT(
@@ -57,9 +58,10 @@ public:
     /**
      * @brief Add an entry
      *
-     * Doesn't look whether @p key is there already; leaves the map not
-     * compiled. Expects a non-empty key and that there is room. The pointer
-     * returned is valid until @ref compile(), @ref grow() or @ref clear().
+     * Doesn't check whether @p key is there already. Leaves the map not
+     * compiled. Expects a non-empty key and room for it; prints which one is
+     * missing and aborts otherwise. The returned pointer is valid until
+     * @ref compile(), @ref grow() or @ref clear().
      */
     V* put(Containers::StringView key, V&& value) {
         CORRADE_ASSERT(
@@ -73,9 +75,10 @@ public:
     }
 
     /**
-     * @brief Sort the entries, which makes the map searchable
+     * @brief Make the map searchable
      *
-     * Linear in the size if few were put since the last time.
+     * Sorts the entries that were put since the last time and merges them with
+     * the others: linear in the size if they are few.
      */
     void compile() {
         const auto less = [](const Entry& a, const Entry& b) {

@@ -18,8 +18,8 @@ namespace OrrelinEngine {
 @brief Read-only view of a packed list of strings
 
 The strings stand one after the other, each with a terminating zero. The view
-owns the table of their positions and refers to the characters, which have to
-stay where they are for as long as the view is used.
+owns the table of their positions, but not the characters: these have to stay
+where they are for as long as the view is used.
 */
 class StringArrayView {
 public:
@@ -75,7 +75,7 @@ public:
     }
 
 protected:
-    /* The owning lists that derive from this one fill the two */
+    /* Filled by derived classes that own their strings */
 
     /** @brief Where each string begins and, as last, where the last one ends */
     Containers::Array<std::size_t> _positions;

@@ -19,9 +19,9 @@ namespace OrrelinEngine {
 The 64-bit @relativeref{Corrade,Utility::MurmurHash2} with seed 0 over the bytes of the
 view; its flags and a terminating zero don't count. Linear in the length.
 
-As everybody knows the seed, keys can be chosen to have one hash. Tables of terms
-that come from such a project cost as much per key as they have keys, thus
-seconds for tens of thousands.
+The seed is known, so a project can choose keys that all have the same hash. In
+a table of such keys, a look-up compares them one by one: gathering tens of
+thousands of terms takes seconds then.
 */
 struct StrHash {
     /** @brief Hash of @p s */
@@ -38,7 +38,7 @@ struct StrHash {
 /**
 @brief Equality of strings for the unordered standard containers
 
-Equal are views of the same size and bytes, whatever their flags.
+Views are equal if their sizes and bytes are, whatever their flags.
 */
 struct StrEq {
     /** @brief Whether @p a and @p b are equal */
@@ -50,12 +50,12 @@ struct StrEq {
 /**
 @brief Byte-wise order of strings for the ordered standard containers
 
-Bytes compare as unsigned numbers, so all of ASCII stands before any other
-character of UTF-8; a prefix stands before what it begins. Being transparent,
-it lets ordered containers be searched with a view, without a copy of it.
+Bytes compare as unsigned numbers, so all of ASCII comes before any other
+character of UTF-8. A string comes after its own prefixes. Ordered containers
+can be searched with a view, without a copy of it.
 */
 struct StrLess {
-    /** @brief Tells the standard containers that any string type compares */
+    /** @brief Lets standard containers compare with any string type */
     typedef void is_transparent;
 
     /** @brief Whether @p a stands before @p b */
