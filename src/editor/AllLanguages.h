@@ -29,20 +29,20 @@ constexpr unsigned short AllLanguageCount = 411;
 /**
 @brief All languages that a project can be translated to
 
-Languages on their own and together with a script, a region or a variant where
-translations are known to differ or files to be named so. Names and codes are
-each distinct, also if letter case is ignored.
+Each language on its own, and with a script, a region or a variant if
+translations are known to differ by it or files to be named after it. All names
+are distinct and all codes are, even if letter case is ignored.
 
-Rows are sorted by name the way an English reader looks it up: letter case,
-accents and apostrophes don't count, so "Māori" is between "Manx" and "Marathi".
-Searching for a code thus has to go through all rows.
+Rows are sorted by name for an English reader: letter case, accents and
+apostrophes don't count, so "Māori" is between "Manx" and "Marathi". A search
+for a code has to go through all rows.
 
-The table is constant-initialized and usable by other static objects. All views
+The table is constant-initialized, so other static objects can use it. All views
 are @relativeref{Corrade,Containers::StringViewFlag::Global} and
 @relativeref{Corrade::Containers::StringViewFlag,NullTerminated}, so a
 @relativeref{Corrade,Containers::String} can reference them without a copy.
 */
-/* No export macro, the library that has the table shows all its symbols */
+/* Without an export macro, as the library with the table exports all symbols */
 extern const Language AllLanguages[AllLanguageCount];
 
 }

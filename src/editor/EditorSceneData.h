@@ -18,7 +18,7 @@ struct Scene {
 /** @brief Scenes of the open project */
 class EditorSceneData {
 public:
-    /** @brief The main scene, there as long as a project is open */
+    /** @brief The main scene; it exists while a project is open */
     Scene& main() { return _main; }
 
 private:

@@ -13,7 +13,7 @@
 
 namespace OrrelinEngine {
 
-/** @brief What scenes are made of */
+/** @brief The engine's data of scenes */
 namespace Data {
 
 /** @brief Type code of a string-valued script parameter */
@@ -31,8 +31,8 @@ template<class> class JavaScriptManager;
 /**
 @brief Registry of script component types
 
-Types have 16-bit indices; 0xFFFF is never a type and stands for one that isn't
-registered.
+Types have 16-bit indices. 0xFFFF is never the index of a type; it stands for
+a type that isn't registered.
 */
 template<> class JavaScriptManager<unsigned short> {
 public:
@@ -49,9 +49,10 @@ public:
      * @param name          Name of the type
      * @param parameters    Name and type code of each parameter
      *
-     * A type of the same name isn't replaced, the first one is found. Returns
-     * @cpp false @ce and registers nothing if indices would run out: there
-     * can be at most 65535 types and 65535 parameters of all types.
+     * Doesn't replace an earlier type of the same name; a search by name finds
+     * that one. Returns @cpp false @ce and registers nothing if indices would
+     * run out: there can be at most 65535 types, with 65535 parameters
+     * altogether.
      */
     bool addType(Containers::StringView name,
         Containers::ArrayView<
@@ -61,15 +62,16 @@ public:
     /**
      * @brief Names of the parameters of a type
      *
-     * In the order of the type's range of @ref paramTypes. The characters
+     * In the same order as their codes in @ref paramTypes. The characters
      * belong to the registry and stay until a type is added. Expects that
-     * @p type is less than @ref paramRangeCount.
+     * @p type is less than @ref paramRangeCount; prints both and aborts
+     * otherwise.
      */
     StringArrayView paramNames(unsigned short type) const;
 
 private:
     struct State;
-    /* Before the public views of it, which refer to it */
+    /* Declared before the public members, which refer to it */
     Containers::Pointer<State> _state;
 
 public:

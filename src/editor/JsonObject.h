@@ -13,9 +13,9 @@
 namespace OrrelinEngine {
 
 /**
-@brief Something that has a JSON value
+@brief Typed reading and writing of a JSON value
 
-Typed reading and writing on top of the value that a subclass resolves.
+A subclass finds the value, in the document or elsewhere.
 */
 class JsonObject {
 public:
@@ -42,25 +42,25 @@ public:
     /**
      * @brief The value as a string
      *
-     * A view into the document, valid until the document next changes. Empty
-     * if there is no value or one that is no string.
+     * A view into the document, valid until that next changes. Empty if there
+     * is no value or if it isn't a string.
      */
     Containers::StringView asString() const;
 
     /**
      * @brief The value as a boolean
      *
-     * False if there is no value or one that is no boolean.
+     * False if there is no value or if it isn't a boolean.
      */
     bool asBool() const;
 
     /**
      * @brief Store a string
      *
-     * Copies @p string into the document, in place of what was there or as a
-     * new value. A direct write: no change is recorded, nothing to undo.
-     * Expects that it has fewer than 4294967295 bytes, one less than 4 GiB;
-     * prints that it has more and aborts.
+     * Copies @p string into the document and replaces the value there or
+     * creates it. A direct write: it records no change, so it can't be undone.
+     * Expects that @p string has fewer than 4294967295 bytes, one less than
+     * 4 GiB; prints its size and aborts otherwise.
      */
     void setString(Containers::StringView string);
 

@@ -12,7 +12,7 @@ namespace OrrelinEngine {
 /**
 @brief The editor as its tools see it
 
-Refers to what the editor owns; tools borrow it for the length of one call.
+Refers to objects that the editor owns. Tools use them during a call only.
 */
 struct OrrelinEditor {
     /** @brief Root directory of the project */

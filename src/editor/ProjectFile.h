@@ -16,10 +16,11 @@ namespace OrrelinEngine {
 @brief The open project
 
 Holds the project document and is the accessor of its root. The document may be
-edited through accessors, the @ref ChangeManager and directly, in any order.
+edited through accessors, through the @ref ChangeManager and directly, in any
+order.
 
-Names of members are expected to differ. Of those that don't, which JSON allows,
-the first one counts, or either once a direct edit put another in front of it.
+The members of an object should have different names. JSON allows equal ones:
+the first of them counts, or either after a direct edit put another in front.
 */
 class ProjectFile: public RecordAccess {
 public:
@@ -36,11 +37,12 @@ public:
     JsonAllocator& allocator() const override;
 
     /**
-     * @brief Supply defaults for what the document doesn't store
+     * @brief Supply defaults for values that the document doesn't store
      * @param defaults  A value with the structure of a project document,
      *      referenced, or @cpp nullptr @ce for none
      *
-     * Asked last, after the document and the schema of project settings.
+     * Accessors look there last, after the document and the schema of project
+     * settings.
      */
     void setDefaults(const JsonValue* defaults) { _defaults = defaults; }
 

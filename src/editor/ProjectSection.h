@@ -22,17 +22,18 @@ public:
     /**
      * @brief Accessor of the record @p name
      *
-     * The name is escaped as @ref RecordPath says. The record doesn't have to
-     * exist; what is looked up below the accessor is resolved against the
-     * document at that time.
+     * The name has to be escaped as @ref RecordPath says. The record doesn't
+     * have to exist: the accessor looks into the document only when it is read
+     * or written.
      */
     ValueAccess operator[](Containers::StringView name) const;
 
     /**
      * @brief Create the record @p name
      *
-     * An empty object; a record that is there already is left as it is. A
-     * direct write: no change is recorded, nothing to undo.
+     * As an empty object; a record that exists stays as it is. A direct write:
+     * it records no change, so it can't be undone. The name has to be escaped
+     * as @ref RecordPath says.
      */
     ValueAccess addResource(Containers::StringView name);
 };

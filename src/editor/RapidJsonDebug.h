@@ -14,8 +14,8 @@ namespace rapidjson {
 /**
 @brief Debug output of a JSON value
 
-The value as JSON on one line without spaces. A long value is cut after 1000
-bytes, marked with "...".
+Prints the value as JSON on one line without spaces. Cuts a long value after
+1000 bytes, never in the middle of a character, and marks that with "...".
 */
 Corrade::Utility::Debug& operator<<(
     Corrade::Utility::Debug& debug, const OrrelinEngine::JsonValue& value);

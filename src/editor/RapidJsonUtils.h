@@ -16,11 +16,11 @@ namespace RapidJsonUtils {
 
 /**
 @brief Value at a JSON Pointer below any value
-@param root     Where to begin; what the empty pointer addresses
-@param pointer  The JSON Pointer
+@param root     Value at which the pointer begins
+@param pointer  The JSON Pointer; the empty one leads to @p root itself
 
-@cpp nullptr @ce if there is no such value or @p pointer isn't a valid JSON
-Pointer. Searches members one by one.
+Returns @cpp nullptr @ce if there is no such value or if @p pointer isn't
+a valid JSON Pointer. Searches the members of each object on the way one by one.
 */
 JsonValue* valueByPointer(JsonValue& root, Containers::StringView pointer);
 

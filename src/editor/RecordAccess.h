@@ -15,18 +15,17 @@ namespace OrrelinEngine {
 /**
 @brief Names a place in the project document
 
-A small value object that owns nothing of the document. It resolves its place
-each time it is read or written, so it is never out of date, whichever way the
-document was edited; an accessor of a place that doesn't exist yet starts to
-have a value when something is stored there. It has to be gone before its
-@ref ProjectFile is.
+A small value that owns nothing of the document. It looks its place up each time
+it is read or written, so it is never out of date, whichever way the document
+was edited. The place doesn't have to exist; the accessor has a value as soon as
+one is stored there. It must not outlive its @ref ProjectFile.
 
-A value is looked for in the document, then in the editor's schema of project
-settings, then in what the host supplied with @ref ProjectFile::setDefaults().
+Reading looks for a value in the document, then in the editor's schema of
+project settings, then in the defaults that the host supplied with
+@ref ProjectFile::setDefaults().
 
-Resolving costs a look-up per path segment. Members that are there are found at
-a cost that doesn't depend on the size of their object; to find out that one is
-absent costs a search of it.
+This costs a look-up per path segment. To find a member costs the same in an
+object of any size; to find out that it's absent costs a search of the object.
 */
 class RecordAccess: public JsonObject {
 public:
@@ -62,8 +61,9 @@ public:
     /**
      * @brief The stored value for writing
      *
-     * Created as null if the document stores none, together with the parents
-     * it needs. The reference is valid until the document next changes.
+     * If the document stores none, creates it as null, with its parents. The
+     * reference is valid until the document next changes. Prints and aborts if
+     * the value isn't there and @ref path isn't a JSON Pointer.
      */
     JsonValue& writeValue() override;
 
@@ -75,8 +75,8 @@ public:
      *      leading "/". Names are escaped as @ref RecordPath says; decimal
      *      digits address the element of an array.
      *
-     * Never fails. The accessor's @ref path is this one's with "/" and the
-     * segments appended.
+     * Never fails, even if there's no such place. The @ref path of the result
+     * is this one with "/" and the segments appended.
      */
     ValueAccess operator[](Containers::StringView key) const;
 
@@ -86,31 +86,33 @@ public:
     /**
      * @brief Member names of the value, in document order
      *
-     * Each as a segment of a record path. None if the value is no object.
+     * Each as a segment of a record path. None if the value isn't an object.
      */
     RecordAccessKeys keys() const;
 
     /**
      * @brief The value that the document stores
      *
-     * @cpp nullptr @ce if it stores none; no other source is asked.
+     * @cpp nullptr @ce if it stores none; schema and defaults don't count.
      */
     const JsonValue* readValueNoDefault() const;
 
     /**
      * @brief Whether the document itself stores a value
      *
-     * Unlike @ref exists(), a value of another source doesn't count.
+     * Unlike for @ref exists(), a value of the schema or the defaults doesn't
+     * count.
      */
     bool hasValue() const;
 
 private:
-    /* Looks the place up anew, in the given number of sources at most */
+    /* Looks the place up, in the document only if `sources` is 1 and in all
+       three sources otherwise */
     const JsonValue* resolve(unsigned int sources) const;
 
     ProjectFile* _file;
-    /* As last resolved: in the document, in the schema of project settings,
-       in the host's defaults */
+    /* The result of the last look-up in the document, in the schema of project
+       settings and in the host's defaults */
     mutable const JsonValue* _stored = nullptr;
     mutable const JsonValue* _schema = nullptr;
     mutable const JsonValue* _default = nullptr;
@@ -120,7 +122,7 @@ public:
     Containers::String path;
 };
 
-/** @brief What every look-up returns */
+/** @brief Accessor that every look-up returns */
 class ValueAccess: public RecordAccess {
 public:
     using RecordAccess::RecordAccess;

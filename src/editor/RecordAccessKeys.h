@@ -39,28 +39,28 @@ public:
     /**
      * @brief The name, as a segment of a record path
      *
-     * Valid until the document next changes or this iterator is advanced,
-     * assigned to or destroyed: a name that reads differently as a segment is
-     * kept in the iterator.
+     * Valid until the document next changes, and until this iterator is
+     * advanced, assigned to or destroyed: the iterator holds the segment if it
+     * differs from the name in the document.
      */
     Containers::StringView operator*() const;
 
 private:
     const JsonValue* _record;
     std::uint32_t _position;
-    /* The segment once it was asked for, if it's not the name itself */
+    /* The segment, if it was read and differs from the name */
     mutable Containers::String _escaped;
 };
 
 /**
 @brief Member names of a record
 
-Refers to the record in the document: this and its iterators, which don't need
-this instance any longer, are valid until the document next changes.
+Refers to the record in the document. This and its iterators are valid until the
+document next changes. The iterators don't need this instance.
 */
 class RecordAccessKeys {
 public:
-    /** @brief Names of the members of @p record, none if it's no object */
+    /** @brief Names of the members of @p record, none unless it's an object */
     explicit RecordAccessKeys(const JsonValue& record);
 
     /** @brief First name */

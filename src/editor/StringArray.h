@@ -19,8 +19,8 @@ public:
 /**
 @brief Owning, growing list of strings
 
-Views got from it are valid until a string is added. Adding is amortized
-linear in the size of the string.
+Its strings are valid until another one is added. Adding costs the length of the
+string, on average.
 */
 class StringArray: public MutableStringArrayView {
 public:

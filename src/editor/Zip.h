@@ -12,7 +12,7 @@
 
 namespace OrrelinEngine {
 
-/** @brief Success or the reason of a failure */
+/** @brief Success, or failure with its reason */
 class Result {
 public:
     /** @brief Success */
@@ -26,11 +26,11 @@ public:
     explicit operator bool() const { return _success; }
 
     /**
-     * @brief What failed
+     * @brief Reason of the failure
      *
-     * One line without the newline, which names the file. It is valid for as
-     * long as the result is. Expects that it is a failure; prints that it isn't
-     * to the error output and aborts otherwise.
+     * One line that names the file, without the newline, valid for as long as
+     * the result is. Expects that the result is a failure; prints that it isn't
+     * and aborts otherwise.
      */
     Containers::StringView error() const;
 
@@ -43,17 +43,18 @@ private:
 @brief Write a zip archive
 @param names    Names of the entries, in UTF-8, with slashes between folders
 @param contents Contents of the entries, in the same order
-@param zipPath  The archive, which is replaced as a whole if it exists
+@param zipPath  The archive, replaced as a whole if it exists
 
-Entries are deflated and in the given order, and the same input always gives the
-same bytes; every entry is dated to the beginning of 1980. An entry that is
-given again with the same content is written once.
+Entries are deflated, in the given order, and dated to the beginning of 1980, so
+the same input always gives the same bytes. An entry that is given twice with
+the same content is written once.
 
-The archive is packed in memory and then put in the place of the old one with
-a rename, so that a failure leaves the old one as it was. It fails if
-the file can't be written, if there are no entries, if a name is empty, longer
-than 65535 bytes or no text in UTF-8, and if one name is given with two
-different contents. Expects that there are as many names as contents.
+Packs the archive in memory and then puts it in the place of the old one with
+a rename, so a failure leaves the old one as it was. Fails if the file can't be
+written, if there are no entries, if a name is empty, longer than 65535 bytes,
+not valid UTF-8 or with a zero byte in it, and if a name is given with two
+different contents. Expects as many names as contents; prints both numbers and
+aborts otherwise.
 */
 Result writeZip(const Containers::StringIterable& names,
     Containers::ArrayView<const Containers::ArrayView<const char>> contents,
@@ -66,23 +67,23 @@ Result writeZip(const Containers::StringIterable& names,
 @param contents     Where to append the contents of the entries
 @param zipPath      The archive
 
-Entries with one of the extensions, compared byte by byte with what
-@relativeref{Corrade,Utility::Path::splitExtension()} tells, are read in the order of
-the archive; folders and all other entries are passed over, whatever they
-contain. Names that the archive doesn't have in UTF-8 are converted. Two entries
-can have the same name.
+Reads the entries whose extension, as
+@relativeref{Corrade,Utility::Path::splitExtension()} splits it off, equals one
+of the given ones byte by byte, in the order of the archive. Folders and all
+other entries are passed over, whatever they contain. Names that aren't UTF-8 in
+the archive are converted. Two entries can have the same name.
 
-The archive can come from anybody. It fails if the file is not a regular one or
-not an archive, and if one of the entries
+The archive may come from anybody. Reading fails if the file isn't a regular
+file, if it isn't an archive, and if one of the entries to read
 
--   is damaged: cut, inconsistent or not what its checksum tells,
+-   is damaged: cut off, inconsistent or different from its checksum,
 -   is encrypted or packed in any way but deflated or stored,
--   is larger than it claims to be,
--   brings what is read altogether over 2 GiB.
+-   is larger or smaller than it claims to be,
+-   brings the size of all contents over 2 GiB.
 
-A failure adds nothing. Memory grows with what has been unpacked, never with
-what the archive claims, and nothing is unpacked to the disk. An archive that
-admits to be too large is refused before anything is unpacked.
+A failure adds nothing. Memory grows with the contents unpacked, never with the
+sizes that the archive claims, and nothing is unpacked to the disk. An archive
+whose own sizes are too large is refused before anything is unpacked.
 */
 Result readZip(MutableStringArrayView& names,
     const Containers::StringIterable& extensions,
