@@ -23,13 +23,13 @@ bool JsonObject::asBool() const {
 }
 
 void JsonObject::setString(Containers::StringView string) {
-    /* RapidJSON adds one for the terminator */
+    /* RapidJSON adds one for the terminator, which must not overflow */
     CORRADE_ASSERT(
         string.size() < std::numeric_limits<rapidjson::SizeType>::max(),
         "JsonObject::setString(): Can't store a text of" << string.size()
                                                          << "bytes.", );
-    /* Copied before the place is created, as the view may point into the
-       document */
+    /* Copied first: the view may point into the document, where creating the
+       place can move it */
     JsonValue value{string.data() ? string.data() : "",
         rapidjson::SizeType(string.size()), allocator()};
     writeValue() = value;

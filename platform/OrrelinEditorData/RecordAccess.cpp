@@ -12,7 +12,7 @@ namespace OrrelinEngine {
 
 namespace {
 
-/* The editor's schema of project settings, as far as it has defaults */
+/* The part of the editor's schema of project settings that has defaults */
 JsonValue& settingsSchema() {
     static JsonDocument schema = [] {
         JsonDocument out;
@@ -26,7 +26,8 @@ JsonValue& settingsSchema() {
     return schema;
 }
 
-/* Only settings have one, and only they are worth a look */
+/* Only settings are in the schema. The search, member by member, is spared for
+   all other paths. */
 const JsonValue* schemaValue(Containers::StringView path) {
     return path.hasPrefix("/settings")
         ? RapidJsonUtils::valueByPointer(settingsSchema(), path)
@@ -97,7 +98,7 @@ ValueAccess RecordAccess::operator[](Containers::StringView key) const {
 }
 
 ValueAccess RecordAccess::operator[](unsigned int index) const {
-    /* Once per element of an array, for which formatting is slow */
+    /* Not by Utility::format(), which is slow for a call per array element */
     char digits[std::numeric_limits<unsigned int>::digits10 + 1];
     char* const end =
         std::to_chars(std::begin(digits), std::end(digits), index).ptr;

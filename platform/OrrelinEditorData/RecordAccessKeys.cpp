@@ -18,7 +18,7 @@ Containers::StringView KeyIterator::operator*() const {
         member.GetStringLength(), Containers::StringViewFlag::NullTerminated};
     if(!RecordPath::needsEscape(name))
         return name;
-    /* Once only, as it may be looked at already */
+    /* Made once only, as views of it may be in use */
     if(_escaped.isEmpty())
         _escaped = RecordPath::segment(name);
     return _escaped;

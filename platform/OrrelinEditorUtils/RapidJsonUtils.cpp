@@ -6,7 +6,7 @@
 namespace OrrelinEngine { namespace RapidJsonUtils {
 
 JsonValue* valueByPointer(JsonValue& root, Containers::StringView pointer) {
-    /* RapidJSON would take "#" as the beginning of a URI fragment */
+    /* RapidJSON also takes URI fragments, which begin with "#" */
     if(!pointer.isEmpty() && pointer[0] != '/')
         return nullptr;
     const rapidjson::GenericPointer<JsonValue> parsed{

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t MaxSize = 1000;
 
-/* Takes what fits and drops the rest */
+/* Keeps the first characters and drops all that don't fit */
 struct BoundedStream {
     typedef char Ch;
 
@@ -31,8 +31,8 @@ struct BoundedStream {
 typedef Writer<BoundedStream, UTF8<>, UTF8<>, CrtAllocator, kWriteNanAndInfFlag>
     JsonWriter;
 
-/* Ends when the stream is full, thus before the depth of the value is too much
-   for the call stack */
+/* Stops when the stream is full. Each level of a value writes a character at
+   least, so that's before a deep one uses up the call stack. */
 class BoundedWriter: public JsonWriter {
 public:
     explicit BoundedWriter(BoundedStream& stream):
@@ -58,7 +58,7 @@ Corrade::Utility::Debug& operator<<(
     if(!stream.isFull())
         return debug << Corrade::Containers::StringView{
                    stream.data, stream.size};
-    /* Not in the middle of a character of several bytes */
+    /* Back to the beginning of a character that the limit would cut */
     std::size_t size = MaxSize;
     while(
         size && (static_cast<unsigned char>(stream.data[size]) & 0xc0) == 0x80)

@@ -51,7 +51,8 @@ bool JavaScriptManager<unsigned short>::addType(Containers::StringView name,
     }
     ++state.typeCount;
 
-    /* Refers to the table instead of copying it on every addition */
+    /* The view refers to the table: with a copy for each addition, registering
+       many types would be quadratic */
     typeNames = StringArrayView{
         Containers::Array<std::size_t>{state.typePositions.data(),
             state.typePositions.size(), [](std::size_t*, std::size_t) {}},
