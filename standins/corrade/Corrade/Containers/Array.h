@@ -147,8 +147,8 @@ public:
     /**
      * @brief Give up ownership
      *
-     * The caller frees the memory with what @ref deleter() returned
-     * before; the array is empty afterwards.
+     * The array is empty afterwards. The caller frees the memory with the
+     * @ref deleter() that the array had before.
      */
     T* release() {
         T* const data = _data;

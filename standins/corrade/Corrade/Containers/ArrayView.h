@@ -19,7 +19,7 @@ namespace Implementation {
 template<class> struct IsViewable: std::false_type {};
 template<class T> struct IsViewable<ArrayView<T>>: std::true_type {};
 
-/* What elements such a view has; substitution fails for other types */
+/* Type of the elements of such a view; substitution fails for other types */
 template<class Container,
     class = std::enable_if_t<IsViewable<std::decay_t<Container>>::value>>
 using ViewedType =

@@ -178,9 +178,10 @@ public:
     Array<StringView> split(char delimiter) const;
 
     /**
-     * @brief What's before the first separator, the separator and what's after
+     * @brief Parts before and after the first separator, with it in between
      *
-     * The latter two are empty if it's not there.
+     * Without a separator, the first part is everything and the others are
+     * empty.
      */
     Array3<StringView> partition(char separator) const;
 

@@ -16,7 +16,7 @@
 namespace Corrade { namespace Utility {
 
 namespace Implementation {
-/* Nowhere if both are null */
+/* Where to print. If both are null, output is discarded. */
 struct DebugOutput {
     std::ostream* stream;
     Containers::String* string;
@@ -26,11 +26,11 @@ struct DebugOutput {
 /**
 @brief Debug output
 
-Values are separated by a space, a newline follows when the instance is
-destroyed, unless nothing was printed; only then the line is put out. An
-instance made with an output redirects all others made during its lifetime that
-don't have any, in the same thread. Printing of other types is added with an
-@cpp operator<<(Debug&, const T&) @ce in their namespace.
+Collects one line, with a space between values. The destructor prints it with
+a newline, unless there were no values. An instance that is made with an output
+redirects all those in the same thread that are made without one during its
+lifetime. To print another type, give it an
+@cpp operator<<(Debug&, const T&) @ce in its namespace.
 
 Printing goes to the standard output; @ref Warning and @ref Error go to the
 standard error output and each has a redirection of its own.
@@ -77,12 +77,12 @@ public:
     Debug& operator<<(unsigned value); /**< @overload */
     Debug& operator<<(unsigned long value); /**< @overload */
 
-    /* It would be printed as a number */
+    /* A bool would be printed as a number */
     template<class T, std::enable_if_t<std::is_same_v<T, bool>, int> = 0>
     Debug& operator<<(T) = delete;
 
 protected:
-    /* `redirected` is what to restore when the instance gets destroyed */
+    /* The destructor restores the former value of `redirected` */
     explicit Debug(Implementation::DebugOutput& redirected,
         Implementation::DebugOutput output, Flags flags = {});
 

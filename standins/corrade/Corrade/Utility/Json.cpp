@@ -16,8 +16,8 @@ struct JsonTokenData {
     /* Text of strings, decoded */
     const char* text;
 
-    /* Size of a string, count of all tokens inside a container. Until that
-       ends, it's the index of the parent. */
+    /* Size of a string or, for a container, the number of all tokens inside.
+       While a container is still open, this is the index of its parent. */
     std::size_t size;
 
     JsonToken::Type type;
@@ -31,11 +31,11 @@ using Implementation::JsonTokenData;
 
 constexpr std::size_t NoParent = ~std::size_t{};
 
-/* Its functions return whether there was what they are called for, and move
-   after it */
+/* Each function looks for the thing that it's named after, moves past it and
+   returns whether it was there */
 class Tokenizer {
 public:
-    /* After the text there's a null byte */
+    /* The array ends with a null byte that isn't a part of the text */
     explicit Tokenizer(Containers::Array<char>& text,
         Containers::Array<JsonTokenData>& tokens):
         _begin{text.begin()},
@@ -108,7 +108,7 @@ void Tokenizer::endContainer() {
     token.size = _tokens.end() - &token - 1;
 }
 
-/* Up to the begin of the next one, or to the end */
+/* A value with all that follows it, up to the next value or the end */
 bool Tokenizer::value() {
     if(consume('{')) {
         beginContainer(JsonToken::Type::Object);
@@ -155,15 +155,15 @@ bool Tokenizer::literal(
 bool Tokenizer::number() {
     if(_at == _end || (*_at != '-' && (*_at < '0' || *_at > '9')))
         return false;
-    /* What's between is looked at only where a number is converted */
+    /* Whether it's a valid number is checked only when it's converted */
     while(_at != _end && !"\t\r\n ,]}"_s.contains(*_at))
         ++_at;
     add(JsonToken::Type::Number, nullptr, 0);
     return true;
 }
 
-/* Decodes in place, as no escape sequence gets longer. Control characters are
-   refused, and so is the end of the text, where there's a null byte. */
+/* Decodes in place, as decoding makes no escape sequence longer. Refuses
+   control characters and thus also the null byte at the end of the text. */
 bool Tokenizer::string() {
     if(_at == _end || *_at != '"')
         return false;

@@ -72,11 +72,11 @@ private:
 Checks a whole document and makes a flat list of its tokens, each container
 before its contents and each key before its value. Any nesting depth is fine,
 nothing is recursive. Escape sequences are decoded, each half of a surrogate
-pair on its own; whether texts are UTF-8 and what's in numbers isn't checked.
+pair on its own. Neither texts are checked to be UTF-8 nor numbers to be valid.
 */
 class Json {
 public:
-    /** @brief What can be accessed */
+    /** @brief Kinds of values that can be accessed */
     enum class Option {
         ParseLiterals = 1 << 0, /**< Null and bool values, objects and arrays */
         ParseStrings = 3 << 3 /**< Object keys and string values */
@@ -90,7 +90,7 @@ public:
     /**
      * @brief Parse a string
      * @param string        The whole document, with no byte order mark
-     * @param options       What will be accessed. Expects all there is.
+     * @param options       Kinds of values to access. Expects all of them.
      *
      * Makes a copy of the string. On error prints a message with the place in
      * the document to @ref Error and returns an empty optional. Duplicate keys

@@ -12,8 +12,9 @@ static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__,
 constexpr std::uint64_t Ones = 0x0101010101010101ull;
 constexpr std::uint64_t TopBits = 0x8080808080808080ull;
 
-/* Top bits of bytes that are less than given value. Bytes after such a one may
-   be false positives. */
+/* Sets the top bit of each byte that is less than the value. The subtraction
+   borrows from the bytes behind such a byte, whose bits may be wrong: only the
+   first one counts. */
 constexpr std::uint64_t lessThan(std::uint64_t bytes, std::uint64_t value) {
     return (bytes - value * Ones) & ~bytes & TopBits;
 }
@@ -22,7 +23,7 @@ bool isEscaped(const char c) {
     return static_cast<unsigned char>(c) < ' ' || c == '"' || c == '\\';
 }
 
-/* Eight bytes at once, as there's seldom anything to escape */
+/* The first character to escape. Eight bytes at once, as there's seldom one. */
 const char* findEscaped(const char* begin, const char* const end) {
     for(; end - begin >= 8; begin += 8) {
         std::uint64_t bytes;

@@ -140,8 +140,8 @@ Containers::Optional<Containers::Array<char>> read(
         return {};
     }
 
-    /* The size is just a hint. One byte more to find the end without having to
-       grow. */
+    /* The size is just a hint. With one byte more, a read of the whole file
+       comes back short and ends the loop without growing the array. */
     std::error_code error;
     const std::uintmax_t hint =
         std::filesystem::file_size(native(filename), error);

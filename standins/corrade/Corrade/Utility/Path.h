@@ -19,7 +19,7 @@ namespace Path {
 /**
  * @brief Directory and file name
  *
- * The slash between belongs to the former only if it's the root.
+ * Without the slash between them, unless the directory is the root.
  */
 Containers::Pair<Containers::StringView, Containers::StringView> split(
     Containers::StringView path);
@@ -28,10 +28,10 @@ Containers::Pair<Containers::StringView, Containers::StringView> split(
 Containers::StringView path(Containers::StringView filename);
 
 /**
- * @brief Everything before the last dot of the file name, and the dot with
- *      what's after
+ * @brief Path without its extension, and the extension with its dot
  *
- * Dots at the file name begin don't count.
+ * The extension begins at the last dot of the file name. Dots at the beginning
+ * of the file name don't count.
  */
 Containers::Pair<Containers::StringView, Containers::StringView> splitExtension(
     Containers::StringView path);
@@ -76,7 +76,7 @@ Containers::Optional<std::size_t> size(Containers::StringView filename);
 /**
  * @brief Read a whole file
  *
- * Reads until the end, whatever size the file is said to have.
+ * Reads to the end even if the system reports another size.
  */
 Containers::Optional<Containers::Array<char>> read(
     Containers::StringView filename);
@@ -88,8 +88,8 @@ Containers::Optional<Containers::String> readString(
 /**
  * @brief Write a whole file
  *
- * Replaces previous contents of the file in place; if it fails, what's there
- * can be incomplete.
+ * Replaces the contents of the file in place. A failure can leave them
+ * incomplete.
  */
 bool write(
     Containers::StringView filename, Containers::ArrayView<const void> data);

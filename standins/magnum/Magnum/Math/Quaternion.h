@@ -17,8 +17,8 @@ public:
     /**
      * @brief Rotation of a matrix
      *
-     * Expects that it's one with no reflection, which is decided by its
-     * determinant being one. Checked in debug builds only.
+     * Expects a rotation without reflection, thus a determinant of one; checked
+     * in debug builds only.
      */
     static Quaternion<T> fromMatrix(const Matrix3x3<T>& matrix);
 
@@ -47,8 +47,8 @@ Quaternion<T> Quaternion<T>::fromMatrix(const Matrix3x3<T>& m) {
     CORRADE_INTERNAL_DEBUG_ASSERT(std::abs(m.determinant() - T(1)) <
         (sizeof(T) == sizeof(float) ? T(3.0e-5) : T(3.0e-14)));
 
-    /* What the antisymmetric part has is the vector scaled by the scalar. It's
-       precise unless the scalar is close to zero. */
+    /* The antisymmetric part holds the vector, scaled by the scalar. Dividing
+       by that is precise unless it's close to zero. */
     const T trace = m[0][0] + m[1][1] + m[2][2];
     if(trace > T(0)) {
         const T scalar = std::sqrt(trace + T(1)) / T(2);
