@@ -36,10 +36,10 @@ struct RapidJsonSystem {
     }
 };
 
-/* What an editor without a change manager would do for a path like
-   `/objects/<id>/<member>`: keeps a copy of the value before and after, and
-   knows where each record is or, where others edit the document as well,
-   searches for it */
+/* Undo and redo as written by hand for paths like `/objects/<id>/<member>`, in
+   an editor without a change manager. Keeps a copy of the value before and
+   after. Knows where each record is or, if others edit the document as well,
+   searches for it. */
 template<bool searches> class HandWritten: public RapidJsonSystem {
 public:
     explicit HandWritten(const std::string& json) {
@@ -119,7 +119,7 @@ private:
         return found == _drags.end() ? nullptr : &_history[found->second];
     }
 
-    /* Of a path, after the section */
+    /* The segments of a path after the section */
     struct Names {
         explicit Names(Containers::StringView path) {
             constexpr std::size_t begin = sizeof("/objects/") - 1;
@@ -190,7 +190,7 @@ private:
                 nameOf(*(parent.MemberEnd() - 1)), _positions.size());
     }
 
-    /* A record only if it's the last one */
+    /* Of records only the last one, so that no other moves */
     void erase(const Names& names) {
         if(names.member.empty()) {
             if(!searches)
@@ -205,7 +205,7 @@ private:
     JsonDocument _document;
     std::unordered_map<std::string_view, std::size_t> _positions;
     std::vector<Edit> _history;
-    /* Where the changes of the group's dragged values are in it */
+    /* Position, in the group, of the change of each dragged value */
     std::unordered_map<std::string, std::size_t> _drags;
     std::size_t _size = 0;
     int _group = -1, _groups = 0;
@@ -214,7 +214,7 @@ private:
 typedef HandWritten<false> Reference;
 typedef HandWritten<true> SearchingReference;
 
-/* The same calls, passed on */
+/* Passes the calls on to the change manager */
 class Ours: public RapidJsonSystem {
 public:
     explicit Ours(const std::string& json) { _session->parse(json); }
@@ -255,7 +255,7 @@ private:
     const ExclusiveEdits _promise{manager()};
 };
 
-/* With a handler that reads what's there now */
+/* With a handler that reads the new value, like a panel */
 class OursHandled: public Ours {
 public:
     explicit OursHandled(const std::string& json): Ours{json} {
@@ -300,7 +300,7 @@ void preparePaste(Edits<System>& edits, System& system, std::size_t) {
     edits.paste(system);
 }
 
-/* What happens in an editor, which reads between its edits */
+/* Edits as in an editor, which reads in between */
 template<class System> bool registerEditorRows(const char* who) {
     typedef Edits<System> E;
     registerEdit<System>(who, {"editor/modifyAndRead", &E::modifyAndRead});

@@ -17,11 +17,11 @@ namespace OrrelinEngine {
 
 constexpr std::size_t ValuesPerRecord = 5;
 constexpr std::size_t GroupSize = 10000;
-/* Changes after which everything is built anew, as not every system frees what
-   it doesn't need any more */
+/* After so many changes everything is built anew, as some systems never free
+   memory */
 constexpr std::size_t MaxChanges = 200000;
 
-/* Distinct, and in no order */
+/* Different for each record and not in order, as in an editor's documents */
 inline std::string recordId(std::size_t i) {
     return Corrade::Utility::format("{:.8x}", std::uint32_t(i) * 2654435761u);
 }
@@ -51,7 +51,7 @@ inline std::string documentJson(std::size_t valueCount) {
            void undo();
            void redo();
            std::string json() const;
-           // Only for what an editor does
+           // Only for the rows named editor/
            std::size_t read(const Path& path);
        };
 
@@ -60,7 +60,7 @@ template<class System> class Edits {
 public:
     explicit Edits(std::size_t valueCount) {
         const std::size_t recordCount = valueCount / ValuesPerRecord;
-        /* Odd, so that each gets both texts in turn */
+        /* An odd number, so that each value gets both texts in turn */
         for(std::size_t i = 0; i != 8191; ++i) {
             const std::string record =
                 "/objects/" + recordId(i * 7919 % recordCount);
@@ -85,7 +85,7 @@ public:
         system.push(of(_created), nullptr);
     }
 
-    /* As a panel does that shows the value */
+    /* Like a panel that shows the value and reads it after each edit */
     void modifyAndRead(System& system) {
         modify(system);
         benchmark::DoNotOptimize(system.read(of(_names)));
@@ -107,7 +107,7 @@ public:
         benchmark::DoNotOptimize(system.read(of(_names)));
     }
 
-    /* As one step, of records that aren't there yet */
+    /* New records, as one step */
     void paste(System& system) {
         system.beginGroup();
         for(std::size_t i = 0; i != GroupSize; ++i)
@@ -152,7 +152,7 @@ public:
         system.undo();
     }
 
-    /* That all of it is done, with a document of one record */
+    /* Whether the system does all that is measured, tried on one record */
     bool isRight() {
         System system{documentJson(ValuesPerRecord)};
         system.push(_names[0], &_texts[0]);
@@ -207,17 +207,17 @@ private:
         System::value(R"({"name": "A record", "visible": true})");
 };
 
-/* What is timed */
+/* One row of the report: an operation to time */
 template<class System> struct EditRow {
     const char* name;
     void (Edits<System>::*operation)(System&);
-    /* How many changes it makes */
+    /* Number of changes that one call makes */
     std::size_t changes = 1;
-    /* Once before, after some changes */
+    /* Called once before the timing, when some changes were made already */
     void (*prepare)(Edits<System>&, System&, std::size_t size) = nullptr;
-    /* The size is that of the document unless it's given here */
+    /* Values in the document; 0 if the row's size is that number */
     std::size_t values = 0;
-    /* The size is that of the history */
+    /* Whether the row's size is that of the history */
     bool inHistory = false;
 };
 
@@ -236,7 +236,8 @@ void timeEdits(benchmark::State& state, const EditRow<System>& row) {
             system = std::make_unique<System>(json);
             for(std::size_t i = 0; i != (row.inHistory ? size : 100); ++i)
                 edits.modify(*system);
-            /* The index of a document and the first drag */
+            /* Not timed: indexing the document, and the first drag, which adds
+               its changes */
             edits.drag(*system);
             edits.drag(*system);
             if(row.prepare)
@@ -282,7 +283,7 @@ template<class System> bool registerEdits(const std::string& who) {
     return true;
 }
 
-/* With a system that may know that nobody else edits the document */
+/* Rows for which a system may rely on nobody else editing the document */
 template<class System> bool registerEditsOfRecords(const std::string& who) {
     typedef Edits<System> E;
     for(const EditRow<System>& row: {

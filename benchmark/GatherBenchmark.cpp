@@ -21,7 +21,7 @@ using namespace Containers::Literals;
 
 constexpr std::size_t TermsPerObject = 4;
 
-/* Distinct, and in no order */
+/* Different for each object and not in order, as in an editor's documents */
 Containers::String idOf(std::size_t i) {
     return Utility::format("{:.8x}", std::uint32_t(i) * 2654435761u);
 }
@@ -82,7 +82,7 @@ void recordByHand(TermPathMap& terms, TermMap& strings, const JsonValue& values,
     strings.emplace(std::move(path), std::move(key));
 }
 
-/* What one would write for this very document, without an editor */
+/* Code that gathers from this very document only, without an editor */
 void gatherByHand(
     const JsonValue& document, TermPathMap& terms, TermMap& strings) {
     terms.clear();
@@ -192,7 +192,7 @@ void lookupAbsent(benchmark::State& state) {
             state.SkipWithError("found");
 }
 
-/* Each a record removed and another added, and then many looked up */
+/* Removes a record and adds another, directly, then looks many up */
 void lookupAfterDirectEdits(benchmark::State& state) {
     constexpr std::size_t Lookups = 1000;
     const auto session = project(std::size_t(state.range(0)));
@@ -202,7 +202,7 @@ void lookupAfterDirectEdits(benchmark::State& state) {
     std::size_t edits = 0;
     while(state.KeepRunningBatch(Lookups)) {
         state.PauseTiming();
-        /* None of those that are looked up */
+        /* The record removed is none of those that are looked up */
         if(edits)
             objects.EraseMember(objects.MemberEnd() - 1);
         const Containers::String name = Utility::format("edit{}", edits++);
@@ -210,7 +210,7 @@ void lookupAfterDirectEdits(benchmark::State& state) {
             JsonValue{name.data(), rapidjson::SizeType(name.size()),
                 document.GetAllocator()},
             JsonValue{rapidjson::kObjectType}, document.GetAllocator());
-        /* And two in between change places */
+        /* Two records in the middle change places, too */
         const auto first = objects.MemberBegin() + objects.MemberCount() / 2;
         first->name.Swap((first + 1)->name);
         first->value.Swap((first + 1)->value);

@@ -43,7 +43,7 @@ struct Files: LargeProject {
     std::string content;
 };
 
-/* Kept for those that follow with the same size */
+/* Kept for the next benchmarks of the same size */
 Files& files(std::size_t terms) {
     static std::unique_ptr<Files> files;
     static std::size_t size = 0;
@@ -138,7 +138,7 @@ const bool registered = [] {
         add("import/ours", translationsOurs);
         add("import/reference", translationsReference);
 
-        /* Values of changes stay in the memory of the project */
+        /* Limited, as the values of all changes stay in the project's pool */
         const int times = terms < 1000000 ? 1000000 / terms : 2;
         const struct {
             const char* name;

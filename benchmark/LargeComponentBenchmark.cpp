@@ -1,7 +1,6 @@
-/* Records of so many values that a search of one for each name would be felt.
-   That a name is absent an accessor knows only from a search, and accessors
-   without an index search for any name; tools that asked them for each term
-   would take quadratic time here, on either. */
+/* Records of many values. An accessor has to search the record to find out that
+   a name is absent, and one without an index searches for every name. A tool
+   that asked an accessor for each term would take quadratic time here. */
 
 #include <cstdlib>
 #include <filesystem>
@@ -96,7 +95,7 @@ void import(benchmark::State&, LargeComponents& components) {
         LocalizationFormat::I18next);
 }
 
-/* The project's first one, with a half of the terms gone */
+/* Adds the project's first language while half of the terms lead nowhere */
 void addFirstLanguage(benchmark::State& state, LargeComponents& components) {
     state.PauseTiming();
     LocalizationData& data = components.session.localization();

@@ -12,7 +12,7 @@
 
 namespace OrrelinEngine {
 
-/* What terms read in any language, in sentences of different length */
+/* The text of a term in every language; lengths differ */
 inline std::string sentence(std::size_t i) {
     return "Gallery " + std::to_string(i) +
         std::string{": tells how people found their way by the stars."}.substr(

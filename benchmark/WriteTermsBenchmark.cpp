@@ -27,7 +27,7 @@ struct Translated: LargeProject {
     std::vector<Containers::StringView> languages;
 };
 
-/* Kept for those that follow with the same size */
+/* Kept for the next benchmarks of the same size */
 Translated& project(std::size_t terms, std::size_t languageCount) {
     static std::unique_ptr<Translated> project;
     static std::size_t size;
@@ -105,7 +105,7 @@ const bool registered = [] {
     keepFreedMemory();
     for(const int terms: {1000, 10000, 100000, 1000000})
         for(const int languages: {1, 10, 50}) {
-            /* Takes gigabytes */
+            /* More would take gigabytes */
             if(terms * languages > 5000000)
                 continue;
             benchmark::RegisterBenchmark("write/ours", writeOurs)

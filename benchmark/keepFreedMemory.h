@@ -5,8 +5,8 @@
 
 namespace OrrelinEngine {
 
-/* Memory that was freed is joined at once and used again instead of being given
-   back, as otherwise that and page faults are what is measured */
+/* Keeps freed memory in the process and joins it at once. Otherwise giving it
+   back and faulting new pages in would be a large part of the times. */
 inline void keepFreedMemory() {
     mallopt(M_MMAP_MAX, 0);
     mallopt(M_MXFAST, 0);

@@ -1,5 +1,4 @@
-/* JSON Patches of nlohmann-json, each kept together with the one that takes it
-   back */
+/* JSON Patches of nlohmann-json, each kept with its reverse */
 
 #include <nlohmann/json.hpp>
 

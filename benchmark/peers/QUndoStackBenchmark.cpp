@@ -12,7 +12,7 @@
 
 namespace OrrelinEngine { namespace {
 
-/* Of `/objects/<record>` or a member of it */
+/* The names in `/objects/<record>` or `/objects/<record>/<member>` */
 struct RecordMember {
     bool operator==(const RecordMember& other) const {
         return record == other.record && member == other.member;
@@ -28,7 +28,7 @@ public:
             QJsonDocument::fromJson(QByteArray::fromStdString(json)).object()} {
     }
 
-    /* Undefined if there is none */
+    /* Returns an undefined value if there is none */
     QJsonValue get(const RecordMember& at) const {
         const QJsonValue record =
             _root.constFind("objects")->toObject().value(at.record);
@@ -36,7 +36,8 @@ public:
                                    : record.toObject().value(at.member);
     }
 
-    /* Nothing is copied of what is taken out before it is changed */
+    /* Takes the section out while it's changed, as an object that the root
+       shares would be copied as a whole */
     void set(const RecordMember& at, const QJsonValue& value) {
         QJsonObject objects = _root.take("objects").toObject();
         if(at.member.isEmpty())

@@ -8,7 +8,7 @@
 
 namespace OrrelinEngine {
 
-/* What we write for a project of that many terms */
+/* The language file that the library writes for so many terms */
 inline std::string languageFile(std::size_t terms) {
     LargeProject project{terms};
     Containers::Array<Containers::String> names;
