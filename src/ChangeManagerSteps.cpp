@@ -44,7 +44,7 @@ void ChangeManager::commit() {
         return;
 
     /* Not stepBegin(), which takes changes outside any group one by one. With
-       no group open, all of those on top are told of again. */
+       no group open, this notifies again of all of those on top. */
     std::int32_t first = _lastChange;
     while(first && _changes[std::size_t(first - 1)].group == group)
         --first;

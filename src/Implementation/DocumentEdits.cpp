@@ -42,7 +42,7 @@ Containers::StringView parentOf(Containers::StringView path) {
     return path.prefix(size ? size - 1 : 0);
 }
 
-/* What follows the last slash, empty if there is none */
+/* The path behind its last slash, empty if there is none */
 Containers::StringView lastSegment(Containers::StringView path) {
     return path.isEmpty() ? path : path.exceptPrefix(parentOf(path).size() + 1);
 }
@@ -127,8 +127,8 @@ Containers::String DocumentEdits::addressablePath(
 
     const Containers::StringView rest = path.exceptPrefix(place.missing);
     const Containers::StringView missing = firstSegment(rest);
-    /* Only the first missing segment can append: what follows is created below
-       it and is no array yet */
+    /* Only the first missing segment can append: all behind it is created below
+       it, so there's no array yet */
     Containers::String appended = missing == "/-" && place.container->IsArray()
         ? Utility::format("{}/{}{}", path.prefix(place.missing),
               place.container->Size(), rest.exceptPrefix(missing.size()))
@@ -233,7 +233,7 @@ void DocumentEdits::remove(const Path& path, const DocumentPlace& place) {
 JsonValue& DocumentEdits::createNull(
     const Path& path, const DocumentPlace& place) {
     /* The path runs into an array that goes on differently. "-" appends to it:
-       remember the element by that name. A segment that is no index makes an
+       remember the element by that name. A segment that isn't an index makes an
        object of the array: its elements are lost, and so are their names. */
     if(place.container && place.container->IsArray() && !place.value) {
         const Containers::StringView rest =

@@ -8,9 +8,9 @@
 
 namespace OrrelinEngine {
 
-/* Performs changes on the document of a project, with RapidJSON's rules for
-   pointers but for arrays, where a creation inserts. How elements are found
-   again that insertion and removal renumber is told in the source file. */
+/* Performs changes on the document of a project. The rules are those of
+   RapidJSON's pointers, except that a creation in an array inserts. The source
+   file explains how elements are found again after they were renumbered. */
 class DocumentEdits {
 public:
     /* Works on the document of this project from now on; forgets all that it

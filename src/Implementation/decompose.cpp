@@ -5,8 +5,8 @@
    -    A column of no length gets the direction at right angles to the others.
    -    Directions in one plane have no rotation that's close to them, and
         Gram-Schmidt would divide by nothing. They become the identity.
-   -    A left-handed system is none of a rotation. It becomes right-handed by
-        turning the x axis around, which the x scaling turns back. */
+   -    No rotation gives a left-handed system, as a mirroring matrix has. The
+        x axis is turned around, and a negative x scaling turns it back. */
 
 #include "Implementation/decompose.h"
 

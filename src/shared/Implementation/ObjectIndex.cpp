@@ -246,8 +246,8 @@ void ObjectIndex::erase(JsonValue& object, std::uint32_t position) {
     const std::size_t slot = slotOf(hash, position);
     if(_slots[slot].position != Free)
         freeSlot(slot);
-    /* All behind move up, unless it was the last one. The loop is no more than
-       moving the members themselves has cost. */
+    /* All behind move up, unless it was the last one. The loop costs about as
+       much as moving the members themselves did. */
     if(position == _count)
         return;
     for(Slot& i: _slots)
