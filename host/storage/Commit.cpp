@@ -253,7 +253,7 @@ void removeLeftovers(const ProjectFolders& folders, const Descriptor& hidden) {
     else
         ::unlinkat(*hidden, NewRecordName, 0);
 
-    const Containers::String prefix = stagedPrefix(folders.id());
+    const Containers::String prefix = stagedPrefix(folders.id);
     Containers::String project, name;
     folders.resolve({}, project, name);
     for(const Containers::String& path:

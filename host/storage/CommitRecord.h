@@ -18,7 +18,7 @@ struct FileChange {
 /* A set of changes that are made all or none. As it comes from the disk, it has
    no paths, and what it says holds only for contents of the given versions. */
 struct CommitRecord {
-    /* ProjectFolders::id() when it was made */
+    /* ProjectFolders::id when it was made */
     std::uint64_t id = 0;
     /* Folders that were made for the languages */
     std::uint64_t madeFolders = 0;

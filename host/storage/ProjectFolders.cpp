@@ -29,6 +29,16 @@ bool isInside(
 
 }
 
+Containers::String ProjectFolders::open(Containers::StringView projectFile) {
+    file = projectFile;
+    folder = openFolder(AT_FDCWD, path(), true);
+    const Containers::String real = realPath(path());
+    if(!folder || real.isEmpty())
+        return fault("open the folder", path());
+    id = StrHash{}(real + "/" + Utility::Path::split(file).second());
+    return {};
+}
+
 Containers::String ProjectFolders::path(const Containers::String& key) const {
     return key.isEmpty() ? file : Utility::Path::join(languages, key);
 }
@@ -60,11 +70,6 @@ Containers::String ProjectFolders::resolve(const Containers::String& key,
     realFolder = folderOf(real);
     name = Utility::Path::split(real).second();
     return {};
-}
-
-std::uint64_t ProjectFolders::id() const {
-    return StrHash{}(
-        realPath(path()) + "/" + Utility::Path::split(file).second());
 }
 
 }}

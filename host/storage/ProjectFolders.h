@@ -23,6 +23,12 @@ struct ProjectFolders {
     Containers::String languages;
     /* The one with the file */
     Descriptor folder;
+    /* Tells staged files of the project from those of others that have their
+       languages in the same folder */
+    std::uint64_t id = 0;
+
+    /* Opens the folder of a file. Returns why it can't be. */
+    Containers::String open(Containers::StringView projectFile);
 
     Containers::String path() const { return folderOf(file); }
     Containers::String path(const Containers::String& key) const;
@@ -36,10 +42,6 @@ struct ProjectFolders {
        Returns why it's refused. */
     Containers::String resolve(const Containers::String& key,
         Containers::String& realFolder, Containers::String& name) const;
-
-    /* Tells staged files of the project from those of others that have their
-       languages in the same folder */
-    std::uint64_t id() const;
 };
 
 }}

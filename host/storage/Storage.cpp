@@ -44,17 +44,14 @@ bool isReadOnly(const Containers::String& path) {
 Storage::~Storage() {
     /* With the temporary files of who wrote it */
     if(_block)
-        sweep(_folders.path(), stagedPrefix(_folders.id()) + ArchiveName);
+        sweep(_folders.path(), stagedPrefix(_folders.id) + ArchiveName);
 }
 
 Containers::String Storage::open(Containers::StringView projectFile) {
     if(projectFile.contains('\0'))
         return "a file's name can't have a zero byte";
-    _folders.file = projectFile;
-    _folders.folder = openFolder(AT_FDCWD, _folders.path(), true);
-    if(!_folders.folder)
-        return fault("open the folder", _folders.path());
-    return loadRecord();
+    const Containers::String fault = _folders.open(projectFile);
+    return fault.isEmpty() ? loadRecord() : fault;
 }
 
 Containers::String Storage::lock(
@@ -122,7 +119,7 @@ Containers::String Storage::archivePath() {
     if(!_block)
         _block = std::make_unique<SignalBlock>();
     return Utility::Path::join({_folders.path(), StagingFolder,
-        stagedPrefix(_folders.id()) + ArchiveName});
+        stagedPrefix(_folders.id) + ArchiveName});
 }
 
 Containers::String Storage::writeArchive(Containers::StringView file) {
@@ -139,7 +136,7 @@ Containers::String Storage::commit() {
         "Storage::commit(): no lock or no folder of languages", {});
     const SignalBlock block;
     CommitRecord record;
-    record.id = _folders.id();
+    record.id = _folders.id;
     Containers::String fault = prepare(record);
     if(fault.isEmpty() && block.isPending())
         fault = "interrupted by a signal";

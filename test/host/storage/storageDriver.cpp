@@ -82,10 +82,9 @@ std::string put(
     if(name.size() < 4 || name.substr(name.size() - 4) != ".zip")
         return std::string{storage.write(file, change.substr(at + 1))};
     std::FILE* const out = std::fopen(storage.archivePath().data(), "wb");
-    if(out) {
-        std::fputs(change.data() + at + 1, out);
-        std::fclose(out);
-    }
+    const bool isWritten = out && std::fputs(change.data() + at + 1, out) >= 0;
+    if((out && std::fclose(out) != 0) || !isWritten)
+        return "can't write the archive";
     return std::string{storage.writeArchive(file)};
 }
 
