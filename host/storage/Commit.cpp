@@ -198,7 +198,7 @@ Containers::String Commit::makeLanguagesFolder() {
 void Commit::removeMadeFolders() {
     Containers::String path = _folders.languages;
     for(std::uint64_t i = 0; i != _record.madeFolders; ++i) {
-        if(::rmdir(path.data()) != 0)
+        if(::rmdir(path.data()) != 0 && errno != ENOENT)
             break;
         path = folderOf(path);
     }
