@@ -57,7 +57,10 @@ Containers::String ProjectFolders::resolve(const Containers::String& key,
     Containers::String& realFolder, Containers::String& name) const {
     Containers::String real = path(key);
     struct stat status;
-    if(::lstat(real.data(), &status) == 0 && S_ISLNK(status.st_mode)) {
+    const bool exists = ::lstat(real.data(), &status) == 0;
+    if(!exists && errno != ENOENT)
+        return fault("find", real);
+    if(exists && S_ISLNK(status.st_mode)) {
         real = realPath(real);
         if(real.isEmpty())
             return fault("follow the link", path(key));

@@ -17,8 +17,9 @@ namespace {
 /* After the prefix of what is staged */
 constexpr const char* ArchiveName = "archive.zip";
 
-FileContent failed(Containers::String fault) {
+FileContent failed(const Containers::String& file, Containers::String fault) {
     FileContent out;
+    out.identity = identityOf(file);
     out.fault = std::move(fault);
     return out;
 }
@@ -208,7 +209,7 @@ FileContent Storage::readPending(const FileChange& change,
     Containers::String folder, name;
     Containers::String fault = _folders.resolve(change.key, folder, name);
     if(!fault.isEmpty())
-        return failed(std::move(fault));
+        return failed(file, std::move(fault));
     if(change.after.exists) {
         const Descriptor real = openFolder(AT_FDCWD, folder, true);
         const Descriptor staging = openFolder(*real, StagingFolder, false);
@@ -229,15 +230,16 @@ FileContent Storage::readPending(const FileChange& change,
     }
     return versionOf(out) == change.after
         ? std::move(out)
-        : failed("a command that was interrupted can't be completed; removing "
-                 "the folder .orrelin keeps the files as they are now");
+        : failed(file,
+              "a command that was interrupted can't be completed; removing "
+              "the folder .orrelin keeps the files as they are now");
 }
 
 FileContent Storage::readAt(
     Containers::StringView file, Containers::String& path) {
     path = file;
     if(file.contains('\0'))
-        return failed("its name has a zero byte");
+        return failed({}, "its name has a zero byte");
     const auto key = _folders.key(file);
     const FileChange* const change =
         _pending && key ? _pending->find(*key) : nullptr;
