@@ -8,7 +8,6 @@
 #include <rapidjson/document.h>
 #include <rapidjson/error/en.h>
 #include <rapidjson/reader.h>
-#include <rapidjson/writer.h>
 
 #include "session/ProjectLook.h"
 #include "shared/Implementation/utf8.h"
@@ -186,18 +185,18 @@ void put(rapidjson::StringBuffer& out, Containers::StringView text) {
 }
 
 /* Ends where it's too deep, thus before that is too much for the call stack */
-class ProjectWriter: rapidjson::Writer<rapidjson::StringBuffer> {
+class ProjectWriter {
 public:
     explicit ProjectWriter(rapidjson::StringBuffer& out,
         const ProjectLook& look, unsigned int maxDepth):
-        Writer{out}, _look(look), _maxDepth{maxDepth} {}
+        _out(out), _look(look), _maxDepth{maxDepth} {}
 
     bool write(const JsonValue& value);
     Containers::String fault() const;
     std::size_t lost() const { return _lost; }
 
 private:
-    void put(Containers::StringView text) { OrrelinEngine::put(*os_, text); }
+    void put(Containers::StringView text) { OrrelinEngine::put(_out, text); }
     void newLine();
     void beginItem(bool first, bool oneLine);
     bool enter(char bracket);
@@ -206,6 +205,7 @@ private:
     bool writeObject(const JsonValue& object);
     bool writeArray(const JsonValue& array);
     void writeNumber(const JsonValue& number);
+    void writeReal(double number);
     bool writeText(const JsonValue& text);
     void escape(unsigned unit);
     const char* writeEscaped(const char* begin, const char* end);
@@ -214,6 +214,7 @@ private:
             c != '\\' && !(_look.ascii && (c & '\x80'));
     }
 
+    rapidjson::StringBuffer& _out;
     const ProjectLook& _look;
     unsigned int _maxDepth;
     unsigned int _depth = 0;
@@ -235,7 +236,8 @@ bool ProjectWriter::write(const JsonValue& value) {
             writeNumber(value);
             return true;
         default:
-            return value.IsNull() ? WriteNull() : WriteBool(value.IsTrue());
+            put(value.IsNull() ? "null" : value.IsTrue() ? "true" : "false");
+            return true;
     }
 }
 
@@ -259,7 +261,7 @@ void ProjectWriter::beginItem(bool first, bool oneLine) {
 
 bool ProjectWriter::enter(char bracket) {
     _tooDeep = _depth++ == _maxDepth;
-    os_->Put(bracket);
+    _out.Put(bracket);
     return !_tooDeep;
 }
 
@@ -267,7 +269,7 @@ void ProjectWriter::leave(char bracket, bool empty, bool oneLine) {
     --_depth;
     if(empty ? _look.openEmpty : !oneLine)
         newLine();
-    os_->Put(bracket);
+    _out.Put(bracket);
 }
 
 bool ProjectWriter::writeObject(const JsonValue& object) {
@@ -312,14 +314,45 @@ bool ProjectWriter::writeArray(const JsonValue& array) {
 }
 
 void ProjectWriter::writeNumber(const JsonValue& number) {
-    if(number.IsInt64())
-        WriteInt64(number.GetInt64());
-    else if(number.IsUint64())
-        WriteUint64(number.GetUint64());
-    else if(!WriteDouble(number.GetDouble())) {
-        ++_lost;
-        WriteNull();
+    if(number.IsDouble()) {
+        writeReal(number.GetDouble());
+        return;
     }
+    char digits[24];
+    const char* const end = number.IsInt64()
+        ? std::to_chars(digits, std::end(digits), number.GetInt64()).ptr
+        : std::to_chars(digits, std::end(digits), number.GetUint64()).ptr;
+    put({digits, std::size_t(end - digits)});
+}
+
+/* With the fewest digits that mean this double, so that 27.18933 stays it.
+   RapidJSON's writer has more for some. */
+void ProjectWriter::writeReal(double number) {
+    if(!std::isfinite(number)) {
+        ++_lost;
+        put("null");
+        return;
+    }
+    const double size = std::abs(number);
+    const bool fixed = size == 0.0 || (size >= 1e-6 && size < 1e21);
+    char digits[64];
+    const char* const end = std::to_chars(digits, std::end(digits), number,
+        fixed ? std::chars_format::fixed : std::chars_format::scientific)
+                                .ptr;
+    const Containers::StringView all{digits, std::size_t(end - digits)};
+    if(fixed) {
+        put(all);
+        /* It has to stay a double */
+        if(!all.contains('.'))
+            put(".0");
+        return;
+    }
+    /* 1e+07 is written as 1e7 */
+    const char* exponent = all.findOr('e', end).end();
+    put(all.prefix(exponent));
+    if(*exponent++ == '-')
+        put("-");
+    put(all.suffix(*exponent == '0' ? exponent + 1 : exponent));
 }
 
 void ProjectWriter::escape(unsigned unit) {
@@ -327,7 +360,7 @@ void ProjectWriter::escape(unsigned unit) {
         _look.lowerCaseDigits ? "0123456789abcdef"_s : "0123456789ABCDEF"_s;
     put("\\u");
     for(int shift = 12; shift >= 0; shift -= 4)
-        os_->Put(digits[(unit >> shift) & 0xf]);
+        _out.Put(digits[(unit >> shift) & 0xf]);
 }
 
 /* A character that can't be written as it is. Returns where the next begins. */
@@ -336,8 +369,8 @@ const char* ProjectWriter::writeEscaped(const char* begin, const char* end) {
     const Containers::StringView letters = "\"\\bfnrt"_s;
     for(std::size_t i = 0; i != characters.size(); ++i)
         if(*begin == characters[i]) {
-            os_->Put('\\');
-            os_->Put(letters[i]);
+            _out.Put('\\');
+            _out.Put(letters[i]);
             return begin + 1;
         }
 
@@ -356,7 +389,7 @@ bool ProjectWriter::writeText(const JsonValue& text) {
     const Containers::StringView all{text.GetString(), text.GetStringLength()};
     if(utf8Size(all) != all.size())
         return false;
-    os_->Put('"');
+    _out.Put('"');
     for(const char* i = all.begin(); i != all.end();) {
         const char* const plainEnd = std::find_if(
             i, all.end(), [this](char c) { return !isPlain(c); });
@@ -364,7 +397,7 @@ bool ProjectWriter::writeText(const JsonValue& text) {
         i = plainEnd == all.end() ? plainEnd
                                   : writeEscaped(plainEnd, all.end());
     }
-    os_->Put('"');
+    _out.Put('"');
     return true;
 }
 

@@ -25,6 +25,9 @@ typedef std::unique_ptr<zip_file_t, decltype(&zip_fclose)> File;
 /* Of all that is read from an archive */
 constexpr std::uint64_t MaxSize = std::uint64_t{2} << 30;
 
+/* Deflate tells 258 bytes with two bits at best */
+constexpr std::uint64_t MaxRatio = 258 * 4;
+
 bool isWanted(
     Containers::StringView name, const Containers::StringIterable& extensions) {
     /* A folder */
@@ -47,12 +50,16 @@ Containers::StringView fault(const zip_stat_t& entry, std::uint64_t room) {
         return "it is packed in an unsupported way";
     if(entry.size > room)
         return "all together are larger than 2 GiB";
+    if(entry.comp_method == ZIP_CM_STORE ? entry.size != entry.comp_size
+                                         : entry.size / MaxRatio >
+                entry.comp_size)
+        return "its size can't be true";
     return {};
 }
 
 /* Before anything is unpacked, so that it costs little to refuse an archive */
 Containers::String choose(zip_t* archive,
-    const Containers::StringIterable& extensions,
+    const Containers::StringIterable& extensions, std::uint64_t packedRoom,
     Containers::Array<zip_stat_t>& chosen) {
     const zip_uint64_t count = zip_uint64_t(zip_get_num_entries(archive, 0));
     std::uint64_t room = MaxSize;
@@ -64,34 +71,38 @@ Containers::String choose(zip_t* archive,
             continue;
         if(const Containers::StringView reason = fault(entry, room))
             return Utility::format("entry {}: {}", entry.name, reason);
+        if(entry.comp_size > packedRoom)
+            return Utility::format("entry {}: it overlaps others", entry.name);
         room -= entry.size;
+        packedRoom -= entry.comp_size;
         arrayAppend(chosen, entry);
     }
     return {};
 }
 
-/* Grows with what really comes out. The size that an entry claims is believed
-   only as its end. */
+/* The size that an entry claims is bounded by what it's packed in */
 Containers::String unpack(
     zip_t* archive, const zip_stat_t& entry, Containers::Array<char>& content) {
     const File file{zip_fopen_index(archive, entry.index, 0), zip_fclose};
     if(!file)
         return zip_strerror(archive);
 
-    char chunk[16384];
-    /* The last read, of nothing, compares the checksum */
-    zip_int64_t read;
-    while((read = zip_fread(file.get(), chunk, sizeof(chunk))) > 0) {
-        if(std::uint64_t(read) > entry.size - content.size())
-            return "it is larger than it claims to be";
-        arrayAppend(content,
-            Containers::ArrayView<const char>{chunk, std::size_t(read)});
-    }
-    if(read < 0)
-        return zip_file_strerror(file.get());
-    if(content.size() != entry.size)
+    content = Containers::Array<char>{
+        Corrade::NoInit, std::size_t(entry.size)};
+    std::size_t size = 0;
+    zip_int64_t read = 1;
+    while(size != content.size() &&
+        (read = zip_fread(file.get(), content.data() + size,
+             content.size() - size)) > 0)
+        size += std::size_t(read);
+    if(!read)
         return "it is smaller than it claims to be";
-    return {};
+    /* The read of nothing compares the checksum */
+    char more;
+    if(read > 0 && (read = zip_fread(file.get(), &more, 1)) > 0)
+        return "it is larger than it claims to be";
+    return read < 0 ? Containers::String{zip_file_strerror(file.get())}
+                    : Containers::String{};
 }
 
 Containers::String unpackAll(zip_t* archive,
@@ -109,7 +120,7 @@ Containers::String unpackAll(zip_t* archive,
 
 /* libzip takes an empty file for an archive without entries, and would wait
    for somebody to write into a pipe */
-Containers::StringView fileFault(const char* file) {
+Containers::StringView fileFault(const char* file, std::uint64_t& size) {
     struct stat status;
     if(::stat(file, &status) != 0)
         return std::strerror(errno);
@@ -117,13 +128,15 @@ Containers::StringView fileFault(const char* file) {
         return std::strerror(EISDIR);
     if(!S_ISREG(status.st_mode))
         return "it is not a regular file";
-    if(!status.st_size)
+    size = std::uint64_t(status.st_size);
+    if(!size)
         return "it is empty";
     return {};
 }
 
-Containers::String open(const char* file, Archive& archive) {
-    if(const Containers::StringView reason = fileFault(file))
+Containers::String open(
+    const char* file, Archive& archive, std::uint64_t& size) {
+    if(const Containers::StringView reason = fileFault(file, size))
         return reason;
 
     int code;
@@ -148,10 +161,11 @@ Result readZip(MutableStringArrayView& names,
     Containers::Array<zip_stat_t> entries;
     Containers::Array<Containers::Array<char>> unpacked;
 
-    Containers::String reason =
-        open(Containers::String::nullTerminatedView(zipPath).data(), archive);
+    std::uint64_t size = 0;
+    Containers::String reason = open(
+        Containers::String::nullTerminatedView(zipPath).data(), archive, size);
     if(reason.isEmpty())
-        reason = choose(archive.get(), extensions, entries);
+        reason = choose(archive.get(), extensions, size, entries);
     if(reason.isEmpty())
         reason = unpackAll(archive.get(), entries, unpacked);
     if(!reason.isEmpty())

@@ -25,6 +25,9 @@ typedef std::unique_ptr<zip_source_t, decltype(&zip_source_free)> Source;
 constexpr zip_uint16_t Time = 0;
 constexpr zip_uint16_t Date = 1 << 5 | 1;
 
+/* A regular file that its owner may write to. libzip would let everybody. */
+constexpr zip_uint32_t Attributes = 0100644u << 16;
+
 /* libzip's own default, 9, takes much longer for hardly less */
 constexpr zip_uint32_t Level = 6;
 
@@ -48,7 +51,9 @@ Containers::String addNew(zip_t* archive, const char* name, Content content) {
     static_cast<void>(source.release());
     if(zip_set_file_compression(
            archive, zip_uint64_t(index), ZIP_CM_DEFLATE, Level) < 0 ||
-        zip_file_set_dostime(archive, zip_uint64_t(index), Time, Date, 0) < 0)
+        zip_file_set_dostime(archive, zip_uint64_t(index), Time, Date, 0) < 0 ||
+        zip_file_set_external_attributes(archive, zip_uint64_t(index), 0,
+            ZIP_OPSYS_UNIX, Attributes) < 0)
         return zip_strerror(archive);
     return {};
 }

@@ -46,15 +46,16 @@ private:
 @param zipPath  The archive, replaced as a whole if it exists
 
 Entries are deflated, in the given order, and dated to the beginning of 1980, so
-the same input always gives the same bytes. An entry that is given twice with
-the same content is written once.
+the same input always gives the same bytes. Unpacked, they are files that all
+may read and their owner may write. An entry that is given twice with the same
+content is written once.
 
 Packs the archive in memory and then puts it in the place of the old one with
 a rename, so a failure leaves the old one as it was. Fails if the file can't be
-written, if there are no entries, if a name is empty, longer than 65535 bytes,
-not valid UTF-8 or with a zero byte in it, and if a name is given with two
-different contents. Expects as many names as contents; prints both numbers and
-aborts otherwise.
+written or is read-only, if there are no entries, if a name is empty, longer
+than 65535 bytes, not valid UTF-8 or with a zero byte in it, and if a name is
+given with two different contents. Expects as many names as contents; prints
+both numbers and aborts otherwise.
 */
 Result writeZip(const Containers::StringIterable& names,
     Containers::ArrayView<const Containers::ArrayView<const char>> contents,
@@ -78,12 +79,15 @@ file, if it isn't an archive, and if one of the entries to read
 
 -   is damaged: cut off, inconsistent or different from its checksum,
 -   is encrypted or packed in any way but deflated or stored,
--   is larger or smaller than it claims to be,
+-   is larger or smaller than it claims to be, or claims more than 1032 times
+    its packed size, which can't be,
+-   shares its bytes with another entry,
 -   brings the size of all contents over 2 GiB.
 
-A failure adds nothing. Memory grows with the contents unpacked, never with the
-sizes that the archive claims, and nothing is unpacked to the disk. An archive
-whose own sizes are too large is refused before anything is unpacked.
+A failure adds nothing. The claims of all entries are checked before anything is
+unpacked. Memory for the contents is taken once, in the claimed size: less than
+1033 times that of the archive, and 2 GiB at most. Nothing is unpacked to the
+disk. Linear in the number of entries and their size.
 */
 Result readZip(MutableStringArrayView& names,
     const Containers::StringIterable& extensions,

@@ -123,6 +123,9 @@ TEST_F(Zip, SameBytes) {
     const std::string bytes = folder.read("Demo.zip");
     /* Of the first entry: deflated, no time of day, the first day there is */
     EXPECT_EQ(bytes.substr(8, 6), (std::string{"\x08\0\0\0\x21\0", 6}));
+    /* A file with mode 0644 */
+    EXPECT_EQ(bytes.substr(bytes.find("PK\1\2") + 38, 4),
+        (std::string{"\0\0\xa4\x81", 4}));
 
     /* A repetition is no entry of its own */
     Entries repeated = Languages;
@@ -234,8 +237,10 @@ TEST_F(Zip, HostileEntries) {
     } data[]{{0, Crc, 4, 0xdeadbeef, "entry de.json: CRC error"},
         {0, Flags, 2, 1, "entry de.json: it is encrypted"},
         {0, Method, 2, 12, "entry de.json: it is packed in an unsupported way"},
-        {0, Method, 2, 0, "entry de.json: CRC error"},
-        {0, Packed, 4, 7, "entry de.json: CRC error"},
+        {0, Method, 2, 0, "entry de.json: its size can't be true"},
+        {0, Packed, 4, 7, "entry de.json: its size can't be true"},
+        {0, Packed, 4, 970, "entry de.json: CRC error"},
+        {0, Packed, 4, 1000000, "entry de.json: it overlaps others"},
         {0, Offset, 4, 1000000, "entry de.json: Invalid argument"},
         /* The first has 1,000,000 bytes, the last none */
         {0, Size, 4, 10, "entry de.json: it is larger than it claims to be"},
@@ -244,7 +249,7 @@ TEST_F(Zip, HostileEntries) {
         {0, Size, 4, 0xfffffff0,
             "entry de.json: all together are larger than 2 GiB"},
         {2, Size, 4, limit - 1000000,
-            "entry empty.json: it is smaller than it claims to be"},
+            "entry empty.json: its size can't be true"},
         {2, Size, 4, limit - 999999,
             "entry empty.json: all together are larger than 2 GiB"},
         /* Nobody wants this one */

@@ -242,7 +242,7 @@ const struct {
         "{\r\n\t\t\"de\": {\r\n\t\t}",
         ",\r\n\t\t\"en\": {\r\n\t\t\t\"name\": \"English\"\r\n\t\t}",
         "\r\n\t}\r\n}\r\n"},
-    {"no indentation", "{\n\"a\" :[\n1,\n2\n],\n\"languages\" :{\n\"de\" :[]",
+    {"no indentation", "{\n\"a\" :[\n27.18933,\n-8.41e-7,\n4e22\n],\n\"languages\" :{\n\"de\" :[]",
         ",\n\"en\" :{\n\"name\" :\"English\"\n}", "\n}\n}\n\n"},
     {"one line", R"({"a":[1,{"b":""}],"languages":{"de":{})",
         R"(,"en":{"name":"English"})", "}}"},
@@ -301,7 +301,7 @@ std::string randomSpace(Random& random) {
 
 std::string randomJson(Random& random, int depth) {
     const char* const scalars[]{"null", "true", "-1", "9007199254740993", "-0",
-        "0.1", "1.50", "-2.5E-3", "123456789012345678", "4e22",
+        "0.1", "27.18933", "1.50", "-2.5E-3", "8.41e-07", "123456789012345678", "4e22",
         "1.7976931348623157e308", "\"\"", "\"\\u00e4\\n\\/\"",
         "\"\xf0\x9f\x98\x80\\\\\\\"\"", "\"\\ud83d\\ude00\\u0000\""};
     if(!depth || random.oneIn(3))
