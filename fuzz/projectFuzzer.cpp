@@ -7,13 +7,13 @@ using namespace OrrelinEngine;
 
 namespace {
 
-/* Saves the project and opens what was written */
-void expectSurvivesSaving(
-    EditorSession& session, const TemporaryFolder& folder) {
-    const std::string file = folder.path("project.json");
-    Fuzz::expect(session.save(file.data()));
+/* Opens what would be saved, which then is saved in the same way */
+void expectSurvivesSaving(EditorSession& session) {
+    const auto saved = session.write();
+    Fuzz::expect(bool(saved));
     EditorSession reopened;
-    Fuzz::expect(reopened.open(file.data()));
+    Fuzz::expect(reopened.open("project.json", *saved));
+    Fuzz::expect(reopened.write() == saved);
 
     TermMap strings, reopenedStrings;
     LocalizationTools::gatherStrings(session.editor(), strings);
@@ -32,8 +32,10 @@ extern "C" int LLVMFuzzerTestOneInput(
 
     EditorSession session{folder.path().data()};
     Fuzz::registerButton(session);
-    if(!session.parse({reinterpret_cast<const char*>(data), size}))
+    if(!session.open(folder.path("project.json").data(),
+           {reinterpret_cast<const char*>(data), size}))
         return 0;
+    Fuzz::expect(Fuzz::isUtf8(session.projectFile().document));
 
     OrrelinEditor& editor = session.editor();
     TermMap strings;
@@ -47,8 +49,6 @@ extern "C" int LLVMFuzzerTestOneInput(
     LocalizationTools::removeLanguage(editor, "de");
     session.changeManager().undoLast();
     session.changeManager().redoLastUndo();
-    /* Waits for the disk, so not each time */
-    if(size % 16 == 0)
-        expectSurvivesSaving(session, folder);
+    expectSurvivesSaving(session);
     return 0;
 }

@@ -27,8 +27,8 @@ namespace {
    appends the record. */
 typedef std::vector<std::string> LanguageRecords;
 
-void appendText(LanguageRecords& out, Containers::StringView name,
-    const JsonValue& value) {
+void appendText(
+    LanguageRecords& out, Containers::StringView name, const JsonValue& value) {
     rapidjson::StringBuffer text;
     std::size_t lost;
     /* Up to where it can be written, which is enough: what can't be was pushed
@@ -44,8 +44,8 @@ LanguageRecords languageRecords(const OrrelinEditor& editor) {
         editor.languagesSection.readValueNoDefault();
     if(languages && languages->IsObject())
         for(const auto& i: languages->GetObject())
-            appendText(out, {i.name.GetString(), i.name.GetStringLength()},
-                i.value);
+            appendText(
+                out, {i.name.GetString(), i.name.GetStringLength()}, i.value);
     std::sort(out.begin(), out.end());
 
     const ValueAccess defaultLanguage =

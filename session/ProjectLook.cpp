@@ -155,8 +155,8 @@ ProjectLook lookOf(Containers::StringView json) {
     look.before = json.prefix(root.begin());
     look.after = json.suffix(root.end());
     findLines(look, json, root);
-    Search{look}.run(root.prefix(
-        root.size() < SearchedSize ? root.size() : SearchedSize));
+    Search{look}.run(
+        root.prefix(root.size() < SearchedSize ? root.size() : SearchedSize));
     findEscapes(look, root);
     return look;
 }

@@ -36,7 +36,8 @@ public:
     explicit ProjectHandler(JsonDocument& out,
         const rapidjson::StringStream& input, const char* end,
         unsigned int maxDepth):
-        _out(out), _input(input), _end{end}, _maxDepth{maxDepth} {}
+        _out(out),
+        _input(input), _end{end}, _maxDepth{maxDepth} {}
 
     bool Null() { return _out.Null(); }
     bool Bool(bool b) { return _out.Bool(b); }
@@ -146,8 +147,8 @@ Containers::String textFault(Containers::StringView json) {
         return fault("Text that isn't UTF-8", json, size);
     const char* const half = findHalf(json);
     if(half != json.end())
-        return fault("Half of a surrogate pair", json,
-            std::size_t(half - json.begin()));
+        return fault(
+            "Half of a surrogate pair", json, std::size_t(half - json.begin()));
     return {};
 }
 
@@ -189,7 +190,8 @@ class ProjectWriter {
 public:
     explicit ProjectWriter(rapidjson::StringBuffer& out,
         const ProjectLook& look, unsigned int maxDepth):
-        _out(out), _look(look), _maxDepth{maxDepth} {}
+        _out(out),
+        _look(look), _maxDepth{maxDepth} {}
 
     bool write(const JsonValue& value);
     Containers::String fault() const;
@@ -210,8 +212,8 @@ private:
     void escape(unsigned unit);
     const char* writeEscaped(const char* begin, const char* end);
     bool isPlain(char c) const {
-        return static_cast<unsigned char>(c) >= 0x20 && c != '"' &&
-            c != '\\' && !(_look.ascii && (c & '\x80'));
+        return static_cast<unsigned char>(c) >= 0x20 && c != '"' && c != '\\' &&
+            !(_look.ascii && (c & '\x80'));
     }
 
     rapidjson::StringBuffer& _out;
@@ -226,18 +228,18 @@ private:
 
 bool ProjectWriter::write(const JsonValue& value) {
     switch(value.GetType()) {
-        case rapidjson::kObjectType:
-            return writeObject(value);
-        case rapidjson::kArrayType:
-            return writeArray(value);
-        case rapidjson::kStringType:
-            return writeText(value);
-        case rapidjson::kNumberType:
-            writeNumber(value);
-            return true;
-        default:
-            put(value.IsNull() ? "null" : value.IsTrue() ? "true" : "false");
-            return true;
+    case rapidjson::kObjectType:
+        return writeObject(value);
+    case rapidjson::kArrayType:
+        return writeArray(value);
+    case rapidjson::kStringType:
+        return writeText(value);
+    case rapidjson::kNumberType:
+        writeNumber(value);
+        return true;
+    default:
+        put(value.IsNull() ? "null" : value.IsTrue() ? "true" : "false");
+        return true;
     }
 }
 
@@ -391,8 +393,8 @@ bool ProjectWriter::writeText(const JsonValue& text) {
         return false;
     _out.Put('"');
     for(const char* i = all.begin(); i != all.end();) {
-        const char* const plainEnd = std::find_if(
-            i, all.end(), [this](char c) { return !isPlain(c); });
+        const char* const plainEnd =
+            std::find_if(i, all.end(), [this](char c) { return !isPlain(c); });
         put({i, std::size_t(plainEnd - i)});
         i = plainEnd == all.end() ? plainEnd
                                   : writeEscaped(plainEnd, all.end());

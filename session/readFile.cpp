@@ -2,8 +2,11 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
+#include <new>
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -13,6 +16,25 @@ namespace {
 
 Containers::StringView errorText(int error) {
     return std::strerror(error);
+}
+
+/* The usual small pages of memory take longer to get than a large file takes to
+   be read into them */
+Containers::String memoryFor(std::size_t size) {
+    constexpr std::size_t HugePage = std::size_t{2} << 20;
+    if(size < HugePage)
+        return Containers::String{Corrade::NoInit, size};
+    const std::size_t capacity = (size / HugePage + 1) * HugePage;
+    char* const data =
+        static_cast<char*>(std::aligned_alloc(HugePage, capacity));
+    if(!data)
+        throw std::bad_alloc{};
+#ifdef MADV_HUGEPAGE
+    ::madvise(data, capacity, MADV_HUGEPAGE);
+#endif
+    data[size] = '\0';
+    return Containers::String{
+        data, size, [](char* memory, std::size_t) { std::free(memory); }};
 }
 
 /* Up to the given size; -1 on an error */
@@ -43,8 +65,7 @@ Containers::StringView readOpen(int descriptor, Containers::String& content) {
     if(std::uint64_t(status.st_size) > UINT32_MAX)
         return "it is larger than 4 GiB";
 
-    content =
-        Containers::String{Corrade::NoInit, std::size_t(status.st_size)};
+    content = memoryFor(std::size_t(status.st_size));
     const ssize_t size = readAll(descriptor, content.data(), content.size());
     /* Whoever writes it in place may not be done */
     char more;

@@ -50,9 +50,9 @@ Containers::StringView fault(const zip_stat_t& entry, std::uint64_t room) {
         return "it is packed in an unsupported way";
     if(entry.size > room)
         return "all together are larger than 2 GiB";
-    if(entry.comp_method == ZIP_CM_STORE ? entry.size != entry.comp_size
-                                         : entry.size / MaxRatio >
-                entry.comp_size)
+    if(entry.comp_method == ZIP_CM_STORE
+            ? entry.size != entry.comp_size
+            : entry.size / MaxRatio > entry.comp_size)
         return "its size can't be true";
     return {};
 }
@@ -87,13 +87,12 @@ Containers::String unpack(
     if(!file)
         return zip_strerror(archive);
 
-    content = Containers::Array<char>{
-        Corrade::NoInit, std::size_t(entry.size)};
+    content = Containers::Array<char>{Corrade::NoInit, std::size_t(entry.size)};
     std::size_t size = 0;
     zip_int64_t read = 1;
     while(size != content.size() &&
-        (read = zip_fread(file.get(), content.data() + size,
-             content.size() - size)) > 0)
+        (read = zip_fread(
+             file.get(), content.data() + size, content.size() - size)) > 0)
         size += std::size_t(read);
     if(!read)
         return "it is smaller than it claims to be";

@@ -52,8 +52,8 @@ Containers::String addNew(zip_t* archive, const char* name, Content content) {
     if(zip_set_file_compression(
            archive, zip_uint64_t(index), ZIP_CM_DEFLATE, Level) < 0 ||
         zip_file_set_dostime(archive, zip_uint64_t(index), Time, Date, 0) < 0 ||
-        zip_file_set_external_attributes(archive, zip_uint64_t(index), 0,
-            ZIP_OPSYS_UNIX, Attributes) < 0)
+        zip_file_set_external_attributes(
+            archive, zip_uint64_t(index), 0, ZIP_OPSYS_UNIX, Attributes) < 0)
         return zip_strerror(archive);
     return {};
 }

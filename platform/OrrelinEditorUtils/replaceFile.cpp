@@ -101,8 +101,8 @@ bool readsSame(int descriptor, Containers::StringView content) {
     }
 }
 
-bool hasContent(const char* file, const struct stat& old,
-    Containers::StringView content) {
+bool hasContent(
+    const char* file, const struct stat& old, Containers::StringView content) {
     if(!S_ISREG(old.st_mode) || std::size_t(old.st_size) != content.size())
         return false;
     const int descriptor = ::open(file, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
@@ -165,9 +165,8 @@ Containers::String replaceFile(
         exists ? oldFault(target.data(), old) : Containers::StringView{};
     if(fault.isEmpty())
         fault = put(target, exists ? &old : nullptr, content);
-    return fault.isEmpty()
-        ? Containers::String{}
-        : Utility::format("can't write {}: {}", file, fault);
+    return fault.isEmpty() ? Containers::String{}
+                           : Utility::format("can't write {}: {}", file, fault);
 }
 
 }

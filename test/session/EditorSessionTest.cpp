@@ -242,7 +242,8 @@ const struct {
         "{\r\n\t\t\"de\": {\r\n\t\t}",
         ",\r\n\t\t\"en\": {\r\n\t\t\t\"name\": \"English\"\r\n\t\t}",
         "\r\n\t}\r\n}\r\n"},
-    {"no indentation", "{\n\"a\" :[\n27.18933,\n-8.41e-7,\n4e22\n],\n\"languages\" :{\n\"de\" :[]",
+    {"no indentation",
+        "{\n\"a\" :[\n27.18933,\n-8.41e-7,\n4e22\n],\n\"languages\" :{\n\"de\" :[]",
         ",\n\"en\" :{\n\"name\" :\"English\"\n}", "\n}\n}\n\n"},
     {"one line", R"({"a":[1,{"b":""}],"languages":{"de":{})",
         R"(,"en":{"name":"English"})", "}}"},
@@ -268,8 +269,8 @@ TEST_F(EditorSessionTest, filesKeepTheirLook) {
     for(const auto& data: Looks) {
         SCOPED_TRACE(data.name);
         folder.write("project.json", data.before + data.after);
-        const auto old = std::filesystem::last_write_time(file) -
-            std::chrono::hours{1};
+        const auto old =
+            std::filesystem::last_write_time(file) - std::chrono::hours{1};
         std::filesystem::last_write_time(file, old);
         ASSERT_TRUE(session.open(file));
         ASSERT_TRUE(session.save(file));
@@ -301,8 +302,8 @@ std::string randomSpace(Random& random) {
 
 std::string randomJson(Random& random, int depth) {
     const char* const scalars[]{"null", "true", "-1", "9007199254740993", "-0",
-        "0.1", "27.18933", "1.50", "-2.5E-3", "8.41e-07", "123456789012345678", "4e22",
-        "1.7976931348623157e308", "\"\"", "\"\\u00e4\\n\\/\"",
+        "0.1", "27.18933", "1.50", "-2.5E-3", "8.41e-07", "123456789012345678",
+        "4e22", "1.7976931348623157e308", "\"\"", "\"\\u00e4\\n\\/\"",
         "\"\xf0\x9f\x98\x80\\\\\\\"\"", "\"\\ud83d\\ude00\\u0000\""};
     if(!depth || random.oneIn(3))
         return random.oneOf(scalars);
@@ -321,7 +322,8 @@ void expectSame(const JsonValue& a, const JsonValue& b) {
     ASSERT_EQ(a.GetType(), b.GetType());
     if(a.IsString() && a != b) {
         const std::string number = a.GetString();
-        EXPECT_TRUE(number == "-0" || number.find_first_of(".eE") != number.npos)
+        EXPECT_TRUE(
+            number == "-0" || number.find_first_of(".eE") != number.npos)
             << number << " became " << b.GetString();
         const double before = std::strtod(a.GetString(), nullptr);
         const double after = std::strtod(b.GetString(), nullptr);
@@ -457,7 +459,7 @@ TEST_F(EditorSessionTest, saveMarksWhatIsSaved) {
         EXPECT_FALSE(session.write());
         EXPECT_EQ(line,
             "EditorSession::save(): can't write " + file + ": " +
-                (json == "[]"          ? "The root is no object\n"
+                (json == "[]"              ? "The root is no object\n"
                         : json.size() < 50 ? "A text that isn't UTF-8 at "
                                              "/a/1/b~1c\n"
                                            : "More than 1000 nested levels\n"));
