@@ -25,8 +25,8 @@ typedef std::unique_ptr<zip_file_t, decltype(&zip_fclose)> File;
 /* Of all that is read from an archive */
 constexpr std::uint64_t MaxSize = std::uint64_t{2} << 30;
 
-/* Deflate tells 258 bytes with two bits at best */
-constexpr std::uint64_t MaxRatio = 258 * 4;
+/* Deflate tells 258 bytes by two bits at best */
+constexpr std::uint64_t MaxRatio = 1032;
 
 bool isWanted(
     Containers::StringView name, const Containers::StringIterable& extensions) {

@@ -405,7 +405,16 @@ TEST_F(EditorSessionTest, saveKeepsLinkAndMode) {
     fs::create_symlink("projects/museum.json", folder.path("link.json"));
     fs::permissions(folder.path("projects/museum.json"), fs::perms(0640));
 
+    /* Only an administrator can give files away */
+    const uid_t owner = ::geteuid() ? ::geteuid() : 12345;
+    ASSERT_EQ(
+        ::chown(folder.path("projects/museum.json").data(), owner, gid_t(-1)),
+        0);
+
     ASSERT_TRUE(session.save(folder.path("link.json")));
+    struct stat status;
+    ASSERT_EQ(::stat(folder.path("link.json").data(), &status), 0);
+    EXPECT_EQ(status.st_uid, owner);
     EXPECT_TRUE(fs::is_symlink(folder.path("link.json")));
     EXPECT_NE(folder.read("projects/museum.json"), "{}");
     EXPECT_EQ(fs::status(folder.path("projects/museum.json")).permissions(),
