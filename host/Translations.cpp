@@ -76,28 +76,34 @@ template<class F> bool withTexts(LanguageFile& file, F&& function) {
     return function(*json, texts);
 }
 
+bool isLanguage(Project& project, Containers::StringView code) {
+    return project.hasLanguage(code) || languageIndex(code) != AllLanguageCount;
+}
+
 bool isKnown(Project& project, const LanguageFile& file) {
-    if(project.hasLanguage(file.code) ||
-        languageIndex(file.code) != AllLanguageCount)
+    if(isLanguage(project, file.code))
         return true;
     fail(Utility::format("{}: unknown language code '{}'{}", file.path,
         file.code, suggestion(file.code, allLanguages())));
     return false;
 }
 
-/* What is wrong was told with its place already */
-void take(Project& project, const LanguageFile& file,
+/* What the library prints of a file was printed with its place already */
+void import(Project& project, const LanguageFile& file,
     const Utility::JsonIterator& texts) {
-    Utility::Error noErrors{nullptr};
-    Utility::Warning noWarnings{nullptr};
+    Utility::Warning silence{nullptr};
     LocalizationTools::importTranslation(project.editor(), file.name, texts);
 }
 
-/* Not for the default language, whose texts are those of the project */
-void takeTranslation(Project& project, const LanguageFile& file,
+/* Into the tables alone. The texts of the default language are those of the
+   project. */
+void takeTranslations(Project& project, const LanguageFile& file,
     const Utility::JsonIterator& texts) {
-    if(project.hasLanguage(file.code) && file.code != project.defaultLanguage())
-        take(project, file, texts);
+    if(file.code == project.defaultLanguage())
+        return;
+    Utility::Warning silence{nullptr};
+    LocalizationTools::importTexts(project.editor(), file.name, texts,
+        project.localization().translations[file.code], false);
 }
 
 /* Adds up what a file holds that a new one wouldn't */
@@ -194,7 +200,7 @@ bool readTranslations(Project& project) {
         const bool known = isKnown(project, file);
         return withTexts(file,
             [&](const Utility::Json&, const Utility::JsonIterator& texts) {
-                takeTranslation(project, file, texts);
+                takeTranslations(project, file, texts);
                 return known;
             });
     });
@@ -218,12 +224,12 @@ bool readReplaced(Project& project, Codes& codes, Losses& losses) {
     };
     return forEachLanguageFile(
         project, source, isWanted, [&](LanguageFile& file) {
-            if(takesAll && project.hasLanguage(file.code))
+            if(takesAll && isLanguage(project, file.code))
                 codes.push_back(file.code);
             return withTexts(file,
                 [&](const Utility::Json& json,
                     const Utility::JsonIterator& texts) {
-                    takeTranslation(project, file, texts);
+                    takeTranslations(project, file, texts);
                     if(isReplaced)
                         LossCount{project, terms, file,
                             contains(codes, file.code), losses}
@@ -244,7 +250,7 @@ bool importAll(Project& project, std::vector<SourceChange>& changes) {
                     if(file.code == project.defaultLanguage())
                         addChanges(terms, texts, changes);
                     if(known)
-                        take(project, file, texts);
+                        import(project, file, texts);
                     return known;
                 });
         });

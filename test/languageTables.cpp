@@ -31,8 +31,10 @@ constexpr auto Format = LocalizationTools::LocalizationFormat::I18next;
 bool openProject(EditorSession& session, const char* file) {
     const Containers::String types = Utility::Path::join(
         Utility::Path::split(file).first(), "components.json");
-    if((Utility::Path::exists(types) &&
-           !Host::addComponentTypes(session, types)) ||
+    const auto content = Utility::Path::read(types);
+    if((content &&
+           !Host::addComponentTypes(
+               session, types, {content->data(), content->size()})) ||
         !session.open(file))
         return false;
     TermMap strings;

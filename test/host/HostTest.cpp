@@ -97,8 +97,9 @@ const struct {
     /* Of 512 bytes, that a file can't grow beyond, as if the disk were full;
        language files have 6 to 7 kB, the project 38 kB */
     const char* blocks = "unlimited";
-} Protected[]{{"FullDiskOnExport", "", "export museum",
-                  {"museum/languages/.orrelin-export/en.json"}, "4"},
+} Protected[]{
+    {"FullDiskOnExport", "rm $de", "export museum",
+        {"can't write museum/languages/de.json: File too large"}, "4"},
     {"FullDiskOnRemove", "", "remove museum de",
         {"orrelin-localize: can't write museum/"}, "24"},
     {"FullDiskOnAdd", "", "add museum fr",
@@ -108,18 +109,16 @@ const struct {
     {"FullOutput", "", "terms museum",
         {"orrelin-localize: can't write to the standard output\n"}, "4"},
     {"InvalidJson", "printf '{\"translation\": {' > $de", "export museum",
-        {"Invalid JSON in imported file de.json\n",
-            "\norrelin-localize: museum/languages/de.json can't be read as a "
-            "language file and would be overwritten; "}},
+        {"orrelin-localize: can't open museum/languages/de.json: ",
+            "\norrelin-localize: nothing was written, as what can't be read "}},
     {"InvalidJsonOnImport", R"(printf '{"translation":\n{"hours" ""}}' > $de)",
         "import museum",
-        {"Invalid JSON in imported file de.json\n",
-            "\norrelin-localize: can't open museum/languages/de.json: Missing a "
-            "colon after a name of object member at line 2, column 10\n"}},
+        {"orrelin-localize: can't open museum/languages/de.json: Missing a "
+         "colon after a name of object member at line 2, column 10\n"}},
     {"InvalidJsonOnRename", "printf '[]' > $de", "rename museum hours h",
-        {"museum/languages/de.json can't be read"}},
+        {"can't open museum/languages/de.json: ", "nothing was renamed"}},
     {"InvalidJsonOnStatus", "printf '{}' > $de", "status museum",
-        {"Missing or invalid 'translation' object in imported file de.json\n"}},
+        {"museum/languages/de.json has no object \"translation\""}},
     {"FileThatIsFolder", "rm $de && mkdir $de", "export museum",
         {"museum/languages/de.json"}},
     {"UnknownTerm", "sed -i 's/\"hours\"/\"hourz\"/' $de", "export museum",
@@ -128,8 +127,8 @@ const struct {
     {"UnknownMember", "sed -i '1s/{/{\"note\": \"draft\",/' $de",
         "export museum de", {"'note' in museum/languages/de.json"}},
     {"NoText", "sed -i 's/\"Yatate\"/17/' $de", "export museum",
-        {"Invalid type for term exhibit-yatate-js-1-title in imported file "
-         "de.json\n",
+        {"museum/languages/de.json: the value of 'exhibit-yatate-js-1-title' at "
+         "line 42 is neither a text nor null",
             "1 text would be lost"}},
     {"NoComponents", "rm museum/components.json", "export museum",
         {" texts would be lost"}},

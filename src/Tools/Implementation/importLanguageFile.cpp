@@ -144,10 +144,16 @@ void importTranslation(OrrelinEditor& editor, Containers::StringView name,
         return;
     }
 
-    TermImport terms{editor, name,
-        editor.localization->translations[Containers::String{code}], isDefault};
-    for(const Utility::JsonObjectItem term: translation->asObject())
-        terms.importTerm(term.key(), term.value());
+    importTexts(editor, name, translation,
+        editor.localization->translations[Containers::String{code}], isDefault);
+}
+
+void importTexts(OrrelinEditor& editor, Containers::StringView name,
+    const Utility::JsonIterator& texts, TranslationMap& translations,
+    bool isDefault) {
+    TermImport terms{editor, name, translations, isDefault};
+    for(const Utility::JsonObjectItem text: texts->asObject())
+        terms.importTerm(text.key(), text.value());
 }
 
 }}

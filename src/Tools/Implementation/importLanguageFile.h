@@ -4,7 +4,7 @@
 #include <Corrade/Containers/Containers.h>
 #include <Corrade/Utility/Utility.h>
 
-#include "OrrelinEngine.h"
+#include "shared/LocalizationData.h"
 
 namespace OrrelinEngine { namespace LocalizationTools {
 
@@ -18,6 +18,12 @@ void importLanguageFile(OrrelinEditor& editor, Containers::StringView name,
 /* The same for what translationOf() returned of a file */
 void importTranslation(OrrelinEditor& editor, Containers::StringView name,
     const Utility::JsonIterator& translation);
+
+/* Its texts alone, for the terms that are to be translated. Of the default
+   language, they are the project's own texts as well. */
+void importTexts(OrrelinEditor& editor, Containers::StringView name,
+    const Utility::JsonIterator& texts, TranslationMap& translations,
+    bool isDefault);
 
 }}
 
