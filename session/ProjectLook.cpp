@@ -124,13 +124,20 @@ void findLines(ProjectLook& look, Containers::StringView json,
         look.indent = space.suffix(space.findLastOr('\n', nullptr).end());
 }
 
-/* The first escaped character that isn't ASCII, in a text that is. The first
-   letter of the digits tells the case of all. */
+Containers::StringView beginOf(Containers::StringView json) {
+    return json.prefix(json.size() < SearchedSize ? json.size() : SearchedSize);
+}
+
+/* Only a text that is ASCII has to be searched as a whole, for a character that
+   is escaped to keep it so. The first letter of the digits tells the case of
+   all. */
 void findEscapes(ProjectLook& look, Containers::StringView json) {
+    const bool ascii = asciiEnd(json.begin(), json.end()) == json.end();
+    const char* const end = ascii ? json.end() : beginOf(json).end();
     bool letter = false;
-    const char* i = json.begin();
-    while((i = nextEscape(i, json.end())) != json.end()) {
-        const unsigned unit = escapedUnit(i, json.end());
+    for(const char* i = json.begin(); i != end && !(look.ascii && letter);
+        i = nextEscape(i, end)) {
+        const unsigned unit = escapedUnit(i, end);
         if(!unit)
             continue;
         for(const char* digit = i + 2; digit != i + 6; ++digit)
@@ -138,11 +145,8 @@ void findEscapes(ProjectLook& look, Containers::StringView json) {
                 letter = true;
                 look.lowerCaseDigits = *digit >= 'a';
             }
-        look.ascii = look.ascii || unit >= 0x80;
-        if(look.ascii && letter)
-            break;
+        look.ascii = look.ascii || (ascii && unit >= 0x80);
     }
-    look.ascii = look.ascii && asciiEnd(json.begin(), json.end()) == json.end();
 }
 
 }
@@ -155,8 +159,7 @@ ProjectLook lookOf(Containers::StringView json) {
     look.before = json.prefix(root.begin());
     look.after = json.suffix(root.end());
     findLines(look, json, root);
-    Search{look}.run(
-        root.prefix(root.size() < SearchedSize ? root.size() : SearchedSize));
+    Search{look}.run(beginOf(root));
     findEscapes(look, root);
     return look;
 }
