@@ -118,9 +118,11 @@ ORRELIN_LOCALIZATION_EXPORT void renameTerm(OrrelinEditor& editor,
 @param fileContents Where to append the bytes of each file
 
 Each file lists all terms that are to be translated, by key. The default
-language's has their texts as they are in the project, empty where there is
-none; the others have the language's translations, null where there is none.
-With a format that isn't known nothing is appended.
+language's file has their texts as they are in the project, empty where the
+project has none. The other files have the language's translations, null where
+one is missing. With an unknown format nothing is appended.
+
+Codes are taken as they are: "../x" gives the name "../x.json".
 
 Looks each term up in the document once, however many languages there are.
 */
@@ -136,8 +138,12 @@ ORRELIN_LOCALIZATION_EXPORT void writeTerms(OrrelinEditor& editor,
 
 Writes either one file per language into the languages folder or one archive
 of them there that is named after the project. The folder is relative to the
-project root unless it is absolute, and is created if it doesn't exist.
-Files of other languages stay.
+project root unless it is absolute, and is created if it doesn't exist. Loose
+files of other languages stay; an archive then has the given languages and no
+others, so pass all of the project's.
+
+Translations that aren't in the tables are written as null over what the files
+have, so import before the first export.
 */
 ORRELIN_LOCALIZATION_EXPORT void exportTerms(
     OrrelinEditor& editor, const Containers::StringIterable& languages);
@@ -150,8 +156,13 @@ ORRELIN_LOCALIZATION_EXPORT void exportTerms(
     it doesn't exist.
 @param format       Format of the files
 
-A file that can't be written doesn't stop the others. What the file system
-reports is printed by the utility library.
+A file that can't be written doesn't stop the others. The utility library
+prints what the file system reports.
+
+Each file is emptied and then written, so a process that ends meanwhile can
+leave it empty or cut off; the archive of @ref exportTermsCompressed() is
+replaced as a whole. Codes become names of files as they are, and one such as
+"../x" leaves the folder: check codes that come from a stranger's project.
 */
 ORRELIN_LOCALIZATION_EXPORT void exportTerms(OrrelinEditor& editor,
     const Containers::StringIterable& languages, Containers::StringView path,
@@ -164,8 +175,8 @@ ORRELIN_LOCALIZATION_EXPORT void exportTerms(OrrelinEditor& editor,
 @param path         The archive; an extension of its name is replaced by ".zip"
 @param format       Format of the files
 
-Replaces an archive that is there. If it can't be written, prints why, and what
-is there stays.
+Replaces an archive that is there as a whole, with all of its entries. If it
+can't be written, prints why, and the old one stays.
 */
 ORRELIN_LOCALIZATION_EXPORT void exportTermsCompressed(OrrelinEditor& editor,
     const Containers::StringIterable& languages, Containers::StringView path,
@@ -175,9 +186,14 @@ ORRELIN_LOCALIZATION_EXPORT void exportTermsCompressed(OrrelinEditor& editor,
 @brief Import language files as the project's settings say
 
 Reads all language files of the languages folder or, if zip compression is on,
-those of the archive named after the project, with the path as in
-@ref exportTerms(OrrelinEditor&, const Containers::StringIterable&). Prints a
-warning and does nothing if the path doesn't exist.
+those of the archive in it that is named after the project. Prints a warning
+and does nothing if the path doesn't exist.
+
+An export drops what looks like an extension from the folder's and from the
+project's name. An import drops it from the folder's name, too, though only
+after it has found that there is something at the whole path, and not from the
+project's: "Demo.final" is exported to "Demo.zip" and imported from
+"Demo.final.zip". Names without dots are safe.
 */
 ORRELIN_LOCALIZATION_EXPORT void importTerms(OrrelinEditor& editor);
 

@@ -1,18 +1,11 @@
 #include "Project.h"
 
 #include "TemporaryFolder.h"
-#include "editor/AllLanguages.h"
+#include "Tools/languageIndex.h"
 
 namespace OrrelinEngine { namespace {
 
 using namespace LocalizationTools;
-
-unsigned short indexOf(Containers::StringView code) {
-    unsigned short i = 0;
-    while(i != AllLanguageCount && AllLanguages[i].code != code)
-        ++i;
-    return i;
-}
 
 TEST(LanguagesTest, add) {
     const struct {
@@ -44,7 +37,7 @@ TEST(LanguagesTest, add) {
         project.setTranslations(i.translations);
         const std::string texts = project.stored("/texts");
 
-        addLanguage(project.editor(), indexOf(i.code));
+        addLanguage(project.editor(), languageIndex(i.code));
         /* It can't be undone */
         project.changes().undoLast();
         EXPECT_FALSE(project.changes().hasUnsavedChanges());
@@ -71,7 +64,7 @@ TEST(LanguagesTest, addTextsThatAreNotStored) {
     TermMap strings;
     gatherStrings(project.editor(), strings);
     project.terms().emplace("gone", "/objects/b/components/9/text/text");
-    addLanguage(project.editor(), indexOf("de"));
+    addLanguage(project.editor(), languageIndex("de"));
     EXPECT_EQ(project.translationsText(),
         R"({"de":{"a-text-0":"A","b-text-0":"B","gone":""}})");
 }
