@@ -37,8 +37,11 @@ public:
     bool Key(const char* text, rapidjson::SizeType size, bool) {
         if(_depth == 1)
             _isInside = Containers::StringView{text, size} == "translation";
-        else if(_depth == 2)
+        else if(_depth == 2) {
             _key.assign(text, size);
+            /* The reader moves on once it has passed on the text */
+            _keyBegin = _input.src_;
+        }
         return true;
     }
     bool StartObject() {
@@ -59,13 +62,17 @@ private:
     bool add() {
         if(!_isInside || _depth != 2)
             return true;
-        /* The reader is past the value, or in it, and that's in one line */
-        for(; _counted != _input.src_; ++_counted)
-            _line += *_counted == '\n';
+        for(; _counted != _keyBegin; ++_counted) {
+            if(*_counted == '\n') {
+                ++_line;
+                _column = 1;
+            } else
+                _column += (*_counted & '\xc0') != '\x80';
+        }
         _lines.add(std::string{Utility::format(
-            "{}: the value of '{}' at line {} is neither a text nor null, "
-            "and is left out",
-            _file.path, Containers::StringView{_key}, _line)});
+            "{}: the value of '{}' at line {}, column {} is neither a text nor "
+            "null, and is left out",
+            _file.path, Containers::StringView{_key}, _line, _column)});
         return true;
     }
 
@@ -73,7 +80,9 @@ private:
     const rapidjson::StringStream& _input;
     Lines _lines;
     const char* _counted;
+    const char* _keyBegin = nullptr;
     std::size_t _line = 1;
+    std::size_t _column = 1;
     unsigned int _depth = 0;
     bool _isInside = false;
     std::string _key;

@@ -128,7 +128,7 @@ const struct {
         "export museum de", {"'note' in museum/languages/de.json"}},
     {"NoText", "sed -i 's/\"Yatate\"/17/' $de", "export museum",
         {"museum/languages/de.json: the value of 'exhibit-yatate-js-1-title' at "
-         "line 42 is neither a text nor null",
+         "line 42, column 5 is neither a text nor null",
             "1 text would be lost"}},
     {"NoComponents", "rm museum/components.json", "export museum",
         {" texts would be lost"}},
