@@ -64,17 +64,16 @@ inline bool isUtf8(const JsonValue& value) {
     return value.Accept(writer);
 }
 
-/* Everything that can be written has to be JSON, and UTF-8 if the project is */
+/* Everything that can be written has to be JSON and UTF-8 */
 inline void expectValidFiles(EditorSession& session) {
     Containers::Array<Containers::String> names;
     Containers::Array<Containers::Array<char>> contents;
     LocalizationTools::writeTerms(session.editor(), {"en", "de", "fr"},
         LocalizationTools::LocalizationFormat::I18next, names, contents);
-    const bool validates = isUtf8(session.projectFile().document);
     for(const Containers::Array<char>& content: contents) {
         JsonDocument file;
         file.Parse(content.data(), content.size());
-        expect(!file.HasParseError() && (!validates || isUtf8(file)));
+        expect(!file.HasParseError() && isUtf8(file));
     }
 }
 
