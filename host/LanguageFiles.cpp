@@ -1,6 +1,7 @@
 #include "LanguageFiles.h"
 
 #include <algorithm>
+#include <set>
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/Pair.h>
 #include <Corrade/Containers/StringIterable.h>
@@ -11,6 +12,7 @@
 #include "Messages.h"
 #include "editor/StringArray.h"
 #include "editor/Zip.h"
+#include "shared/StringFunctors.h"
 #include "storage/Storage.h"
 
 namespace OrrelinEngine { namespace Host {
@@ -62,19 +64,40 @@ bool readFolder(Project& project, Containers::StringView folder,
     return succeeded;
 }
 
-bool readArchive(Project& project, Containers::StringView archive,
-    const Filter& isWanted, const Function& function) {
+/* Of two entries with one name, only one could be written again */
+Containers::String duplicateFault(
+    Containers::StringView archive, const StringArray& names) {
+    std::set<Containers::StringView, StrLess> known;
+    for(std::size_t i = 0; i != names.size(); ++i)
+        if(!known.insert(names.get(i)).second)
+            return Utility::format(
+                "{} has two entries {}", archive, names.get(i));
+    return {};
+}
+
+Containers::String unpack(Project& project, Containers::StringView archive,
+    StringArray& names, Containers::Array<Containers::Array<char>>& contents) {
     Containers::String path;
     Containers::String fault = project.storage().find(archive, path);
     if(fault.isEmpty())
         fault = archiveFault(project, archive, path);
+    if(!fault.isEmpty())
+        return fault;
+    const Result result = readZip(names, {".json"}, contents, path);
+    return result ? duplicateFault(archive, names)
+                  : Containers::String{result.error()};
+}
+
+bool readArchive(Project& project, Containers::StringView archive,
+    const Filter& isWanted, const Function& function) {
+    FileContent file;
+    if(!project.readFile(archive, file))
+        return false;
+    if(!file.exists)
+        return true;
     StringArray names;
     Containers::Array<Containers::Array<char>> contents;
-    if(fault.isEmpty()) {
-        const Result result = readZip(names, {".json"}, contents, path);
-        if(!result)
-            fault = result.error();
-    }
+    const Containers::String fault = unpack(project, archive, names, contents);
     if(!fault.isEmpty()) {
         fail(fault);
         return false;
@@ -99,6 +122,22 @@ bool isFileName(Containers::StringView code) {
     if(!is)
         fail(Utility::format("'{}' can't be the code of a language", code));
     return is;
+}
+
+std::vector<Containers::String> foreignEntries(
+    Project& project, Containers::StringView archive) {
+    Containers::String path;
+    if(!project.storage().find(archive, path).isEmpty())
+        return {};
+    std::vector<Containers::String> out = entriesOf(path);
+    out.erase(std::remove_if(out.begin(), out.end(),
+                  [](const Containers::String& name) {
+                      return name.hasSuffix('/') || isPutByPrograms(name) ||
+                          Utility::Path::splitExtension(name).second() ==
+                          ".json";
+                  }),
+        out.end());
+    return out;
 }
 
 bool forEachLanguageFile(Project& project, const LanguageSource& source,

@@ -21,13 +21,18 @@ struct LanguageFile {
 /* Whether a file can be named by the code. Prints why if not. */
 bool isFileName(Containers::StringView code);
 
-/* Calls the function with each language file, one after the other. Files that
-   aren't wanted, as told by their names, aren't read. If one can't be read,
-   prints why, goes on with the others and returns false, as if the function
-   does. */
+/* Calls the function with each language file, one after the other, if there
+   are any. Only those are read that are wanted, as their names tell. If one
+   can't be read, prints why, goes on with the others and returns false, as if
+   the function does. */
 bool forEachLanguageFile(Project& project, const LanguageSource& source,
     const std::function<bool(Containers::StringView name)>& isWanted,
     const std::function<bool(LanguageFile& file)>& function);
+
+/* Names of the entries in an archive that have nothing to do with languages, and
+   weren't put there by a program. None if it can't be read. */
+std::vector<Containers::String> foreignEntries(
+    Project& project, Containers::StringView archive);
 
 }}
 

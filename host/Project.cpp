@@ -166,11 +166,14 @@ bool Project::writeFiles(const Codes& codes) {
     Containers::Array<Containers::Array<char>> contents;
     LocalizationTools::writeTerms(
         editor(), iterable(codes), Format, names, contents);
-    for(std::size_t i = 0; i != names.size(); ++i)
-        if(!isFine(
-               _state->storage.write(Utility::Path::join(files.path, names[i]),
-                   Containers::String{contents[i].data(), contents[i].size()})))
+    for(std::size_t i = 0; i != names.size(); ++i) {
+        const Containers::String file =
+            Utility::Path::join(files.path, names[i]);
+        if(!checkNoOwnFile(file) ||
+            !isFine(_state->storage.write(file,
+                Containers::String{contents[i].data(), contents[i].size()})))
             return false;
+    }
     return true;
 }
 
@@ -230,6 +233,13 @@ bool Project::isOwnFile(Containers::StringView path) const {
             identity == identityOf(_state->components));
 }
 
+bool Project::checkNoOwnFile(Containers::StringView path) const {
+    if(isOwnFile(path))
+        fail(Utility::format(
+            "{} is a file of the project itself, not one of a language", path));
+    return !isOwnFile(path);
+}
+
 Containers::StringView Project::defaultLanguage() {
     return editor().project["settings/localization/defaultLanguage"].asString();
 }
@@ -278,36 +288,8 @@ LanguageSource Project::target() {
     return source(LocalizationTools::isZipCompressed(editor()));
 }
 
-bool Project::hasFiles(const LanguageSource& source, bool& out) {
-    if(source.isArchive) {
-        FileContent content;
-        const bool isRead = readFile(source.path, content);
-        out = content.exists;
-        return isRead;
-    }
-    std::vector<Containers::String> names;
-    if(!isFine(_state->storage.list(source.path, names)))
-        return false;
-    out = std::any_of(
-        names.begin(), names.end(), [&](const Containers::String& name) {
-            return name.hasSuffix(".json") &&
-                !isOwnFile(Utility::Path::join(source.path, name));
-        });
-    return true;
-}
-
-bool Project::findSource(LanguageSource& out) {
-    const LanguageSource first = target();
-    for(const LanguageSource& i: {first, source(!first.isArchive)}) {
-        bool isThere;
-        if(!hasFiles(i, isThere))
-            return false;
-        out = i;
-        if(isThere)
-            return true;
-    }
-    out.path = {};
-    return true;
+LanguageSource Project::formerTarget() {
+    return source(!target().isArchive);
 }
 
 Containers::StringView Project::source(Containers::StringView recordPath) {

@@ -91,8 +91,11 @@ public:
     Containers::StringView file() const;
 
     /* Whether it's one of the files that make up the project itself, which may
-       be in the same folder as those of its languages */
+       be in the same folder as those of its languages, also as a link */
     bool isOwnFile(Containers::StringView path) const;
+
+    /* Prints and returns false if it's one */
+    bool checkNoOwnFile(Containers::StringView path) const;
 
     /* Code of the language of the project's own texts, valid until the project
        changes */
@@ -110,11 +113,8 @@ public:
        an extension of the folder's name is dropped. */
     LanguageSource target();
 
-    /* Where translations are read from: the above or, if there's nothing, what
-       was written before the project was set to the other. Without a path if
-       there's nothing either. Prints and returns false if it can't be found
-       out. */
-    bool findSource(LanguageSource& out);
+    /* Where they were before the project was set to the other of the two */
+    LanguageSource formerTarget();
 
     /* The text of a term in the project, a null view if there is none */
     Containers::StringView source(Containers::StringView recordPath);
@@ -139,7 +139,6 @@ private:
     bool readComponents();
     bool readProject();
     LanguageSource source(bool isArchive);
-    bool hasFiles(const LanguageSource& source, bool& out);
     bool writeArchive(const Codes& codes, Containers::StringView file);
 
     /* Waits a little if it isn't */

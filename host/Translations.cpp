@@ -1,6 +1,7 @@
 #include "Translations.h"
 
 #include <algorithm>
+#include <functional>
 #include <Corrade/Containers/Optional.h>
 #include <Corrade/Utility/Format.h>
 #include <Corrade/Utility/Json.h>
@@ -144,10 +145,7 @@ private:
             drop(key);
     }
 
-    void drop(Containers::StringView key) {
-        if(!_losses.dropped++)
-            _losses.example = Utility::format("'{}' in {}", key, _file.path);
-    }
+    void drop(Containers::StringView key) { _losses.drop(key, _file.path); }
 
     const LanguageFile& _file;
     TermFinder _terms;
@@ -155,6 +153,42 @@ private:
     bool _isDefault;
     const TranslationMap* _translations = nullptr;
 };
+
+/* Calls the function with the files where the project has them now, and with
+   those of languages that have none there, where it had them before. So none is
+   taken for untranslated after a switch. */
+bool forEachSource(Project& project,
+    const std::function<bool(Containers::StringView code)>& isWanted,
+    const std::function<bool(const LanguageSource&, LanguageFile&)>& function) {
+    Codes found;
+    const LanguageSource now = project.target();
+    const bool succeeded = forEachLanguageFile(
+        project, now,
+        [&](Containers::StringView name) {
+            const Containers::StringView code = name.exceptSuffix(".json");
+            found.push_back(code);
+            return isWanted(code);
+        },
+        [&](LanguageFile& file) { return function(now, file); });
+
+    Codes missing;
+    for(const ProjectLanguage& language: project.languages())
+        if(!language.isDefault && !contains(found, language.code))
+            missing.push_back(language.code);
+    const LanguageSource before = project.formerTarget();
+    return (missing.empty() ||
+               forEachLanguageFile(
+                   project, before,
+                   [&](Containers::StringView name) {
+                       const Containers::StringView code =
+                           name.exceptSuffix(".json");
+                       return contains(missing, code) && isWanted(code);
+                   },
+                   [&](LanguageFile& file) {
+                       return function(before, file);
+                   })) &&
+        succeeded;
+}
 
 /* Texts that the file of the default language changes */
 void addChanges(const std::vector<Term>& terms,
@@ -190,53 +224,51 @@ void keepChanged(Project& project, std::vector<SourceChange>& changes) {
 
 }
 
+void Losses::drop(Containers::StringView what, Containers::StringView file) {
+    if(!dropped++)
+        example = Utility::format("'{}' in {}", what, file);
+}
+
 bool readTranslations(Project& project) {
-    LanguageSource source;
-    if(!project.findSource(source))
-        return false;
-    if(source.path.isEmpty())
-        return true;
-    return forEachLanguageFile(project, source, all, [&](LanguageFile& file) {
-        const bool known = isKnown(project, file);
-        return withTexts(file,
-            [&](const Utility::Json&, const Utility::JsonIterator& texts) {
-                takeTranslations(project, file, texts);
-                return known;
-            });
-    });
+    return forEachSource(
+        project, all, [&](const LanguageSource&, LanguageFile& file) {
+            const bool known = isKnown(project, file);
+            return withTexts(file,
+                [&](const Utility::Json&, const Utility::JsonIterator& texts) {
+                    takeTranslations(project, file, texts);
+                    return known;
+                });
+        });
 }
 
 bool readReplaced(Project& project, Codes& codes, Losses& losses) {
-    LanguageSource source;
-    if(!project.findSource(source))
-        return false;
-    if(source.path.isEmpty())
-        return true;
-
     const std::vector<Term> terms = project.terms();
     const LanguageSource target = project.target();
-    const bool isReplaced = source.path == target.path;
     const bool takesAll = codes.empty();
     /* Loose files of other languages stay */
-    const auto isWanted = [&](Containers::StringView name) {
-        return takesAll || source.isArchive ||
-            contains(codes, name.exceptSuffix(".json"));
+    const auto isWanted = [&](Containers::StringView code) {
+        return takesAll || target.isArchive || contains(codes, code);
     };
-    return forEachLanguageFile(
-        project, source, isWanted, [&](LanguageFile& file) {
+    const bool succeeded = forEachSource(project, isWanted,
+        [&](const LanguageSource& source, LanguageFile& file) {
             if(takesAll && isLanguage(project, file.code))
                 codes.push_back(file.code);
             return withTexts(file,
                 [&](const Utility::Json& json,
                     const Utility::JsonIterator& texts) {
                     takeTranslations(project, file, texts);
-                    if(isReplaced)
+                    if(source.path == target.path)
                         LossCount{project, terms, file,
                             contains(codes, file.code), losses}
                             .add(json, texts);
                     return true;
                 });
         });
+    if(target.isArchive)
+        for(const Containers::String& name:
+            foreignEntries(project, target.path))
+            losses.drop(name, target.path);
+    return succeeded;
 }
 
 bool importAll(Project& project, std::vector<SourceChange>& changes) {

@@ -13,6 +13,8 @@ struct Losses {
     Containers::String example;
     /* Texts of the default language's file that the project has otherwise */
     std::size_t replaced = 0;
+
+    void drop(Containers::StringView what, Containers::StringView file);
 };
 
 /* A text of the project that an import changed */

@@ -14,7 +14,13 @@ namespace OrrelinEngine { namespace Host {
 
 namespace {
 
+typedef std::unique_ptr<zip_t, decltype(&zip_discard)> Archive;
+
 constexpr std::uint64_t MiB = std::uint64_t{1} << 20;
+
+Archive open(const Containers::String& path) {
+    return Archive{zip_open(path.data(), ZIP_RDONLY, nullptr), zip_discard};
+}
 
 struct Claims {
     std::uint64_t count = 0;
@@ -50,13 +56,25 @@ std::uint64_t believable(Project& project, std::uint64_t count) {
 
 bool isPutByPrograms(Containers::StringView name) {
     const Containers::StringView file = Utility::Path::split(name).second();
-    return name.hasPrefix("__MACOSX/") || file.hasPrefix("._");
+    return name.hasPrefix("__MACOSX/") || file.hasPrefix("._") ||
+        file == ".DS_Store";
+}
+
+std::vector<Containers::String> entriesOf(const Containers::String& path) {
+    std::vector<Containers::String> out;
+    const Archive archive = open(path);
+    const zip_int64_t count =
+        archive ? zip_get_num_entries(archive.get(), 0) : 0;
+    for(zip_int64_t i = 0; i < count; ++i)
+        if(const char* const name =
+                zip_get_name(archive.get(), zip_uint64_t(i), 0))
+            out.push_back(name);
+    return out;
 }
 
 Containers::String archiveFault(Project& project, Containers::StringView name,
     const Containers::String& path) {
-    const std::unique_ptr<zip_t, decltype(&zip_discard)> archive{
-        zip_open(path.data(), ZIP_RDONLY, nullptr), zip_discard};
+    const Archive archive = open(path);
     /* Whoever reads it tells what is wrong */
     if(!archive)
         return {};

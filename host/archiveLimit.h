@@ -8,6 +8,9 @@ namespace OrrelinEngine { namespace Host {
 /* Whether an entry of an archive is one that file managers add on their own */
 bool isPutByPrograms(Containers::StringView name);
 
+/* Names of all entries of an archive; none if it can't be read */
+std::vector<Containers::String> entriesOf(const Containers::String& path);
+
 /* A small archive can unpack to more than the memory. Of a project's language
    files, more isn't believed than this, for each entry up to the number of
    languages that there are:

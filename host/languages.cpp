@@ -79,6 +79,8 @@ bool removeFile(Project& project, Containers::StringView file, Codes& removed) {
         return false;
     if(!content.exists)
         return true;
+    if(!project.checkNoOwnFile(file))
+        return false;
     const Containers::String fault = project.storage().remove(file);
     if(!fault.isEmpty())
         fail(fault);

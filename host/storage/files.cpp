@@ -90,12 +90,16 @@ FileContent readFile(int folder, const Containers::String& name, int flags) {
     })};
     struct stat status;
     if(!file) {
-        out.identity.error = errno;
         if(errno != ENOENT)
             out.fault = std::strerror(errno);
         else if(::fstatat(folder, name.data(), &status, AT_SYMLINK_NOFOLLOW) ==
             0)
             out.fault = "it's a link to a file that isn't there";
+        /* As asking for it tells, which may be allowed where reading isn't */
+        if(::fstatat(folder, name.data(), &status, 0) == 0)
+            out.identity = identityOf(status);
+        else
+            out.identity.error = errno;
         return out;
     }
     if(::fstat(*file, &status) != 0) {
