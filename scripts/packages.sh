@@ -20,6 +20,7 @@ clang-format command clang-format
 nodejs command node
 npm command npm
 unzip command unzip
+python3 command python3
 doxygen command doxygen
 translate-toolkit command json2po
 dpkg-dev command dpkg-shlibdeps

@@ -290,6 +290,12 @@ Containers::String Storage::prepareChange(
     Containers::String fault = _folders.resolve(key, folder, name);
     if(fault.isEmpty() && isReadOnly(path))
         fault = Utility::format("can't write {}: it's read-only", path);
+    /* What can't be taken back anymore must not fail */
+    if(fault.isEmpty() && before.exists) {
+        const Containers::String reason = placeFault(folder, name);
+        if(!reason.isEmpty())
+            fault = Utility::format("can't write {}: {}", path, reason);
+    }
     record.changes.push_back({key, versionOf(before), after});
     return fault;
 }

@@ -179,6 +179,28 @@ Descriptor openFolder(
     })};
 }
 
+Containers::String placeFault(
+    const Containers::String& folder, const Containers::String& name) {
+    const Descriptor opened = openFolder(AT_FDCWD, folder, true);
+    struct stat place;
+    if(!opened || ::fstat(*opened, &place) != 0 ||
+        ::faccessat(AT_FDCWD, folder.data(), W_OK | X_OK, AT_EACCESS) != 0)
+        return std::strerror(errno);
+    struct statx file;
+    if(::statx(*opened, name.data(), AT_SYMLINK_NOFOLLOW, STATX_UID, &file) !=
+        0)
+        return errno == ENOENT ? "" : std::strerror(errno);
+    if(file.stx_attributes & STATX_ATTR_MOUNT_ROOT)
+        return "something is mounted there";
+    if(file.stx_attributes & (STATX_ATTR_IMMUTABLE | STATX_ATTR_APPEND))
+        return std::strerror(EPERM);
+    const uid_t user = ::geteuid();
+    if((place.st_mode & S_ISVTX) && user != 0 && user != place.st_uid &&
+        user != file.stx_uid)
+        return "it belongs to somebody else, and its folder keeps it so";
+    return {};
+}
+
 Containers::String fault(
     Containers::StringView verb, Containers::StringView file, int error) {
     return Utility::format("can't {} {}: {}", verb, file, std::strerror(error));

@@ -78,6 +78,11 @@ bool sync(int descriptor);
 Descriptor openFolder(
     int parent, const Containers::String& name, bool followsLinks);
 
+/* Why a file in a folder can't be replaced or removed, even if it can be written
+   to; empty if it can. The file doesn't need to exist. */
+Containers::String placeFault(
+    const Containers::String& folder, const Containers::String& name);
+
 /* "can't VERB FILE: REASON", of errno */
 Containers::String fault(Containers::StringView verb,
     Containers::StringView file, int error = errno);
