@@ -56,17 +56,28 @@ constexpr auto Format = LocalizationTools::LocalizationFormat::I18next;
 
 }
 
+struct Project::Contents {
+    EditorSession session;
+    TermMap strings;
+};
+
 struct Project::State {
     ProjectOptions options;
     Containers::String file, components;
-    EditorSession session;
-    TermMap strings;
+    std::unique_ptr<Contents> contents = std::make_unique<Contents>();
     Storage storage;
 };
 
 Project::Project() = default;
 
-Project::~Project() = default;
+/* To free the millions of small pieces of a large project would take a good
+   part of a command's time. There's one project in a process, and this is its
+   end, so the last one stays. */
+Project::~Project() {
+    static std::unique_ptr<Contents>& last = *new std::unique_ptr<Contents>;
+    if(_state)
+        last = std::move(_state->contents);
+}
 
 bool Project::openForWriting(
     const ProjectOptions& options, Containers::StringView command) {
@@ -89,7 +100,7 @@ bool Project::open(
         (!command.isEmpty() && !isFine(storage.lock(command))) ||
         !readComponents() || !readProject())
         return false;
-    LocalizationTools::gatherStrings(editor(), _state->strings);
+    LocalizationTools::gatherStrings(editor(), _state->contents->strings);
     const LanguageSource files = target();
     return isFine(storage.setLanguagesFolder(files.isArchive
             ? Containers::String{Utility::Path::split(files.path).first()}
@@ -124,7 +135,8 @@ bool Project::readComponents() {
     if(!readFile(file, content))
         return false;
     if(content.exists)
-        return addComponentTypes(_state->session, file, content.content);
+        return addComponentTypes(
+            _state->contents->session, file, content.content);
     if(isNamed)
         fail(Utility::format("there is no {}", file));
     return !isNamed;
@@ -138,8 +150,9 @@ bool Project::readProject() {
         fail(Utility::format("there is no {}", _state->file));
         return false;
     }
-    return succeedsOrFails(
-        [&] { return _state->session.open(_state->file, content.content); });
+    return succeedsOrFails([&] {
+        return _state->contents->session.open(_state->file, content.content);
+    });
 }
 
 bool Project::readFile(Containers::StringView file, FileContent& out) {
@@ -152,7 +165,7 @@ bool Project::readFile(Containers::StringView file, FileContent& out) {
 bool Project::write() {
     Containers::Optional<Containers::String> content;
     return succeedsOrFails([&] {
-        content = _state->session.write();
+        content = _state->contents->session.write();
         return bool(content);
     }) &&
         isFine(_state->storage.write(_state->file, std::move(*content)));
@@ -199,19 +212,19 @@ bool Project::commit() {
 }
 
 OrrelinEditor& Project::editor() {
-    return _state->session.editor();
+    return _state->contents->session.editor();
 }
 
 ChangeManager& Project::changeManager() {
-    return _state->session.changeManager();
+    return _state->contents->session.changeManager();
 }
 
 LocalizationData& Project::localization() {
-    return _state->session.localization();
+    return _state->contents->session.localization();
 }
 
 TermMap& Project::strings() {
-    return _state->strings;
+    return _state->contents->strings;
 }
 
 Storage& Project::storage() {

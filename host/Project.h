@@ -131,6 +131,7 @@ public:
         const std::vector<Term>& terms, Containers::StringView code);
 
 private:
+    struct Contents;
     struct State;
     static constexpr int MaxAttempts = 20;
 
