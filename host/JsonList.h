@@ -9,7 +9,8 @@
 
 namespace OrrelinEngine { namespace Host {
 
-/* Output for scripts: an array of objects */
+/* Output for scripts: an array of objects. Large ones are printed part by part
+   as they are added. */
 class JsonList {
 public:
     explicit JsonList(): _writer{_out} {
@@ -18,7 +19,11 @@ public:
     }
 
     void beginObject() { _writer.StartObject(); }
-    void endObject() { _writer.EndObject(); }
+    void endObject() {
+        _writer.EndObject();
+        if(_out.GetSize() > PartSize)
+            flush();
+    }
 
     /* A null view is written as null */
     void add(const char* key, Containers::StringView value) {
@@ -43,10 +48,18 @@ public:
 
     void print() {
         _writer.EndArray();
-        printJson({_out.GetString(), _out.GetSize()});
+        _out.Put('\n');
+        flush();
     }
 
 private:
+    static constexpr std::size_t PartSize = 1 << 16;
+
+    void flush() {
+        printJson({_out.GetString(), _out.GetSize()});
+        _out.Clear();
+    }
+
     rapidjson::StringBuffer _out;
     rapidjson::PrettyWriter<rapidjson::StringBuffer> _writer;
 };

@@ -34,61 +34,86 @@ std::string bar(double share, std::size_t width) {
 }
 
 Table::Table(std::initializer_list<Column> columns): _columns{columns} {
-    std::vector<Cell> titles;
     for(const Column& column: columns)
-        titles.push_back({column.title, Style::Bold});
-    _rows.push_back(std::move(titles));
+        _titles.push_back({column.title, Style::Bold});
 }
 
-void Table::add(std::vector<Cell>&& row) {
-    for(Cell& cell: row)
-        cell.text = oneLine(cell.text);
+void Table::add(Row&& row) {
     _rows.push_back(std::move(row));
 }
 
-std::vector<std::size_t> Table::widths() const {
-    std::vector<std::size_t> out(_columns.size());
-    for(const std::vector<Cell>& row: _rows)
-        for(std::size_t i = 0; i != row.size(); ++i)
-            out[i] = std::max(out[i], displayWidth(row[i].text));
+void Table::print() const {
+    print([this](const RowFunction& pass) {
+        for(const Row& row: _rows)
+            pass(Row{row});
+    });
+}
 
+void Table::print(const std::function<void(const RowFunction&)>& source) const {
+    std::vector<std::size_t> widths(_columns.size());
+    const auto measure = [&](Row&& row) {
+        for(std::size_t i = 0; i != row.size(); ++i)
+            widths[i] = std::max(
+                widths[i], displayWidth(oneLine(std::move(row[i].text))));
+    };
+    measure(Row{_titles});
+    source(measure);
+    widths = fitted(std::move(widths));
+
+    printRow(_titles, widths);
+    source([&](Row&& row) {
+        for(std::size_t i = 0; i != row.size(); ++i)
+            row[i].text = _columns[i].kind == ColumnKind::Bar
+                ? Containers::String{bar(row[i].share, widths[i])}
+                : oneLine(std::move(row[i].text));
+        printRow(row, widths);
+    });
+}
+
+/* To what is there */
+std::vector<std::size_t> Table::fitted(std::vector<std::size_t> widths) const {
     const std::size_t available = terminal().width;
-    for(std::size_t i = 0; i != out.size(); ++i) {
+    for(std::size_t i = 0; i != widths.size(); ++i) {
         if(_columns[i].kind != ColumnKind::Bar)
             continue;
-        const std::size_t used = totalWidth(out, ~std::size_t{}) - out[i];
-        out[i] = std::clamp(
+        const std::size_t used = totalWidth(widths, ~std::size_t{}) - widths[i];
+        widths[i] = std::clamp(
             available - std::min(available, used), MinBarWidth, MaxBarWidth);
     }
 
     if(!terminal().isNarrow)
-        return out;
+        return widths;
     /* The widest columns give, all to the same width */
-    std::size_t limit = std::min(*std::max_element(out.begin(), out.end()),
-        std::max(available, MinTextWidth));
-    while(limit > MinTextWidth && totalWidth(out, limit) > available)
+    std::size_t limit =
+        std::min(*std::max_element(widths.begin(), widths.end()),
+            std::max(available, MinTextWidth));
+    while(limit > MinTextWidth && totalWidth(widths, limit) > available)
         --limit;
-    for(std::size_t& width: out)
+    for(std::size_t& width: widths)
         width = std::min(width, limit);
-    return out;
+    return widths;
 }
 
-void Table::printRow(const std::vector<Cell>& row,
-    const std::vector<std::size_t>& widths) const {
+void Table::printRow(
+    const Row& row, const std::vector<std::size_t>& widths) const {
     Line line;
     /* Spaces before the next cell, so that none are at the end of the line */
     std::size_t spaces = 0;
     for(std::size_t i = 0; i != row.size(); ++i) {
         const ColumnKind kind = _columns[i].kind;
-        const Containers::String text =
-            kind == ColumnKind::Bar && &row != &_rows.front()
-            ? Containers::String{bar(row[i].share, widths[i])}
-            : shortened(row[i].text, widths[i]);
-        const std::size_t padding = widths[i] - displayWidth(text);
+        Containers::String cut;
+        Containers::StringView text = row[i].text;
+        std::size_t width = displayWidth(text);
+        if(width > widths[i]) {
+            cut = shortened(text, widths[i]);
+            text = cut;
+            width = displayWidth(text);
+        }
+        const std::size_t padding = widths[i] - width;
         if(kind == ColumnKind::Number)
             spaces += padding;
         if(!text.isEmpty()) {
-            line.add(std::string(spaces, ' ')).add(text, row[i].style);
+            line.addSpaces(spaces).add(text, row[i].style);
             spaces = 0;
         }
         if(kind != ColumnKind::Number)
@@ -96,12 +121,6 @@ void Table::printRow(const std::vector<Cell>& row,
         spaces += Gap;
     }
     line.print();
-}
-
-void Table::print() const {
-    const std::vector<std::size_t> w = widths();
-    for(const std::vector<Cell>& row: _rows)
-        printRow(row, w);
 }
 
 }}

@@ -1,6 +1,7 @@
 #ifndef Orrelin_host_Table_h
 #define Orrelin_host_Table_h
 
+#include <functional>
 #include <initializer_list>
 #include <vector>
 #include <Corrade/Containers/String.h>
@@ -30,24 +31,30 @@ struct Cell {
     double share = 0.0;
 };
 
+typedef std::vector<Cell> Row;
+
 /* Aligned columns, cut to the width of the terminal if there is one */
 class Table {
 public:
     explicit Table(std::initializer_list<Column> columns);
 
     /* Add a row of as many cells as there are columns */
-    void add(std::vector<Cell>&& row);
+    void add(Row&& row);
 
     void print() const;
 
+    /* For so many rows that they shouldn't be kept: prints those that the
+       source passes on, which is called twice */
+    typedef std::function<void(Row&&)> RowFunction;
+    void print(const std::function<void(const RowFunction&)>& source) const;
+
 private:
-    std::vector<std::size_t> widths() const;
-    void printRow(const std::vector<Cell>& row,
-        const std::vector<std::size_t>& widths) const;
+    std::vector<std::size_t> fitted(std::vector<std::size_t> widths) const;
+    void printRow(const Row& row, const std::vector<std::size_t>& widths) const;
 
     std::vector<Column> _columns;
-    /* The titles are the first */
-    std::vector<std::vector<Cell>> _rows;
+    Row _titles;
+    std::vector<Row> _rows;
 };
 
 }}

@@ -17,6 +17,9 @@ namespace {
 
 constexpr wchar_t Replacement = 0xfffd;
 
+/* Fits the int of a width */
+constexpr std::size_t AnyCount = std::size_t{1} << 30;
+
 Terminal detect() {
     const char* const columns = std::getenv("COLUMNS");
     const long width = columns ? std::strtol(columns, nullptr, 10) : 0;
@@ -34,15 +37,38 @@ Terminal detect() {
     return out;
 }
 
+bool isPlain(char c) {
+    return c >= ' ' && c <= '~';
+}
+
+/* Without an early exit, which lets the compiler check many at a time */
+bool isPlain(Containers::StringView text) {
+    bool out = true;
+    for(const char c: text)
+        out = out & isPlain(c);
+    return out;
+}
+
 /* Calls the function with the bytes, the code point and the width of each
-   character; the width is negative if it can't be shown */
-template<class F> void forEachCharacter(Containers::StringView text, F&& each) {
+   character; the width is negative if it can't be shown. Plain characters come
+   together, up to the given count, as asking the system for each of them would
+   take most of the time. */
+template<class F> void forEachCharacter(
+    Containers::StringView text, std::size_t plainCount, F&& each) {
     static const bool isUtf8 = std::setlocale(LC_CTYPE, "C.UTF-8");
     static_cast<void>(isUtf8);
 
     const char* at = text.begin();
     while(at != text.end()) {
         const std::size_t left = std::size_t(text.end() - at);
+        const char* const plainEnd = std::find_if_not(at,
+            at + std::min(left, plainCount), [](char c) { return isPlain(c); });
+        if(plainEnd != at) {
+            const std::size_t count = std::size_t(plainEnd - at);
+            each(Containers::StringView{at, count}, wchar_t(*at), int(count));
+            at = plainEnd;
+            continue;
+        }
         wchar_t character = 0;
         std::mbstate_t state{};
         std::size_t size = std::mbrtowc(&character, at, left, &state);
@@ -79,17 +105,14 @@ void appendEscape(std::string& out, wchar_t character) {
     }
 }
 
-bool isPlain(Containers::StringView text) {
-    return std::all_of(
-        text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
-}
-
-Containers::String escaped(Containers::StringView text, bool joinLines) {
-    if(isPlain(text))
-        return text;
-    std::string out;
-    forEachCharacter(
-        text, [&](Containers::StringView bytes, wchar_t character, int width) {
+void appendEscaped(
+    std::string& out, Containers::StringView text, bool joinLines) {
+    if(isPlain(text)) {
+        out.append(text.data(), text.size());
+        return;
+    }
+    forEachCharacter(text, AnyCount,
+        [&](Containers::StringView bytes, wchar_t character, int width) {
             if(character == '\n')
                 out += joinLines ? "⏎" : "\n";
             else if(character == Replacement)
@@ -99,12 +122,10 @@ Containers::String escaped(Containers::StringView text, bool joinLines) {
             else
                 out.append(bytes.data(), bytes.size());
         });
-    return out;
 }
 
-void print(Containers::StringView line) {
-    std::fwrite(line.data(), 1, line.size(), stdout);
-    std::fputc('\n', stdout);
+void print(const std::string& text) {
+    std::fwrite(text.data(), 1, text.size(), stdout);
 }
 
 }
@@ -115,15 +136,22 @@ const Terminal& terminal() {
 }
 
 std::size_t displayWidth(Containers::StringView text) {
+    if(isPlain(text))
+        return text.size();
     std::size_t out = 0;
-    forEachCharacter(text, [&](Containers::StringView, wchar_t, int width) {
-        out += width > 0 ? std::size_t(width) : 0;
-    });
+    forEachCharacter(
+        text, AnyCount, [&](Containers::StringView, wchar_t, int width) {
+            out += width > 0 ? std::size_t(width) : 0;
+        });
     return out;
 }
 
-Containers::String oneLine(Containers::StringView text) {
-    return escaped(text, true);
+Containers::String oneLine(Containers::String text) {
+    if(isPlain(text))
+        return text;
+    std::string out;
+    appendEscaped(out, text, true);
+    return out;
 }
 
 Containers::String shortened(Containers::StringView text, std::size_t width) {
@@ -135,7 +163,7 @@ Containers::String shortened(Containers::StringView text, std::size_t width) {
     std::size_t end = 0;
     bool isFull = width == 0;
     forEachCharacter(
-        text, [&](Containers::StringView bytes, wchar_t, int columns) {
+        text, 1, [&](Containers::StringView bytes, wchar_t, int columns) {
             used += columns > 0 ? std::size_t(columns) : 0;
             isFull = isFull || used > width - 1;
             if(!isFull)
@@ -150,16 +178,22 @@ Containers::String counted(std::size_t count, Containers::StringView noun) {
 
 Line& Line::add(Containers::StringView text, Style style) {
     static constexpr const char* Codes[]{"", "1", "2", "32", "33"};
-    const Containers::String line = oneLine(text);
-    _line = terminal().isColored && style != Style::Plain
-        ? Utility::format(
-              "{}\033[{}m{}\033[0m", _line, Codes[std::size_t(style)], line)
-        : _line + line;
+    const bool isStyled = terminal().isColored && style != Style::Plain;
+    if(isStyled)
+        ((_line += "\033[") += Codes[std::size_t(style)]) += 'm';
+    appendEscaped(_line, text, true);
+    if(isStyled)
+        _line += "\033[0m";
+    return *this;
+}
+
+Line& Line::addSpaces(std::size_t count) {
+    _line.append(count, ' ');
     return *this;
 }
 
 void Line::print() const {
-    Host::print(_line);
+    Host::print(_line + '\n');
 }
 
 void printLine(Containers::StringView text, Style style) {
@@ -167,7 +201,9 @@ void printLine(Containers::StringView text, Style style) {
 }
 
 void printJson(Containers::StringView json) {
-    print(escaped(json, false));
+    std::string out;
+    appendEscaped(out, json, false);
+    print(out);
 }
 
 }}

@@ -2,6 +2,7 @@
 #define Orrelin_host_Terminal_h
 
 #include <cstdint>
+#include <string>
 #include <Corrade/Containers/String.h>
 
 #include "OrrelinEngine.h"
@@ -29,7 +30,7 @@ std::size_t displayWidth(Containers::StringView text);
 /* The text on one line. Nothing in it can move the cursor, change colors or
    reverse the order of what is around it: such characters are written as \u and
    four digits. */
-Containers::String oneLine(Containers::StringView text);
+Containers::String oneLine(Containers::String text);
 
 /* The text cut to a width, with an ellipsis where it was */
 Containers::String shortened(Containers::StringView text, std::size_t width);
@@ -42,17 +43,19 @@ Containers::String counted(std::size_t count, Containers::StringView noun);
 class Line {
 public:
     Line& add(Containers::StringView text, Style style = Style::Plain);
+    Line& addSpaces(std::size_t count);
     void print() const;
 
 private:
-    Containers::String _line;
+    std::string _line;
 };
 
 /* Prints a line of one text */
 void printLine(Containers::StringView text = "", Style style = Style::Plain);
 
-/* Prints JSON. Characters that oneLine() escapes are escaped here as well,
-   which is the same text to who reads it as JSON. */
+/* Prints a part of JSON that begins and ends between characters. Characters that
+   oneLine() escapes are escaped here as well, which is the same text to who
+   reads it as JSON. */
 void printJson(Containers::StringView json);
 
 }}

@@ -29,19 +29,25 @@ void printJson(Project& project) {
 
 void printTable(Project& project) {
     Table table{{{"key"}, {"translate"}, {"text"}, {"path"}}};
-    std::size_t translated = 0;
-    for(const Term& term: project.terms()) {
-        translated += term.isTranslated;
-        const Style style = term.isTranslated ? Style::Plain : Style::Dim;
-        table.add({{term.key, style}, {term.isTranslated ? "yes" : "no", style},
-            {term.source, style}, {term.path, Style::Dim}});
-    }
-    table.print();
+    const std::vector<Term> terms = project.terms();
+    table.print([&](const Table::RowFunction& pass) {
+        for(const Term& term: terms) {
+            const Style style = term.isTranslated ? Style::Plain : Style::Dim;
+            /* The texts stay, so they aren't copied */
+            const auto view = [](Containers::StringView text) {
+                return Containers::String::nullTerminatedView(text);
+            };
+            pass({{view(term.key), style},
+                {term.isTranslated ? "yes" : "no", style},
+                {view(term.source), style}, {view(term.path), Style::Dim}});
+        }
+    });
 
-    const std::size_t count = project.localization().terms.size();
+    const auto translated = std::count_if(terms.begin(), terms.end(),
+        [](const Term& term) { return term.isTranslated; });
     printLine();
     printLine(Utility::format(
-        "{}, {} to translate", counted(count, "term"), translated));
+        "{}, {} to translate", counted(terms.size(), "term"), translated));
 }
 
 /* Stores the key beside each value that has the old one, which may be several
