@@ -18,7 +18,7 @@ namespace OrrelinEngine {
 All of them borrow what the editor owns for the length of one call and keep
 nothing of it. They run on the calling thread and take no lock.
 
-Terms are what @ref gatherStrings() finds: the project name, the text of text
+@ref gatherStrings() makes terms of the project name, the text of text
 components and the string parameters of script components. All other
 operations work on the terms as last gathered, and as renamed since.
 */
@@ -44,13 +44,13 @@ stay. Where several values have the same term key, the terms list the first of
 them: the project name, then objects in document order with their components
 by index.
 
-The key of a value is what the document stores beside it in a member named like
-it with "_term" appended; otherwise it is generated from where the value is:
-`projectName`, `<object>-text-<component>` or
-`<object>-js-<component>-<parameter>`, with the object's id as it stands in
-record paths, escaped as @ref RecordPath says.
+The document may store a value's key beside it, in a member with the value's
+name and "_term" appended. Without that member, the key is made from the
+value's place: `projectName`, `<object>-text-<component>` or
+`<object>-js-<component>-<parameter>`, with the object's id escaped as in
+record paths, see @ref RecordPath.
 
-Logarithmic in the number of terms for each term.
+Takes logarithmic time in the number of terms for each term.
 */
 ORRELIN_LOCALIZATION_EXPORT void gatherStrings(
     OrrelinEditor& editor, TermMap& strings);
@@ -58,10 +58,11 @@ ORRELIN_LOCALIZATION_EXPORT void gatherStrings(
 /**
 @brief Gather the terms of one object
 @param editor   The editor
-@param objectId Object id, escaped as @ref RecordPath says
+@param objectId Object id, escaped as in record paths, see @ref RecordPath
 @param strings  Where to add the term keys
 
-Adds to @p strings and to @ref LocalizationData::terms what isn't there yet.
+Adds them to @p strings and to @ref LocalizationData::terms, and leaves the
+entries that are there already as they are.
 */
 ORRELIN_LOCALIZATION_EXPORT void gatherObjectStrings(
     OrrelinEditor& editor, Containers::StringView objectId, TermMap& strings);
@@ -73,8 +74,9 @@ ORRELIN_LOCALIZATION_EXPORT void gatherObjectStrings(
     empty first part kept: empty, "objects", object id, "components", index
 @param strings      Where to add the term keys
 
-Adds to @p strings and to @ref LocalizationData::terms what isn't there yet.
-Does nothing if there are fewer than five parts.
+Adds them to @p strings and to @ref LocalizationData::terms, and leaves the
+entries that are there already as they are. Does nothing if there are fewer
+than five parts.
 */
 ORRELIN_LOCALIZATION_EXPORT void gatherComponentStrings(OrrelinEditor& editor,
     Containers::ArrayView<const Containers::StringView> pathParts,
@@ -83,9 +85,10 @@ ORRELIN_LOCALIZATION_EXPORT void gatherComponentStrings(OrrelinEditor& editor,
 /**
 @brief Whether a term is to be translated
 
-True if @p term was gathered and its value isn't excluded: the document may
-store @cpp false @ce beside it, in a member named like it with "_translate"
-appended. Anything there that is no boolean excludes it as well.
+True if @p term was gathered and the document doesn't exclude its value. To
+exclude one, the document stores @cpp false @ce beside it, in a member with the
+value's name and "_translate" appended. Anything but a boolean in that member
+excludes the value as well.
 */
 ORRELIN_LOCALIZATION_EXPORT bool termExists(
     OrrelinEditor& editor, Containers::StringView term);
@@ -97,9 +100,10 @@ ORRELIN_LOCALIZATION_EXPORT bool termExists(
 @param newName  Key that it gets
 @param strings  Term keys by record path, as gathered
 
-Moves the translations of all languages with it. A term that has the new key
-already stays as it is: its path and its translations are kept and those of the
-renamed term are dropped; both values then share the key.
+Moves the translations of all languages along. If another term has the new key
+already, both values share it then: that term keeps its path and its
+translations, and those of the renamed term are dropped, except in languages
+that don't list the other one.
 
 Changes only the tables. The next gathering reads the keys from the document
 again, so an editor also stores the new key beside the value.
@@ -136,14 +140,14 @@ ORRELIN_LOCALIZATION_EXPORT void writeTerms(OrrelinEditor& editor,
 @param editor       The editor
 @param languages    Codes of the languages to export
 
-Writes either one file per language into the languages folder or one archive
-of them there that is named after the project. The folder is relative to the
-project root unless it is absolute, and is created if it doesn't exist. Loose
-files of other languages stay; an archive then has the given languages and no
-others, so pass all of the project's.
+Writes one file per language into the languages folder or, with zip
+compression, one archive there that is named after the project. The folder is
+relative to the project root unless it is absolute, and is created if it doesn't
+exist. Loose files of other languages stay. An archive holds only the given
+languages afterwards, so pass all of the project's.
 
-Translations that aren't in the tables are written as null over what the files
-have, so import before the first export.
+A term without a translation in the tables is written as null, over the text
+that the file may have. So import before the first export.
 */
 ORRELIN_LOCALIZATION_EXPORT void exportTerms(
     OrrelinEditor& editor, const Containers::StringIterable& languages);
@@ -175,8 +179,8 @@ ORRELIN_LOCALIZATION_EXPORT void exportTerms(OrrelinEditor& editor,
 @param path         The archive; an extension of its name is replaced by ".zip"
 @param format       Format of the files
 
-Replaces an archive that is there as a whole, with all of its entries. If it
-can't be written, prints why, and the old one stays.
+Replaces an existing archive as a whole, with all of its entries. If the new
+one can't be written, prints why and keeps the old one.
 */
 ORRELIN_LOCALIZATION_EXPORT void exportTermsCompressed(OrrelinEditor& editor,
     const Containers::StringIterable& languages, Containers::StringView path,
@@ -189,11 +193,11 @@ Reads all language files of the languages folder or, if zip compression is on,
 those of the archive in it that is named after the project. Prints a warning
 and does nothing if the path doesn't exist.
 
-An export drops what looks like an extension from the folder's and from the
-project's name. An import drops it from the folder's name, too, though only
-after it has found that there is something at the whole path, and not from the
-project's: "Demo.final" is exported to "Demo.zip" and imported from
-"Demo.final.zip". Names without dots are safe.
+Avoid dots in the names of the folder and of a zipped project, as they make
+imports and exports disagree. An export takes the last dot and the rest for
+an extension and drops them from either name. An import drops them from the
+folder's name only, and only if the path with them exists. So "Demo.final" is
+exported to "Demo.zip" and imported from "Demo.final.zip".
 */
 ORRELIN_LOCALIZATION_EXPORT void importTerms(OrrelinEditor& editor);
 
@@ -210,11 +214,12 @@ are set in the language's translations; null means no translation.
 
 Texts in the file of the default language are texts of the project: where they
 differ, the project is changed through the change manager, all in one undo
-step. A null leaves the project's text as it is. Translations and added
-languages aren't part of it and stay on undo.
+step. A null leaves the project's text as it is, and so does the file of
+a language that this import adds. Undo doesn't take back translations and added
+languages.
 
-A file or a term that is wrong is printed with the file's name and doesn't stop
-the others.
+A faulty file or term is printed with the file's name and doesn't stop the
+others.
 */
 ORRELIN_LOCALIZATION_EXPORT void importTerms(OrrelinEditor& editor,
     Containers::StringView path, LocalizationFormat format);
@@ -227,9 +232,9 @@ ORRELIN_LOCALIZATION_EXPORT void importTerms(OrrelinEditor& editor,
 
 Creates the language's record in the project and an entry for each term in its
 translations. The first language of a project becomes its default language and
-starts with the project's texts, for those that it doesn't store with what the
-editor has as a default; any other starts without translations. Adding
-a language that is there already takes its translations away.
+starts with the project's texts, or the editor's default where the project
+stores none. Other languages start without translations. Adding a language
+again removes its translations.
 
 Writes the project directly; it can't be undone.
 */
@@ -241,11 +246,11 @@ ORRELIN_LOCALIZATION_EXPORT void addLanguage(
 @param editor       The editor
 @param languageCode Code of the language
 
-Removes the language's record as a change that can be undone and deletes its
-file from the languages folder, which isn't brought back on undo. An archive of
-language files is left alone, and so are the translations in memory and the
-setting that names the default language. Does nothing if the project doesn't
-have the language.
+Removes the language's record, as a change that can be undone. Without zip
+compression, also deletes the language's file from the languages folder; undo
+doesn't bring it back. A code with a slash deletes no file. An archive, the
+translations in memory and the setting that names the default language stay.
+Does nothing if the project doesn't have the language.
 */
 ORRELIN_LOCALIZATION_EXPORT void removeLanguage(
     OrrelinEditor& editor, Containers::StringView languageCode);

@@ -11,7 +11,8 @@ namespace OrrelinEngine { namespace LocalizationTools {
 
 namespace {
 
-/* As an accessor reads it, which is slow only where there's nothing stored */
+/* The text that an accessor would read, with the editor's defaults. Accessors
+   are slow, so only texts that aren't stored take one. */
 Containers::StringView sourceText(const OrrelinEditor& editor,
     StoredTerms& storedTerms, Containers::StringView path) {
     const JsonValue* const stored = storedTerms.find(path).value;

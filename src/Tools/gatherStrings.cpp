@@ -34,9 +34,9 @@ void record(OrrelinEditor& editor, TermMap& strings, Containers::String&& key,
     strings.emplace(std::move(path), std::move(key));
 }
 
-/* A component, and where it is as its path has it */
+/* A component, with the parts of its path that generated keys need */
 struct Component {
-    /* Null if the document stores none */
+    /* Null if the document doesn't store it, as with a default of the editor */
     const JsonValue* stored;
     Containers::StringView path, object, index;
 };
@@ -77,6 +77,8 @@ void gatherScript(OrrelinEditor& editor, const Component& component,
 
 void gatherComponent(
     OrrelinEditor& editor, const Component& component, TermMap& strings) {
+    /* Nearly all components store their type. The accessor, which also knows
+       defaults, walks the whole path. */
     const JsonValue* const storedType = storedMember(component.stored, "type");
     const Containers::StringView type = storedType && storedType->IsString()
         ? stringOf(*storedType)
@@ -87,8 +89,8 @@ void gatherComponent(
         gatherScript(editor, component, type, strings);
 }
 
-/* Those of one object. If they come from another source than the document,
-   nothing of them is stored. */
+/* Gathers all components of one object. Pass false for stored if they are
+   defaults: keys that the editor chose are only read from the document. */
 void gatherComponents(OrrelinEditor& editor, const JsonValue& components,
     bool stored, Containers::StringView path, Containers::StringView object,
     TermMap& strings) {
@@ -140,7 +142,9 @@ void gatherStrings(OrrelinEditor& editor, TermMap& strings) {
             std::move(name.path));
     }
 
-    /* An accessor of each object would cost about as much as its terms */
+    /* Walks the document itself, as an accessor of each object would cost about
+       as much as its terms. Only objects whose components may be defaults take
+       one. */
     StoredMembers objects{editor.objectsSection.readValueNoDefault()};
     for(const Containers::StringView id: editor.objectsSection.keys()) {
         const JsonValue* const components =

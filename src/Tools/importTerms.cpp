@@ -25,7 +25,8 @@ void importTerms(OrrelinEditor& editor) {
 }
 
 /* Everything is read before the first change, so that an archive that can't be
-   read changes nothing */
+   read changes nothing. The changes are one group, so that one undo takes back
+   the texts of all files. */
 void importTerms(OrrelinEditor& editor, Containers::StringView path,
     LocalizationFormat format) {
     LanguageFiles files;

@@ -13,8 +13,8 @@ namespace OrrelinEngine {
 @brief Row of a language code in @ref AllLanguages
 @param code     The code, compared byte for byte
 
-The first row that has the code, @ref AllLanguageCount if there is none. Goes
-through the rows from the first one on.
+Returns the first row with the code, or @ref AllLanguageCount if no row has it.
+Linear in the number of rows.
 */
 inline unsigned short languageIndex(Corrade::Containers::StringView code) {
     unsigned short row = 0;

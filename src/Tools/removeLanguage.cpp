@@ -18,8 +18,8 @@ void removeLanguage(
     const Containers::String fileName = languageCode + ".json";
     editor.changeManager->pushRemoval(record.path);
 
-    /* With a slash the name isn't one of a file in the folder, and a project
-       from a stranger mustn't have a file elsewhere deleted */
+    /* A name with a slash leads out of the folder. A project from a stranger
+       mustn't delete files elsewhere. */
     if(isZipCompressed(editor) || fileName.contains('/'))
         return;
     const Containers::String file =

@@ -58,7 +58,8 @@ void writeTranslations(Utility::JsonWriter& writer,
 }
 
 /* Corrade's own writer leaves most control characters as they are, which isn't
-   JSON. Outside of texts there are none but line breaks. */
+   JSON. Line breaks stay: the writer escapes those in texts, the others are its
+   own. */
 Containers::Array<char> withEscapedControls(Containers::StringView json) {
     const auto isControl = [](char c) {
         return static_cast<unsigned char>(c) < 0x20 && c != '\n';

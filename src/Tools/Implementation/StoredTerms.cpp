@@ -23,13 +23,15 @@ Containers::StringView StoredTerm::text() const {
     return value ? stringOf(*value) : Containers::StringView{};
 }
 
-/* The index takes documents that it may edit, but looking up doesn't */
+/* The index can edit documents and so takes them without const, but looking up
+   doesn't change them */
 StoredTerms::StoredTerms(const OrrelinEditor& editor):
     _editor(editor), _root{const_cast<JsonValue*>(
                          editor.project.readValueNoDefault())} {}
 
 JsonValue* StoredTerms::record(Containers::StringView path) {
-    /* All but the project's name are at "<components>/<index>/<type>" */
+    /* The path is "<components>/<index>/<type>". The record of the project's
+       name has two segments, so its way begins at the root. */
     Containers::StringView componentsPath = path;
     splitLast(componentsPath);
     splitLast(componentsPath);

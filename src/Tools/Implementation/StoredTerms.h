@@ -11,16 +11,20 @@ namespace OrrelinEngine { namespace LocalizationTools {
 struct StoredTerm {
     /* The value itself, null if there is none */
     const JsonValue* value = nullptr;
-    /* Whether it isn't excluded from translation */
+    /* False if the document excludes the value from translation */
     bool translated = true;
 
-    /* Empty if the value is no string or there is none */
+    /* A null view if there's no value or it isn't a string */
     Containers::StringView text() const;
 };
 
-/* Looks terms up by their paths in the stored document, in any order, fastest
-   those of one object after each other. Meanwhile values may change, but none
-   may be added or removed, and paths have to stay. */
+/* Looks terms up in the stored document by their paths, in any order. Remembers
+   the components of the last object, as generated keys sort the terms of one
+   object together: the next look-up then begins there and not at the root.
+
+   While it exists, values may change, but none may be added or removed, since
+   it keeps pointers into the document. The paths have to stay, since it keeps
+   a view of the last one. */
 class StoredTerms {
 public:
     explicit StoredTerms(const OrrelinEditor& editor);
@@ -34,8 +38,8 @@ private:
     DocumentIndex _index;
     DocumentPromise _promise{_index};
     JsonValue* _root;
-    /* Where the components of the last term's object are, and their path,
-       which is part of the term's */
+    /* The components of the last term's object, and their path as a view of the
+       term's. At first the root, which has the empty path. */
     JsonValue* _components = _root;
     Containers::StringView _componentsPath;
 };

@@ -7,18 +7,19 @@
 
 namespace OrrelinEngine { namespace LocalizationTools {
 
-/* Language files, read into memory. The name and the content at the same index
+/* Language files, read into memory. A name and the content at the same index
    belong together. */
 struct LanguageFiles {
     StringArray names{24};
     Containers::Array<Containers::Array<char>> contents;
 };
 
-/* The files of a folder, without hidden ones and those that can't be read.
-   False if the folder can't be listed. */
+/* Reads the language files of a folder. Skips hidden ones and those that can't
+   be read. Returns false if the folder can't be listed. */
 bool collectFolder(Containers::StringView folder, LanguageFiles& files);
 
-/* The files in an archive. Prints why and returns false if it can't be read. */
+/* Reads the language files in an archive. If that fails, prints why and returns
+   false. */
 bool collectArchive(Containers::StringView archive, LanguageFiles& files);
 
 }}

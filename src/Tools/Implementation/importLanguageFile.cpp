@@ -20,9 +20,11 @@ namespace OrrelinEngine { namespace LocalizationTools {
 
 namespace {
 
-/* Whether the project has the language, or was given it now. A language that
-   wasn't there before isn't the default one of this file, even if the project
-   got its first language: its texts are the project's own already. */
+/* Adds the language if the project lacks it. Returns false if it's unknown.
+
+   A language that is added here never counts as the default one. In a project
+   without languages, the first file in the folder would otherwise decide in
+   which language the project's texts are, and write over them. */
 bool provideLanguage(
     OrrelinEditor& editor, Containers::StringView code, bool& isDefault) {
     isDefault = false;
@@ -38,8 +40,8 @@ bool provideLanguage(
     return true;
 }
 
-/* Takes over the terms of one file. Files list them in the order of the tables,
-   so what follows the last one is mostly the one that's looked for. */
+/* Takes over the terms of one file. Exported files list them in the order of
+   the tables, so the entry behind the last one is tried before searching. */
 class TermImport {
 public:
     explicit TermImport(OrrelinEditor& editor, Containers::StringView fileName,
@@ -52,6 +54,8 @@ public:
 
     void importTerm(
         Containers::StringView key, const Utility::JsonToken& value) {
+        /* The type comes first: a wrong one is a fault of the file, even if the
+           project doesn't take the term */
         const bool isText = value.type() == Utility::JsonToken::Type::String;
         if(!isText && value.type() != Utility::JsonToken::Type::Null) {
             Utility::Warning{} << "Invalid type for term" << key
@@ -59,12 +63,15 @@ public:
             return;
         }
 
+        /* Not worth a warning, as files are often older than the project */
         const auto term = find(key);
         if(term == _terms.end())
             return;
         const StoredTerm stored = _storedTerms.find(term->second);
         if(!stored.translated)
             return;
+        /* A null means an untranslated term, also in the default language. It
+           never clears a text of the project. */
         Containers::Optional<Containers::String>& out = translation(key);
         if(!isText) {
             out = Containers::NullOpt;
@@ -96,7 +103,10 @@ private:
         return found->second;
     }
 
-    /* The project's text where it differs */
+    /* Changes the project's text if it differs; an equal one would only fill
+       the history. Never makes a text where the document stores none: an export
+       writes those as empty texts, and reading them back mustn't change the
+       project. Nor may values be added while _storedTerms is in use. */
     void replaceSource(Containers::StringView path, const StoredTerm& stored,
         Containers::StringView text) {
         if(path.hasPrefix('/') && stored.value && stored.value->IsString() &&
@@ -118,6 +128,8 @@ private:
 
 void importLanguageFile(OrrelinEditor& editor, Containers::StringView name,
     Containers::ArrayView<char> content) {
+    /* The whole file is checked before its language is added, so that an
+       invalid file doesn't leave an empty language behind */
     const Containers::Optional<Utility::Json> json = parseLanguageFile(content);
     if(!json) {
         Utility::Error{} << "Invalid JSON in imported file" << name;

@@ -8,19 +8,21 @@
 
 namespace OrrelinEngine { namespace LocalizationTools {
 
-/* Takes over the terms of one language file, which has the name of its
-   language's code. Changes its content as parseLanguageFile() does. Adds the
-   language if the project lacks it, and pushes changed texts of the default
-   language to the change manager. Prints what is wrong with the file. */
+/* Takes over the terms of one language file, whose name is its language's code
+   with an extension. Adds the language if the project lacks it, and pushes
+   changed texts of the default language to the change manager. Prints faults
+   of the file. parseLanguageFile() may change the content. */
 void importLanguageFile(OrrelinEditor& editor, Containers::StringView name,
     Containers::ArrayView<char> content);
 
-/* The same for what translationOf() returned of a file */
+/* The same for a file that is parsed already. The translation is the object
+   that translationOf() found in it. */
 void importTranslation(OrrelinEditor& editor, Containers::StringView name,
     const Utility::JsonIterator& translation);
 
-/* Its texts alone, for the terms that are to be translated. Of the default
-   language, they are the project's own texts as well. */
+/* Only sets the texts of the terms that are to be translated; neither adds
+   a language nor looks at the file's name. With isDefault, also changes the
+   project's texts. */
 void importTexts(OrrelinEditor& editor, Containers::StringView name,
     const Utility::JsonIterator& texts, TranslationMap& translations,
     bool isDefault);

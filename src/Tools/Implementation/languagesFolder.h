@@ -7,16 +7,16 @@
 
 namespace OrrelinEngine { namespace LocalizationTools {
 
-/* The folder of the project's language files as its settings have it, with the
-   project root in front of a relative one. The root itself if it's empty. */
+/* The folder of the language files, from the project's settings. A relative one
+   is below the project root; an empty one is the root itself. */
 Containers::String languagesFolder(const OrrelinEditor& editor);
 
-/* Whether language files are in an archive instead of being loose */
+/* Whether the language files are in an archive, not loose in the folder */
 bool isZipCompressed(const OrrelinEditor& editor);
 
-/* The archive in the languages folder, which is named after the project,
-   without its extension. An import appends ".zip" to it. An export drops what
-   looks like an extension of the project's name before. */
+/* Path of the archive without its extension: in the languages folder, named
+   after the project. An import appends ".zip". An export first drops the part
+   of the project's name that looks like an extension. */
 Containers::String archiveStem(const OrrelinEditor& editor);
 
 }}

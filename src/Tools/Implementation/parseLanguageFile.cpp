@@ -23,8 +23,13 @@ void writePair(char* out, unsigned high, unsigned low) {
 
 /* Corrade's parser decodes each half of a surrogate pair on its own: \ud83d and
    \ude00 together become six bytes that aren't UTF-8, instead of the four of a
-   smiley. So those four are put in the place of the escape sequences, and what
-   follows is moved. Returns the new end, or null if a half is alone. */
+   smiley. So the two escape sequences are replaced by those four bytes before
+   parsing. That needs no memory, as twelve bytes become four and the rest moves
+   to the front.
+
+   Doesn't look for the begin and end of strings: JSON has backslashes nowhere
+   else, so the parser refuses the file anyway. Returns the new end, or null if
+   a half is alone, as UTF-8 has no such character. */
 char* joinSurrogates(char* begin, char* end) {
     char* out = begin;
     for(const char* in = begin; in != end;) {
@@ -51,14 +56,16 @@ char* joinSurrogates(char* begin, char* end) {
 
 Containers::Optional<Utility::Json> parseLanguageFile(
     Containers::ArrayView<char> content) {
-    /* Corrade's parser takes any bytes for text, which then would be exported */
+    /* Corrade's parser accepts any bytes as text, and an export would write
+       them */
     const Containers::StringView text{content.data(), content.size()};
     if(utf8Size(text) != text.size())
         return {};
     const char* const end = joinSurrogates(content.begin(), content.end());
     if(!end)
         return {};
-    /* Users have one line per file to tell, with its name */
+    /* The parser doesn't know the file's name. The caller prints one line that
+       has it. */
     Utility::Error silence{nullptr};
     return Utility::Json::fromString(
         {content.data(), std::size_t(end - content.data())},

@@ -8,9 +8,9 @@
 
 namespace OrrelinEngine { namespace LocalizationTools {
 
-/* A language file of given content, which is changed where it has escaped
-   surrogate pairs. Nothing if it isn't JSON, isn't UTF-8, or has half of such a
-   pair in an escape sequence, wherever it is; prints nothing. */
+/* Parses the content of a language file. Replaces escaped surrogate pairs in it
+   by the characters they mean. Returns nothing if it isn't JSON, isn't UTF-8 or
+   has half of such a pair anywhere. Prints nothing. */
 Containers::Optional<Utility::Json> parseLanguageFile(
     Containers::ArrayView<char> content);
 
