@@ -23,16 +23,17 @@ namespace OrrelinEngine {
 
 namespace {
 
-/* All that addLanguage() edits, as text. In no order, as undoing a removal
-   appends the record. */
+/* The values that addLanguage() writes past the change manager, as text. They
+   are sorted, as undoing a removal appends the record. */
 typedef std::vector<std::string> LanguageRecords;
 
 void appendText(
     LanguageRecords& out, Containers::StringView name, const JsonValue& value) {
     rapidjson::StringBuffer text;
     std::size_t lost;
-    /* Up to where it can be written, which is enough: what can't be was pushed
-       to the change manager */
+    /* If a value can't be written, the text ends there. Comparing it is enough,
+       as addLanguage() writes no such value, and the change manager notices
+       what was pushed to it. */
     writeValue(value, {}, text, lost, EditorSession::MaxDepth);
     out.push_back(std::string{name.data(), name.size()} + '\0' +
         std::string{text.GetString(), text.GetSize()});
@@ -55,7 +56,8 @@ LanguageRecords languageRecords(const OrrelinEditor& editor) {
     return out;
 }
 
-/* Prints what is wrong: an operation can't write something */
+/* Writes the document. On a failure prints that the operation can't write it,
+   and why. */
 bool writeDocument(const JsonValue& document, const ProjectLook& look,
     rapidjson::StringBuffer& out, Containers::StringView operation,
     Containers::StringView what) {

@@ -42,16 +42,16 @@ public:
     /**
      * @brief Open a project file
      *
-     * Its folder becomes the project root. If anything is wrong, prints one
-     * line that tells what and where, returns @cpp false @ce and keeps the
-     * project that is open. It has to be
+     * Its folder becomes the project root. On a failure prints one line with
+     * the fault and its place, returns @cpp false @ce and keeps the project
+     * that is open. The file has to be
      *
      * -    a regular file of less than 4 GiB that doesn't change while it is
      *      read; nothing waits for a pipe,
      * -    JSON with an object as its root and at most @ref MaxDepth nested
      *      levels,
-     * -    UTF-8, with or without a byte order mark, in which a surrogate that
-     *      is escaped has its other half,
+     * -    UTF-8, with or without a byte order mark and without half of an
+     *      escaped surrogate pair,
      * -    without integers that don't fit 64 bits, signed or unsigned, and
      *      without numbers that are too large for a double.
      *
@@ -83,32 +83,32 @@ public:
      * at the end: on a failure, and at any moment that the process is stopped,
      * it is either the old or the new one. It keeps its permissions and, as
      * far as the user may, its owner and group. If it has these bytes already,
-     * it stays untouched. Through a symbolic link, what it points to is
-     * replaced. A failure is printed and returned as @cpp false @ce. A file
-     * that nobody may write to, as locks of version control make it, is one.
+     * it stays untouched. A symbolic link stays, and the file that it points to
+     * is replaced. Prints a failure and returns @cpp false @ce, also for a file
+     * that is read-only, as version control makes it to lock it.
      *
      * The JSON looks as that of the file that was opened: a byte order mark,
      * line ends and what is before and after the root object, indentation or
      * all in one line, spaces after colons, arrays of plain values in one line
      * or several, the form of empty objects and arrays, and whether all but
-     * ASCII is escaped. Each is told by the first place in the file, and then
-     * is the same everywhere. Values don't change, but they may be spelled in
-     * another way: 1.50 becomes 1.5, 1e3 becomes 1000.0, -0 becomes -0.0, and
-     * of other characters that are escaped only those stay so that have to.
+     * ASCII is escaped. The first place in the file that shows one of these
+     * decides for the whole file. Values don't change, but their spelling may:
+     * 1.50 becomes 1.5, 1e3 becomes 1000.0, -0 becomes -0.0, and characters
+     * that were escaped without need are written as they are.
      *
      * Fails without touching the file if the document couldn't be opened
-     * again: if it nests more than @ref MaxDepth levels, its root is no
+     * again: if it nests more than @ref MaxDepth levels, its root isn't an
      * object or a text isn't UTF-8.
      *
-     * A number that isn't finite can't be told in JSON; it is written as null,
-     * with a warning.
+     * JSON has no numbers that aren't finite: they are written as null, with
+     * a warning.
      */
     bool save(Containers::StringView file);
 
     /**
-     * @brief What @ref save() would write
+     * @brief The text that @ref save() would write
      *
-     * For who writes files in a way of their own and then calls
+     * For programs that write files in their own way and then call
      * @ref markSaved(). Fails and warns like @ref save().
      */
     Containers::Optional<Containers::String> write();
@@ -116,27 +116,27 @@ public:
     /**
      * @brief Remember the current state as saved
      *
-     * In the @ref changeManager() and for @ref hasUnsavedChanges(). The same
-     * function of the change manager doesn't know of languages that were
-     * added.
+     * Sets the save mark of the @ref changeManager() and remembers the
+     * languages for @ref hasUnsavedChanges(). The change manager alone doesn't
+     * notice added languages.
      */
     void markSaved();
 
     /**
      * @brief Whether there is something to save
      *
-     * Of the changes that the @ref changeManager() made, and of the languages
-     * and the default language, which @ref LocalizationTools::addLanguage()
-     * writes past it. Undoing back to the saved state leaves nothing to save,
-     * unless a language was added since. Other direct edits of the document
-     * aren't noticed.
+     * Looks at the changes that the @ref changeManager() made, and at the
+     * languages and the default language, which
+     * @ref LocalizationTools::addLanguage() writes past it. Undoing back to the
+     * saved state leaves nothing to save, unless a language was added since.
+     * Doesn't notice other direct edits of the document.
      *
      * Takes as long as writing the language records, a few microseconds for
      * each ten.
      */
     bool hasUnsavedChanges() const;
 
-    /** @brief What the tools are given */
+    /** @brief The editor to pass to the tools */
     OrrelinEditor& editor();
 
     /** @brief The project */

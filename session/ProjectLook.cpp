@@ -6,14 +6,14 @@ namespace OrrelinEngine {
 
 namespace {
 
-/* More than what settings and the first objects take */
+/* Settings and the first objects take less, and show how the rest looks */
 constexpr std::size_t SearchedSize = 1 << 20;
 
 bool isSpace(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
 }
 
-/* What is between tokens */
+/* White space from a position on */
 Containers::StringView spaceAt(const char* at, const char* end) {
     const char* i = at;
     while(i != end && isSpace(*i))
@@ -32,7 +32,8 @@ const char* stringEnd(const char* quote, const char* end) {
     return i == end ? end : i + 1;
 }
 
-/* Keeps what it sees first of each trait */
+/* Goes through the tokens and keeps each trait where it first shows. A reader of
+   RapidJSON can't do that, as it passes over white space. */
 class Search {
 public:
     explicit Search(ProjectLook& look): _look(look) {}
@@ -99,14 +100,15 @@ private:
     bool _comma = false;
     bool _empty = false;
     bool _array = false;
-    /* Since it was opened, nothing in it was */
+    /* In an array that isn't empty, with no bracket since its own */
     bool _inPlainArray = false;
+    /* Whether a line break follows the bracket that was opened last */
     bool _breaksArray = false;
 };
 
 void findLines(ProjectLook& look, Containers::StringView json,
     Containers::StringView root) {
-    /* An empty object may have none */
+    /* The root may have no line break, but the text around it one */
     const Containers::StringView shown = breaksLine(root) ? root : json;
     const char* const newLine = shown.findOr('\n', shown.end()).begin();
     if(newLine != shown.end() && newLine != shown.begin() &&
@@ -114,7 +116,7 @@ void findLines(ProjectLook& look, Containers::StringView json,
         look.lineEnd = "\r\n";
 
     const Containers::StringView space = spaceAt(root.begin() + 1, root.end());
-    /* An empty object doesn't show any of this */
+    /* An empty root shows neither indentation nor whether all is in one line */
     if(space.end() == root.end() - 1)
         return;
     if(!breaksLine(root)) {
@@ -128,9 +130,9 @@ Containers::StringView beginOf(Containers::StringView json) {
     return json.prefix(json.size() < SearchedSize ? json.size() : SearchedSize);
 }
 
-/* Only a text that is ASCII has to be searched as a whole, for a character that
-   is escaped to keep it so. The first letter of the digits tells the case of
-   all. */
+/* An ASCII text is searched as a whole: the only character that is escaped to
+   keep it so may be at the end. Of any other text, the beginning is enough. The
+   first letter among the digits decides the case. */
 void findEscapes(ProjectLook& look, Containers::StringView json) {
     const bool ascii = asciiEnd(json.begin(), json.end()) == json.end();
     const char* const end = ascii ? json.end() : beginOf(json).end();

@@ -7,33 +7,36 @@
 
 namespace OrrelinEngine {
 
-/* How a project file spells what it says, by default as a new one does. Saved
-   in the same way, a file differs only in the lines that were edited. */
+/* The layout of a project file, by default that of a new one. A file is saved
+   with the layout that it was opened with, so that only edited lines differ and
+   version control shows nothing else. */
 struct ProjectLook {
-    /* Around the root object, such as a byte order mark and a line end */
+    /* Text around the root object, such as a byte order mark and a line end */
     Containers::String before;
     Containers::String after = "\n";
 
-    /* Empty if all is in one line */
+    /* Empty if the root object is in one line */
     Containers::String lineEnd = "\n";
-    /* Of each level */
+    /* Of one level */
     Containers::String indent = "    ";
     Containers::String colon = ": ";
-    /* Between what is in the same line */
+    /* Between items in one line */
     Containers::String comma = ", ";
 
-    /* Arrays of neither arrays nor objects are in one line */
+    /* Arrays that hold neither arrays nor objects take one line */
     bool oneLineArrays = false;
     /* Empty objects and arrays take two lines */
     bool openEmpty = false;
 
-    /* All but ASCII is escaped */
+    /* All characters but ASCII are escaped */
     bool ascii = false;
+    /* The digits of escapes are 0 to f, not 0 to F */
     bool lowerCaseDigits = false;
 };
 
-/* The look of a JSON text whose root is an object. Each trait is that of the
-   first place that shows it; only the beginning of a large text is searched. */
+/* The look of a JSON text whose root is an object. The first place that shows
+   a trait decides for the whole file. Of a large text, most traits are looked
+   for in the beginning only. */
 ProjectLook lookOf(Containers::StringView json);
 
 }

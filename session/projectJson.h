@@ -10,18 +10,18 @@ namespace OrrelinEngine {
 
 struct ProjectLook;
 
-/* Reads a project document. On failure returns what is wrong and where. */
+/* Reads a project document. Returns the fault with its place, or nothing. */
 Containers::String parseProject(JsonDocument& document,
     Containers::StringView content, unsigned int maxDepth);
 
-/* Writes a project document with given look, and to lost how many numbers had
-   to become null as they aren't finite. If it couldn't be read again, returns
-   what is wrong. */
+/* Writes a project document with given look. Sets lost to the count of numbers
+   that became null because they aren't finite. Returns why the result couldn't
+   be read again, or nothing. */
 Containers::String writeProject(const JsonValue& document,
     const ProjectLook& look, rapidjson::StringBuffer& out, std::size_t& lost,
     unsigned int maxDepth);
 
-/* The same for any value of it */
+/* The same for any value of a document */
 Containers::String writeValue(const JsonValue& value, const ProjectLook& look,
     rapidjson::StringBuffer& out, std::size_t& lost, unsigned int maxDepth);
 

@@ -7,8 +7,8 @@
 
 namespace OrrelinEngine {
 
-/* Reads a regular file that is smaller than 4 GiB, without waiting for anybody
-   to write into it. Returns what is wrong, nothing if all is well. */
+/* Reads a regular file that is smaller than 4 GiB. Refuses a pipe instead of
+   waiting for somebody to write into it. Returns the fault, or nothing. */
 Containers::StringView readFile(
     Containers::StringView file, Containers::String& content);
 
