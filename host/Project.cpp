@@ -182,9 +182,11 @@ bool Project::writeFiles(const Codes& codes) {
     for(std::size_t i = 0; i != names.size(); ++i) {
         const Containers::String file =
             Utility::Path::join(files.path, names[i]);
+        Containers::String content{contents[i].data(), contents[i].size()};
+        /* Otherwise all files would be in memory twice in the end */
+        contents[i] = {};
         if(!checkNoOwnFile(file) ||
-            !isFine(_state->storage.write(file,
-                Containers::String{contents[i].data(), contents[i].size()})))
+            !isFine(_state->storage.write(file, std::move(content))))
             return false;
     }
     return true;

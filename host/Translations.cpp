@@ -107,6 +107,20 @@ void takeTranslations(Project& project, const LanguageFile& file,
         project.localization().translations[file.code], false);
 }
 
+/* What takeTranslations() would give texts to */
+void markTranslated(const std::vector<Term>& terms,
+    const Utility::JsonIterator& texts, std::vector<bool>& out) {
+    out.resize(terms.size());
+    TermFinder finder{terms};
+    for(const Utility::JsonObjectItem text: texts->asObject()) {
+        const Type type = text.value().type();
+        if(type != Type::String && type != Type::Null)
+            continue;
+        if(const Term* const term = finder.find(text.key()))
+            out[std::size_t(term - terms.data())] = type == Type::String;
+    }
+}
+
 /* Adds up what a file holds that a new one wouldn't */
 class LossCount {
 public:
@@ -115,8 +129,10 @@ public:
         _file(file),
         _terms{terms},
         _losses(losses), _isDefault{file.code == project.defaultLanguage()} {
-        if(isReplaced)
+        if(isReplaced) {
             _translations = &project.localization().translations[file.code];
+            _next = _translations->begin();
+        }
     }
 
     void add(const Utility::Json& json, const Utility::JsonIterator& texts) {
@@ -139,10 +155,14 @@ private:
             _losses.replaced += value.asString() != term->source;
             return;
         }
-        const auto found = _translations->find(key);
-        if(found == _translations->end() || !found->second ||
-            *found->second != value.asString())
+        /* Mostly in the order of the file */
+        if(_next == _translations->end() || _next->first != key)
+            _next = _translations->find(key);
+        if(_next == _translations->end() || !_next->second ||
+            *_next->second != value.asString())
             drop(key);
+        if(_next != _translations->end())
+            ++_next;
     }
 
     void drop(Containers::StringView key) { _losses.drop(key, _file.path); }
@@ -152,6 +172,7 @@ private:
     Losses& _losses;
     bool _isDefault;
     const TranslationMap* _translations = nullptr;
+    TranslationMap::const_iterator _next;
 };
 
 /* Calls the function with the files where the project has them now, and with
@@ -190,9 +211,11 @@ bool forEachSource(Project& project,
         succeeded;
 }
 
-/* Texts that the file of the default language changes */
-void addChanges(const std::vector<Term>& terms,
-    const Utility::JsonIterator& texts, std::vector<SourceChange>& out) {
+/* Texts that the file of the default language changes. The terms are listed for
+   it alone, which is less memory while the others are imported. */
+void addChanges(Project& project, const Utility::JsonIterator& texts,
+    std::vector<SourceChange>& out) {
+    const std::vector<Term> terms = project.terms();
     TermFinder finder{terms};
     for(const Utility::JsonObjectItem text: texts->asObject()) {
         const Term* const term = text.value().type() == Type::String
@@ -229,13 +252,15 @@ void Losses::drop(Containers::StringView what, Containers::StringView file) {
         example = Utility::format("'{}' in {}", what, file);
 }
 
-bool readTranslations(Project& project) {
+bool findTranslated(Project& project, const std::vector<Term>& terms,
+    TranslatedTerms& translated) {
     return forEachSource(
         project, all, [&](const LanguageSource&, LanguageFile& file) {
             const bool known = isKnown(project, file);
             return withTexts(file,
                 [&](const Utility::Json&, const Utility::JsonIterator& texts) {
-                    takeTranslations(project, file, texts);
+                    if(file.code != project.defaultLanguage())
+                        markTranslated(terms, texts, translated[file.code]);
                     return known;
                 });
         });
@@ -272,7 +297,6 @@ bool readReplaced(Project& project, Codes& codes, Losses& losses) {
 }
 
 bool importAll(Project& project, std::vector<SourceChange>& changes) {
-    const std::vector<Term> terms = project.terms();
     project.changeManager().beginGroup();
     const bool succeeded = forEachLanguageFile(
         project, project.target(), all, [&](LanguageFile& file) {
@@ -280,7 +304,7 @@ bool importAll(Project& project, std::vector<SourceChange>& changes) {
             return withTexts(file,
                 [&](const Utility::Json&, const Utility::JsonIterator& texts) {
                     if(file.code == project.defaultLanguage())
-                        addChanges(terms, texts, changes);
+                        addChanges(project, texts, changes);
                     if(known)
                         import(project, file, texts);
                     return known;

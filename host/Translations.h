@@ -1,6 +1,9 @@
 #ifndef Orrelin_host_Translations_h
 #define Orrelin_host_Translations_h
 
+#include <map>
+#include <vector>
+
 #include "Project.h"
 
 namespace OrrelinEngine { namespace Host {
@@ -27,10 +30,17 @@ struct SourceChange {
 /* For these, what is wrong with a file is printed with its place. The others
    are still read, and false is returned. */
 
-/* Fills the translations from all files. The project stays as it is. */
-bool readTranslations(Project& project);
+/* Of each language by its code, which of the terms have a translation */
+typedef std::map<Containers::String, std::vector<bool>, StrLess>
+    TranslatedTerms;
 
-/* The same for files that will be replaced by those of the given languages. If
+/* Looks for translations of given terms in all files. Nothing of the project is
+   filled or changed, so this takes less time and memory than reading the
+   translations does. */
+bool findTranslated(Project& project, const std::vector<Term>& terms,
+    TranslatedTerms& translated);
+
+/* Fills the translations from files that will be replaced by those of the given languages. If
    codes is empty, all files are read, and those of the languages that have one
    will be replaced; they are put into it. Files that can't be read would be
    lost. */

@@ -34,15 +34,21 @@ std::size_t sourceCount(const std::vector<Term>& terms) {
         [&](const Term& term) { return term.source.data() != nullptr; }));
 }
 
-std::vector<LanguageStatus> statusOf(Project& project) {
+/* Whether all files could be read */
+bool findStatus(Project& project, std::vector<LanguageStatus>& out) {
     const std::vector<Term> terms = project.translatedTerms();
-    std::vector<LanguageStatus> out;
-    for(const ProjectLanguage& language: project.languages())
+    TranslatedTerms translated;
+    const bool succeeded = findTranslated(project, terms, translated);
+    out.clear();
+    for(const ProjectLanguage& language: project.languages()) {
+        const std::vector<bool>& marks = translated[language.code];
         out.push_back({language,
-            language.isDefault ? sourceCount(terms)
-                               : project.translationCount(terms, language.code),
+            language.isDefault
+                ? sourceCount(terms)
+                : std::size_t(std::count(marks.begin(), marks.end(), true)),
             terms.size()});
-    return out;
+    }
+    return succeeded;
 }
 
 void printJson(const std::vector<LanguageStatus>& languages) {
@@ -98,13 +104,13 @@ int checkLimit(const std::vector<LanguageStatus>& languages, double limit) {
 
 int showStatus(const ProjectOptions& options, bool json, double failUnder) {
     Project project;
+    std::vector<LanguageStatus> languages;
     bool areFilesFine = true;
     if(!project.read(options, [&](Project& p) {
-           areFilesFine = readTranslations(p);
+           areFilesFine = findStatus(p, languages);
            return true;
        }))
         return Failure;
-    const std::vector<LanguageStatus> languages = statusOf(project);
     if(json)
         printJson(languages);
     else if(languages.empty())
