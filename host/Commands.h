@@ -5,11 +5,11 @@
 
 namespace OrrelinEngine { namespace Host {
 
-/* The commands. Each returns what the program exits with. */
+/* The commands. Each returns the exit code of the program. */
 
 int listTerms(const ProjectOptions& options, bool json);
 
-/* With merge, the new key may be one that another term has */
+/* With merge, another term may have the new key already */
 int renameTerm(const ProjectOptions& options, Containers::StringView oldKey,
     Containers::StringView newKey, bool merge);
 
@@ -19,13 +19,13 @@ int addLanguages(const ProjectOptions& options, const Codes& codes);
 
 int removeLanguages(const ProjectOptions& options, const Codes& codes);
 
-/* Fails if a language is translated to less than a percentage */
+/* Fails if a language is translated to less than the percentage */
 int showStatus(const ProjectOptions& options, bool json, double failUnder);
 
 int importFiles(const ProjectOptions& options, bool dryRun);
 
-/* Of all languages if there are no codes. With prune, writes over texts that
-   the project has no place for. */
+/* Exports all languages if no codes are given. With prune, also drops texts
+   that the project has no place for, instead of refusing to. */
 int exportFiles(const ProjectOptions& options, const Codes& codes, bool prune);
 
 }}

@@ -5,9 +5,9 @@
 
 namespace OrrelinEngine { namespace Host {
 
-/* Registers the script component types of a file with given content, an object
-   of types, each an object of type names by parameter name. Prints what's wrong
-   with it and returns false if something is. */
+/* Registers the script component types in a file's content: an object of types,
+   each an object of type names by parameter name. On a failure prints the fault
+   and returns false. */
 bool addComponentTypes(EditorSession& session, Containers::StringView file,
     Containers::StringView content);
 

@@ -5,24 +5,26 @@
 
 namespace OrrelinEngine { namespace Host {
 
-/* Prints what is wrong with a language file, with line and column. The content
-   is looked at only then. */
+/* Prints the faults of a language file, with line and column. The parser of the
+   import doesn't know places, so the content is read again, but only if there
+   is a fault. */
 class FaultTeller {
 public:
-    /* Before the file is read, which may change it. It has to stay. */
+    /* To be made before the file is parsed, which may change the content. The
+       file has to live longer. */
     explicit FaultTeller(const LanguageFile& file);
 
-    /* Why it can't be read */
+    /* Prints why the file can't be read */
     void tell() const;
 
-    /* Which values are neither texts nor null */
+    /* Prints the values that are neither texts nor null */
     void tellWrongTypes() const;
 
 private:
     Containers::StringView content() const;
 
     const LanguageFile& _file;
-    /* If reading the file will change it */
+    /* The content, if parsing will change it; otherwise empty */
     Containers::String _copy;
 };
 

@@ -9,16 +9,16 @@
 namespace OrrelinEngine { namespace Host {
 
 struct LanguageFile {
-    /* As users find it; one in an archive is named behind it */
+    /* For messages; an archive stands in front like a folder */
     Containers::String path;
-    /* With ".json", and with its folder if it's in one in an archive */
+    /* With ".json". A file in a folder of an archive has that in front. */
     Containers::String name;
     Containers::String code;
-    /* Without a byte order mark. May be changed. */
+    /* Without a byte order mark. Functions may change it. */
     Containers::ArrayView<char> content;
 };
 
-/* Whether a file can be named by the code. Prints why if not. */
+/* Whether the code can be the name of a file. If not, prints that. */
 bool isFileName(Containers::StringView code);
 
 /* Calls the function with each language file, one after the other, if there

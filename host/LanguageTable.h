@@ -9,15 +9,15 @@
 
 namespace OrrelinEngine { namespace Host {
 
-/* All languages that there are */
+/* All rows of the table of languages */
 Containers::ArrayView<const Language> allLanguages();
 
 /* Whether the code or the name holds the text, whatever the letter case and
    the accents */
 bool matches(const Language& language, Containers::StringView text);
 
-/* "; did you mean ...?" with those that are nearest to what was typed. Nothing
-   if none is near. */
+/* "; did you mean ...?" with the languages nearest to the typed text. Empty if
+   none is near. */
 Containers::String suggestion(Containers::StringView typed,
     Containers::ArrayView<const Language> languages);
 

@@ -12,20 +12,20 @@
 
 namespace OrrelinEngine { namespace Host {
 
-/* What the program exits with */
+/* Exit codes of the program */
 enum : int { Success = 0, UsageError = 1, Failure = 2 };
 
-/* Prints an error as one line, after what was printed to the standard output.
-   Returns Failure for the caller to pass on. */
+/* Prints an error as one line. Flushes the standard output first, so that both
+   come in order. Returns Failure for the caller to pass on. */
 int fail(Containers::StringView message);
 
 /* The same with a line that an operation printed, without the operation's
    name, which means nothing to the user */
 int failWithoutName(Containers::StringView line);
 
-/* Lines for the standard error output. A stranger's file can have any number of
-   faults of any length, so only the first ones are kept, and of each only the
-   beginning. */
+/* Lines for the standard error output. Keeps only the first ones, and only the
+   beginning of each, as a stranger's file can have any number of faults of any
+   length. */
 class Lines {
 public:
     static constexpr std::size_t MaxCount = 20;
@@ -42,13 +42,13 @@ private:
     std::size_t _count = 0;
 };
 
-/* Where the outputs of the utility library can be redirected to. Each message
-   is one line, whatever is in it. */
+/* A target for redirected outputs of the utility library. Makes one line of
+   each message, whatever it holds. */
 class LineBuffer: public std::streambuf {
 public:
     explicit LineBuffer(Lines& lines): _lines(lines) {}
 
-    /* Whether nothing came */
+    /* Whether no message came */
     bool isEmpty() const { return _isEmpty; }
 
 private:
@@ -69,12 +69,12 @@ public:
     ~HeldMessages();
     HeldMessages& operator=(const HeldMessages&) = delete;
 
-    /* They don't hold anymore */
+    /* Forgets the messages so far */
     void drop();
 };
 
-/* Calls the function. The errors and warnings it prints are passed on as they
-   are; returns whether there were no errors. */
+/* Calls the function and passes on the errors and warnings that it prints.
+   Returns whether there were no errors. */
 template<class F> bool succeeds(F&& function) {
     Lines lines;
     LineBuffer errors{lines}, warnings{lines};
@@ -88,8 +88,8 @@ template<class F> bool succeeds(F&& function) {
     return errors.isEmpty();
 }
 
-/* Calls the function. If it returns false, the first line that it printed
-   becomes an error of this program's own. */
+/* Calls the function. If it returns false, prints the first line of its output
+   as an error of this program. */
 template<class F> bool succeedsOrFails(F&& function) {
     Lines lines;
     LineBuffer buffer{lines};

@@ -40,7 +40,7 @@ struct LanguageSource {
     bool isArchive;
 };
 
-/* All views are of the tables and the document */
+/* A term, with views of the tables and the document */
 struct Term {
     Containers::StringView key;
     Containers::StringView path;
@@ -49,7 +49,8 @@ struct Term {
     bool isTranslated;
 };
 
-/* A project with its terms. Operations that return false have printed why. */
+/* A project with its terms. Operations that can fail print why and return
+   false. */
 class Project {
 public:
     explicit Project();
@@ -58,26 +59,27 @@ public:
     Project& operator=(const Project&) = delete;
 
     /* For a command that only reads: opens the project and calls the function
-       with it. If another program changed a file meanwhile, both are repeated;
-       what is printed is from the last time. Returns whether both succeeded. */
+       with it. If another program changed a file meanwhile, does both again,
+       and only prints messages of the last time. Returns whether both
+       succeeded. */
     template<class F> bool read(const ProjectOptions& options, F&& function);
     bool read(const ProjectOptions& options) {
         return read(options, [](Project&) { return true; });
     }
 
-    /* For a command that writes. Others have to wait until the project is
-       gone. */
+    /* For a command that writes. Other such commands have to wait until this
+       object is gone. */
     bool openForWriting(
         const ProjectOptions& options, Containers::StringView command);
 
-    /* Reads a file, which may be missing */
+    /* Reads a file. A missing one isn't a failure. */
     bool readFile(Containers::StringView file, FileContent& out);
 
-    /* What commit() writes: the project, and files of its languages */
+    /* Hand over to commit() the project, and the files of the languages */
     bool write();
     bool writeFiles(const Codes& codes);
 
-    /* Makes all that was written hold at once, or nothing of it */
+    /* Makes all that was written take effect at once, or nothing of it */
     bool commit();
 
     OrrelinEditor& editor();
@@ -106,27 +108,27 @@ public:
 
     bool hasLanguage(Containers::StringView code);
 
-    /* The same, but prints if it doesn't */
+    /* The same, but prints an error if the project lacks it */
     bool checkLanguage(Containers::StringView code);
 
-    /* Where language files are written to, and imported from. What looks like
-       an extension of the folder's name is dropped. */
+    /* The place that exports write and imports read. The last dot of the name
+       of the folder or the project, and all behind it, are dropped. */
     LanguageSource target();
 
     /* Where they were before the project was set to the other of the two */
     LanguageSource formerTarget();
 
-    /* The text of a term in the project, a null view if there is none */
+    /* The project's text at a path, a null view if it has none */
     Containers::StringView source(Containers::StringView recordPath);
 
     /* In the order of their keys, valid until the project or its terms
        change */
     std::vector<Term> terms();
 
-    /* Those to be translated */
+    /* The terms that are to be translated */
     std::vector<Term> translatedTerms();
 
-    /* How many of them have a translation */
+    /* How many of the terms have a translation */
     std::size_t translationCount(
         const std::vector<Term>& terms, Containers::StringView code);
 
@@ -142,7 +144,8 @@ private:
     LanguageSource source(bool isArchive);
     bool writeArchive(const Codes& codes, Containers::StringView file);
 
-    /* Waits a little if it isn't */
+    /* Whether all files are still as they were read. If not, waits a little, so
+       that the other program can finish. */
     bool isCurrent() const;
 
     std::unique_ptr<State> _state;

@@ -9,13 +9,13 @@
 
 namespace OrrelinEngine { namespace Host {
 
-/* What the standard output is */
+/* Properties of the standard output */
 struct Terminal {
-    /* Whether what's wider is to be cut: on a terminal, or if the environment
-       says COLUMNS */
+    /* Whether to cut wider lines: on a terminal, or if the environment sets
+       COLUMNS */
     bool isNarrow;
     bool isColored;
-    /* In columns; what's usual if nobody says */
+    /* In columns; 80 if unknown */
     std::size_t width;
 };
 
@@ -32,7 +32,7 @@ std::size_t displayWidth(Containers::StringView text);
    four digits. */
 Containers::String oneLine(Containers::String text);
 
-/* The text cut to a width, with an ellipsis where it was */
+/* The text cut to a width, with an ellipsis at the cut */
 Containers::String shortened(Containers::StringView text, std::size_t width);
 
 /* "1 term", "2 terms" */

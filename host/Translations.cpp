@@ -29,8 +29,8 @@ bool contains(const Codes& codes, Containers::StringView code) {
     return std::find(codes.begin(), codes.end(), code) != codes.end();
 }
 
-/* Finds terms by their keys. Files list them in the order of the table, so what
-   follows the last one is mostly the one that's looked for. */
+/* Finds terms by their keys. Exported files list them in the order of the
+   table, so the term behind the last one is tried before searching. */
 class TermFinder {
 public:
     explicit TermFinder(const std::vector<Term>& terms): _terms(terms) {}
@@ -55,8 +55,9 @@ private:
     std::size_t _next = 0;
 };
 
-/* Calls the function with the texts of a file, and tells of values that are
-   none. False if the file can't be read as one of a language. */
+/* Calls the function with the texts of a file. Prints values that are neither
+   texts nor null. If the file isn't a language file, prints why and returns
+   false. */
 template<class F> bool withTexts(LanguageFile& file, F&& function) {
     const FaultTeller faults{file};
     const Containers::Optional<Utility::Json> json =
@@ -89,15 +90,16 @@ bool isKnown(Project& project, const LanguageFile& file) {
     return false;
 }
 
-/* What the library prints of a file was printed with its place already */
+/* The library's warnings are silenced, as withTexts() has printed the faults
+   already, with their places */
 void import(Project& project, const LanguageFile& file,
     const Utility::JsonIterator& texts) {
     Utility::Warning silence{nullptr};
     LocalizationTools::importTranslation(project.editor(), file.name, texts);
 }
 
-/* Into the tables alone. The texts of the default language are those of the
-   project. */
+/* Fills the tables, but doesn't change the project. The default language needs
+   no table, as its texts are those of the project. */
 void takeTranslations(Project& project, const LanguageFile& file,
     const Utility::JsonIterator& texts) {
     if(file.code == project.defaultLanguage())
@@ -227,7 +229,8 @@ void addChanges(Project& project, const Utility::JsonIterator& texts,
     }
 }
 
-/* Keys that a file has twice are in the list twice */
+/* Keeps one entry for each text that differs now. A key that a file has twice
+   comes twice, and its last text may be the project's again. */
 void keepChanged(Project& project, std::vector<SourceChange>& changes) {
     std::stable_sort(changes.begin(), changes.end(),
         [](const SourceChange& a, const SourceChange& b) {

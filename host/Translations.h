@@ -8,13 +8,14 @@
 
 namespace OrrelinEngine { namespace Host {
 
-/* Files that are there, and what they hold and new ones wouldn't */
+/* The texts in existing files that an export would not write again */
 struct Losses {
-    /* Texts that no term and language of the project takes */
+    /* Texts that are nowhere else, as the project has no place for them */
     std::size_t dropped = 0;
-    /* Where the first of them is */
+    /* Key and file of the first of them */
     Containers::String example;
-    /* Texts of the default language's file that the project has otherwise */
+    /* Texts of the default language's file that differ from the project's. The
+       project's are the ones to keep, so these don't stop an export. */
     std::size_t replaced = 0;
 
     void drop(Containers::StringView what, Containers::StringView file);
@@ -27,8 +28,8 @@ struct SourceChange {
     Containers::String before;
 };
 
-/* For these, what is wrong with a file is printed with its place. The others
-   are still read, and false is returned. */
+/* These print faults of a file with their places, go on with the other files
+   and then return false. */
 
 /* Of each language by its code, which of the terms have a translation */
 typedef std::map<Containers::String, std::vector<bool>, StrLess>

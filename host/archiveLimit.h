@@ -5,7 +5,7 @@
 
 namespace OrrelinEngine { namespace Host {
 
-/* Whether an entry of an archive is one that file managers add on their own */
+/* Whether the name is that of an archive's entry which macOS adds on its own */
 bool isPutByPrograms(Containers::StringView name);
 
 /* Names of all entries of an archive; none if it can't be read */
@@ -17,9 +17,10 @@ std::vector<Containers::String> entriesOf(const Containers::String& path);
 
         (key and text of all terms, and 32 bytes for each) * 16
 
-   and 16 MiB for all together. Returns why the archive is refused if it claims
-   more, or can't be read; it can't unpack to more than it claims. The name is
-   the user's, the path where it is. */
+   unless the user set a limit. Unpacking fails at more than an entry claims.
+   Returns why the archive is refused, nothing if it isn't or can't be read:
+   whoever reads it next prints why. The name is the user's, for messages; the
+   path is where the archive is now. */
 Containers::String archiveFault(Project& project, Containers::StringView name,
     const Containers::String& path);
 

@@ -32,8 +32,8 @@ const char* stringEnd(const char* quote, const char* end) {
     return i == end ? end : i + 1;
 }
 
-/* Goes through the tokens and keeps each trait where it first shows. A reader of
-   RapidJSON can't do that, as it passes over white space. */
+/* Goes through the tokens and keeps each trait where it first shows. A reader
+   as RapidJSON's can't, as it passes over white space. */
 class Search {
 public:
     explicit Search(ProjectLook& look): _look(look) {}

@@ -8,27 +8,28 @@
 
 namespace OrrelinEngine { namespace Host {
 
-/* The record is written under the first name. Under the second one, it holds. */
+/* The record is written under the first name and takes effect when it's renamed
+   to the second */
 constexpr const char* NewRecordName = "commit.new";
 constexpr const char* RecordName = "commit";
 
 /* Makes the changes of a record, in these steps. Each returns why it failed.
 
-    stage()    new contents are on the disk, aside
-    publish()  from here on they hold: whoever comes next reads them, and
-               completes what is left
-    apply()    they are in the place of the files
-    clean()    there's nothing aside anymore
+    stage()    writes the new contents to the disk, beside the files
+    publish()  makes them take effect: from here on, other commands read them
+               and the next one that writes completes the steps below
+    apply()    moves them to the place of the files
+    clean()    removes what else was made
 
-   A single change has no need of being published: it's there as soon as it's
-   in its place. */
+   A single change isn't published, as moving it makes it take effect. */
 class Commit {
 public:
-    /* The folder is the hidden one of the project. Both have to live longer. */
+    /* Takes the hidden folder of the project. The folders have to live
+       longer. */
     explicit Commit(const ProjectFolders& folders, const Descriptor& hidden,
         CommitRecord record);
 
-    /* With the new contents by their keys */
+    /* Takes the new contents by their keys */
     Containers::String stage(
         const std::map<Containers::String, Containers::String>& contents);
     Containers::String publish();
@@ -36,9 +37,9 @@ public:
     Containers::String apply();
     Containers::String clean();
 
-    /* Whether a record that a killed command left can be applied. Somebody may
-       have written the files since, or the record may not be of this
-       program. */
+    /* Checks whether a record that a killed command left can be applied.
+       Somebody may have written the files since, or another program may have
+       made the record. */
     Containers::String checkLeft();
 
 private:
@@ -58,21 +59,22 @@ private:
     const Descriptor& _hidden;
     CommitRecord _record;
     bool _isPublished = false;
-    /* Changes of a record that was left may have been made already */
+    /* For a record that a killed command left: which changes it made */
     std::vector<bool> _isApplied;
 
-    /* Where the current file is, and the open folders of it */
+    /* Real folder and name of the current file, the folder opened, and the
+       hidden folder in it */
     Containers::String _path;
     Containers::String _name;
     Descriptor _folder, _staging;
 };
 
-/* Removes what killed commands left before they held: of this project in all
-   folders that are known, and what the record beside the lock tells of */
+/* Removes what commands left that were killed before their changes took effect:
+   in the folders of the project and in those that the record names */
 void removeLeftovers(const ProjectFolders& folders, const Descriptor& hidden);
 
-/* Removes the staged files with a prefix from a folder's hidden folder, and
-   that one if nothing else is in it */
+/* Removes the staged files with a prefix from a folder's hidden folder, and the
+   hidden folder if it's empty then */
 void sweep(const Containers::String& path, const Containers::String& prefix);
 
 }}

@@ -8,38 +8,40 @@
 
 namespace OrrelinEngine { namespace Host {
 
-/* One file that changes; its key is told at ProjectFolders. If it doesn't exist
-   after, it's removed. */
+/* One file that changes; ProjectFolders explains its key. A file that doesn't
+   exist after the change is removed. */
 struct FileChange {
     Containers::String key;
     Version before, after;
 };
 
-/* A set of changes that are made all or none. As it comes from the disk, it has
-   no paths, and what it says holds only for contents of the given versions. */
+/* A set of changes, of which all are made or none. A record from the disk may
+   be a stranger's. So it can't name paths, and only changes files with contents
+   of the versions that it names. */
 struct CommitRecord {
-    /* ProjectFolders::id when it was made */
+    /* ProjectFolders::id of the command that made the record */
     std::uint64_t id = 0;
-    /* Folders that were made for the languages */
+    /* How many folders were made to have one for the languages */
     std::uint64_t madeFolders = 0;
     /* By ascending keys */
     std::vector<FileChange> changes;
 
-    /* Null if there's none */
+    /* The change of a key, null if there's none */
     const FileChange* find(const Containers::String& key) const;
 
-    /* Ends as the file does, for who goes by the extension */
+    /* Name of the staged file. An archive's keeps its extension, as imports go
+       by that. */
     Containers::String stagedName(const FileChange& change) const;
 };
 
-/* What the names of staged files start with */
+/* The begin of the names of staged files */
 Containers::String stagedPrefix(std::uint64_t id);
 
-/* The last line is a hash of what is before it */
+/* The record as text, with a hash of all other lines in the last one */
 Containers::String toText(const CommitRecord& record);
 
-/* Nothing if it isn't exactly as toText() writes a record with keys that may
-   be */
+/* The record of a text; nothing if toText() wouldn't write exactly that, or if
+   a key isn't a plain name */
 Containers::Optional<CommitRecord> recordFrom(Containers::StringView text);
 
 }}

@@ -9,25 +9,26 @@
 
 namespace OrrelinEngine { namespace Host {
 
-/* The hidden folder that everything passes through on its way to the disk. The
-   one of the project has the lock and the commit record as well. */
+/* The hidden folder, beside each file, in which new contents are written before
+   they are moved into place. The one of the project also has the lock and the
+   commit record. */
 constexpr const char* StagingFolder = ".orrelin";
 
-/* Where the files of a project are. Those that the storage writes have keys:
-   an empty one is the project file, others are names in the folder of the
-   languages. Nothing else can be named by a key. */
+/* The places of a project's files. The storage names the files that it writes
+   by keys: an empty key is the project file, any other a name in the folder of
+   the languages. A key can't name anything else. */
 struct ProjectFolders {
     /* As the user gave it, maybe a link */
     Containers::String file;
     /* Of the language files; it doesn't need to exist */
     Containers::String languages;
-    /* The one with the file */
+    /* The folder of the project file */
     Descriptor folder;
-    /* Tells staged files of the project from those of others that have their
-       languages in the same folder */
+    /* Distinguishes staged files of this project from those of others that have
+       their languages in the same folder */
     std::uint64_t id = 0;
 
-    /* Opens the folder of a file. Returns why it can't be. */
+    /* Opens the folder of the project file. Returns why it can't be opened. */
     Containers::String open(Containers::StringView projectFile);
 
     Containers::String path() const { return folderOf(file); }
@@ -36,10 +37,10 @@ struct ProjectFolders {
     Containers::Optional<Containers::String> key(
         Containers::StringView path) const;
 
-    /* Through a link to the folder and name of the real file, if there's one.
-       As links may come with a project from a stranger, only the project file
-       itself may be elsewhere than in the folders of project and languages.
-       Returns why it's refused. */
+    /* Finds the real folder and name of a file, following links. Links may come
+       with a stranger's project, so only the link of the project file itself
+       may lead out of the folders of project and languages. Returns why a link
+       is refused. */
     Containers::String resolve(const Containers::String& key,
         Containers::String& realFolder, Containers::String& name) const;
 };

@@ -11,19 +11,20 @@ namespace OrrelinEngine { namespace Host {
 
 constexpr const char* LockName = "lock";
 
-/* Keeps two commands from writing the same project. The lock is on an open file
-   and goes with its process, however that ends. While it's held, a signal that
-   ends the process removes what the lock left in the folder of the project. */
+/* Keeps two commands from writing the same project. The system holds the lock
+   for an open file, and so releases it however the process ends. While the lock
+   is held, a signal that ends the process also removes the lock's file. */
 class ProjectLock {
 public:
     explicit ProjectLock() = default;
     ProjectLock(const ProjectLock&) = delete;
-    /* Removes the file and, if there's nothing else in it, its folder */
+    /* Removes the lock's file, and its folder if that is empty then */
     ~ProjectLock();
     ProjectLock& operator=(const ProjectLock&) = delete;
 
-    /* Waits until the lock is free. Returns why it can't be had, naming the
-       command that has it. The folders have to live longer. */
+    /* Waits until the lock is free, but not longer than given. Returns why it
+       can't be had, with the command that has it. The folders have to live
+       longer. */
     Containers::String acquire(const ProjectFolders& folders,
         Containers::StringView command, std::chrono::milliseconds wait);
 

@@ -7,14 +7,14 @@
 
 namespace OrrelinEngine { namespace Host {
 
-/* From here on, and until the other is called, SIGINT, SIGTERM and SIGHUP
-   remove the lock from a folder, and the folder from its parent if it's empty,
-   before they end the process. Those that were ignored still are. One process
-   has one lock. */
+/* Between these two calls, SIGINT, SIGTERM and SIGHUP remove the lock from
+   a folder, and the folder from its parent if it's empty, before they end the
+   process. Ignored signals stay ignored. All of this holds for the process,
+   which has only one lock. */
 void removeLockOnSignals(int parent, int folder);
 void keepLockOnSignals();
 
-/* Holds the signals back until its end. Can be nested. */
+/* Holds these signals back while it exists. Can be nested. */
 class SignalBlock {
 public:
     explicit SignalBlock();
@@ -22,7 +22,7 @@ public:
     ~SignalBlock();
     SignalBlock& operator=(const SignalBlock&) = delete;
 
-    /* Whether there is one that will end the process, held back or not */
+    /* Whether a signal is held back that will end the process */
     bool isPending() const;
 
 private:

@@ -7,22 +7,25 @@
 
 namespace OrrelinEngine { namespace Host {
 
-/* Remembers what was read, to find out whether it's still so */
+/* Remembers which files and folders were read, to find out whether another
+   program changed them since */
 class Snapshot {
 public:
-    /* The file that was asked for, and the path where the content was */
+    /* Takes the file that was asked for, and the path that its content was read
+       from */
     void add(Containers::StringView file, const Containers::String& path,
         const FileContent& content);
     void addFolder(const Containers::String& folder,
         std::vector<Containers::String> names);
 
-    /* The first file or folder that isn't as it was read anymore, or empty.
-       Asks for each file, but reads again only those that were written seconds
-       before. */
+    /* The first file or folder that has changed since it was read, empty if
+       none has. Compares times. Reads a file again only if it had been written
+       within seconds before: another change may leave its times the same. */
     Containers::String changed() const;
 
-    /* Takes the files themselves for those that stood for them until now. If
-       one of them has another content, returns it as above. */
+    /* To be called once staged contents are in the place of their files: from
+       now on, those files are looked at. If one of them has another content,
+       returns it as above. */
     Containers::String refresh();
 
 private:
@@ -41,8 +44,8 @@ private:
     std::vector<Folder> _folders;
 };
 
-/* Names in a folder that aren't hidden. Returns why it can't be read; a missing
-   one has none. */
+/* Names in a folder that aren't hidden. Returns why the folder can't be read. A
+   missing one has no names. */
 Containers::String visibleNames(
     const Containers::String& folder, std::vector<Containers::String>& names);
 

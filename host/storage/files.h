@@ -14,7 +14,7 @@ namespace OrrelinEngine { namespace Host {
 /* The system's calls on files, as the storage needs them. Folders are given by
    their descriptors; AT_FDCWD is one, too. */
 
-/* Contents are told apart by their size and hash */
+/* A content, as its size and hash. Equal ones are taken for the same. */
 struct Version {
     bool exists = false;
     std::uint64_t size = 0;
@@ -28,8 +28,8 @@ struct Version {
 
 Version versionOf(Containers::StringView content);
 
-/* What changes with a file. The error is that of asking for it, ENOENT if
-   there is no file. */
+/* The properties by which a change of a file is noticed without reading it. The
+   error is that of looking at it, ENOENT for a missing file. */
 struct Identity {
     int error = ENOENT;
     dev_t device = 0;
@@ -46,26 +46,28 @@ Identity identityOf(const Containers::String& path);
 struct FileContent {
     bool exists = false;
     Containers::String content;
-    /* Why it can't be read; empty if it was, and if there's no file */
+    /* Why it can't be read; empty if it was read or is missing */
     Containers::String fault;
     Identity identity;
-    /* Whether it may yet change without a change of its times */
+    /* Whether another change may leave its times as they are, as file systems
+       count in steps of up to two seconds */
     bool isRecent = false;
 };
 
 Version versionOf(const FileContent& file);
 
-/* Reads a file as a whole and never waits for one that isn't regular. The flags
-   are more of those of open(). */
+/* Reads a file as a whole. Refuses files that aren't regular, without waiting
+   for them. The flags are passed to open() in addition. */
 FileContent readFile(int folder, const Containers::String& name, int flags = 0);
 
-/* Names in a folder, sorted, without those that are hidden unless asked for.
-   Returns why it can't be read; a missing folder has no names. */
+/* Names in a folder, sorted; hidden ones only if asked for. Returns why it
+   can't be read. */
 Containers::String listFolder(const Descriptor& folder,
     std::vector<Containers::String>& names, bool withHidden);
 
-/* What is open already isn't written over. Only the owner gets at it if it's
-   private. */
+/* Makes a new file. Removes an old one of that name instead of writing over it,
+   as it may be open or a link. Only the owner may read and write a private
+   file. */
 Descriptor createFile(
     int folder, const Containers::String& name, bool isPrivate);
 
@@ -74,7 +76,8 @@ bool writeAndSync(int file, Containers::StringView content);
 
 bool sync(int descriptor);
 
-/* No link is followed but on the way, if it's a path */
+/* Refuses a link unless it follows links. Those on the way to the folder are
+   always followed. */
 Descriptor openFolder(
     int parent, const Containers::String& name, bool followsLinks);
 
@@ -87,10 +90,11 @@ Containers::String placeFault(
 Containers::String fault(Containers::StringView verb,
     Containers::StringView file, int error = errno);
 
-/* Folder of a path, "." if it names none */
+/* The folder of a path, "." for a plain name */
 Containers::String folderOf(Containers::StringView path);
 
-/* Whether it's the name of a file and nothing else */
+/* Whether it can be the name of a file in a folder: not a path, without control
+   characters, and not the storage's own folder */
 bool isPlainName(Containers::StringView name);
 
 }}
