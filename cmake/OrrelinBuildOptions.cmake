@@ -18,13 +18,13 @@ endif()
 if(ORRELIN_SANITIZE)
     add_compile_options(-fsanitize=${ORRELIN_SANITIZE}
         -fno-sanitize-recover=all -fno-omit-frame-pointer)
-    # What sanitizers add to the code leads GCC to find faults in it
+    # GCC warns of the code that sanitizers add
     if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
         add_compile_options(-Wno-array-bounds -Wno-stringop-overflow
             -Wno-maybe-uninitialized)
     endif()
     add_link_options(-fsanitize=${ORRELIN_SANITIZE})
-    # RapidJSON counts from null pointers, which only Clang minds
+    # RapidJSON adds offsets to null pointers, which only Clang reports
     if(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
         add_compile_options(-fno-sanitize=pointer-overflow)
     endif()

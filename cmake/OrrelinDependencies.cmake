@@ -1,5 +1,5 @@
-# Finds what the project is built on. Corrade and Magnum are taken where they
-# are installed; otherwise the stand-ins in standins/ take their place.
+# Finds the libraries that the project needs. Uses Corrade and Magnum if they
+# are installed, otherwise the stand-ins in standins/.
 
 find_package(PkgConfig REQUIRED)
 

@@ -1,5 +1,5 @@
-# What a floor of the house shows to those above it, by links in a folder that
-# they include from. What else is beside it can't be included by accident.
+# Makes a folder of links to the headers that a floor shows to those above it.
+# They include from there, so they can't include anything else by accident.
 #
 #   orrelin_floor(NAME FOLDER_OR_HEADER...)
 #

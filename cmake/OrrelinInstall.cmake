@@ -1,5 +1,5 @@
-# What `cmake --install` puts in place: the product, the layers below it, the
-# headers, the host, a CMake package and a pkg-config file.
+# `cmake --install` installs the product, the layers below it, the headers, the
+# host, a CMake package and a pkg-config file.
 
 include(CMakePackageConfigHelpers)
 
@@ -17,7 +17,7 @@ set(package orrelin-localization)
 set(header_dir ${CMAKE_INSTALL_INCLUDEDIR}/OrrelinEditor)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/${PROJECT_NAME})
 
-# What only the sources next to it include isn't installed
+# Private headers aren't installed
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/ DESTINATION ${header_dir}
     COMPONENT Development
     FILES_MATCHING PATTERN *.h
@@ -86,7 +86,7 @@ install(FILES ${PROJECT_BINARY_DIR}/${PROJECT_NAME}.pc
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
     COMPONENT Development)
 
-# Two packages: what it takes to run the tool, and to build with the library
+# Two packages: one to run the tool, one to build with the library
 set(CPACK_GENERATOR DEB)
 set(CPACK_COMPONENTS_ALL Runtime Development)
 set(CPACK_DEB_COMPONENT_INSTALL ON)

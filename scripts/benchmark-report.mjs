@@ -33,7 +33,7 @@ function sizeText(size) {
     return size.map((part) => Number(part).toLocaleString('en')).join(' × ');
 }
 
-// What each item of a run took, or the whole run if it counts none
+// Time of each item of a run, or of the whole run if it counts no items
 function cost(run) {
     return run.items_per_second
         ? 1e9 / run.items_per_second

@@ -1,8 +1,8 @@
-# Sourced by the other scripts: makes sure that what they need is installed, and
-# builds.
+# Sourced by the other scripts: functions to install missing packages and to
+# build.
 
-# Each line: a Debian package and how to tell that what's in it is there, either
-# a command or a header, whose name may be a pattern
+# Each line: a Debian package, and a command or a header that is there once it's
+# installed. The name of a header may be a pattern.
 packages_table='
 g++ command g++
 cmake command cmake
@@ -69,8 +69,8 @@ need_packages() {
     }
 }
 
-# build PRESET [ARGUMENT...]: configures, which is only told of if it fails, and
-# builds with given arguments of "cmake --build"
+# build PRESET [ARGUMENT...]: configures, printing only failures, and builds
+# with the given arguments of "cmake --build"
 build() {
     need_packages g++ cmake ninja-build pkg-config rapidjson-dev libzip-dev \
         libcli11-dev libgtest-dev libbenchmark-dev
