@@ -17,7 +17,7 @@ struct FileContent;
 
 typedef std::vector<Containers::String> Codes;
 
-/* Where the user says the project is */
+/* The places that the user named */
 struct ProjectOptions {
     /* The project file or the folder with it */
     Containers::String path;

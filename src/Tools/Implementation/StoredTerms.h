@@ -7,7 +7,7 @@
 
 namespace OrrelinEngine { namespace LocalizationTools {
 
-/* What the document stores of a term, until it next changes */
+/* The values that the document stores for a term, valid until it changes */
 struct StoredTerm {
     /* The value itself, null if there is none */
     const JsonValue* value = nullptr;
