@@ -1,5 +1,3 @@
-#include <chrono>
-#include <csignal>
 #include <map>
 #include <sstream>
 #include <vector>
@@ -168,40 +166,6 @@ TEST(HostTest, Protected) {
         expectContains(output.err, data.err);
         EXPECT_EQ(host.files(), before);
     }
-}
-
-/* Killed ever later while it saves the project and then the language files */
-TEST(HostTest, Killed) {
-    const Host host, renamed;
-    const auto before = host.files();
-    /* Once for the program to be in memory */
-    renamed.shell("$host terms museum");
-    const auto begin = std::chrono::steady_clock::now();
-    renamed.shell("$host rename museum hours opening");
-    const std::chrono::duration<double> duration =
-        std::chrono::steady_clock::now() - begin;
-
-    constexpr int count = 60;
-    int killed = 0;
-    for(int i = 1; i <= count; ++i) {
-        host.shell("rm -r museum; cp -r '" EXAMPLES "/museum' .");
-        const std::string command = "timeout -s KILL " +
-            std::to_string(duration.count() * i * 1.5 / count) +
-            " '" HOST_BINARY "' rename '" + host.folder.path("museum") +
-            "' hours opening > /dev/null 2>&1";
-        const int status = std::system(command.data());
-        killed += WIFEXITED(status) && WEXITSTATUS(status) == 128 + SIGKILL;
-
-        for(const char* const name: {"museum/project.json",
-                "museum/languages/en.json", "museum/languages/de.json"}) {
-            const std::string content = host.folder.read(name);
-            EXPECT_TRUE(content == before.at(host.folder.path(name)) ||
-                content == renamed.folder.read(name))
-                << name << " after " << i;
-        }
-        host.shell("$host terms museum");
-    }
-    EXPECT_GT(killed, count / 10);
 }
 
 /* What users do and see: transcripts of the shell, in which commands follow

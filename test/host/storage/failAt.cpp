@@ -1,21 +1,21 @@
 /* Runs a command and interrupts one of its calls of the system:
 
-    failAt N KILL|TERM|HUP|INT|<number of an error> FOLDER COMMAND...
+    failAt N KILL|TERM|<number of an error> COMMAND...
 
-   Counts the calls on files from the first that names a file in FOLDER on. At
-   the N-th, sends the signal, or has it fail with the error. Exits as the
-   command does, with 128 + the signal if there was one, and with 99 if there
-   were fewer calls and it succeeded. */
+   Counts the calls from where the program begins, once its libraries are
+   loaded. At the N-th, sends the signal, or has it fail with the error. Exits
+   as the command does, with 128 + the signal if there was one. If N is 0, the
+   last line on the standard error is the number of calls. */
 
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <elf.h>
 #include <string>
 #include <sys/ptrace.h>
 #include <sys/syscall.h>
-#include <sys/uio.h>
 #include <sys/user.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -26,41 +26,36 @@
 
 namespace {
 
-constexpr long Calls[]{SYS_openat, SYS_open, SYS_read, SYS_write, SYS_pread64,
-    SYS_pwrite64, SYS_close, SYS_fsync, SYS_rename, SYS_renameat, SYS_renameat2,
-    SYS_unlink, SYS_unlinkat, SYS_rmdir, SYS_mkdir, SYS_mkdirat, SYS_flock,
-    SYS_fstat, SYS_stat, SYS_lstat, SYS_newfstatat, SYS_getdents64,
-    SYS_readlink, SYS_fchmod, SYS_fchown, SYS_ftruncate, SYS_faccessat,
-    SYS_faccessat2, SYS_lseek, SYS_fcntl};
-
-bool isCounted(unsigned long long call) {
-    for(const long each: Calls)
-        if(call == static_cast<unsigned long long>(each))
-            return true;
-    return false;
+unsigned long entryOf(pid_t child) {
+    const std::string path = "/proc/" + std::to_string(child) + "/auxv";
+    std::FILE* const file = std::fopen(path.data(), "rb");
+    Elf64_auxv_t value{};
+    do
+        if(!file || std::fread(&value, sizeof(value), 1, file) != 1)
+            std::abort();
+    while(value.a_type != AT_ENTRY);
+    std::fclose(file);
+    return value.a_un.a_val;
 }
 
-/* Whether one of the first arguments is a path with the text */
-bool names(pid_t child, const user_regs_struct& registers, const char* text) {
-    for(const unsigned long long address: {registers.rdi, registers.rsi}) {
-        char path[4096]{};
-        iovec to{path, sizeof(path) - 1};
-        iovec from{reinterpret_cast<void*>(address), sizeof(path) - 1};
-        /* Strings may end close to a page that can't be read */
-        from.iov_len = 4096 - address % 4096;
-        if(process_vm_readv(child, &to, 1, &from, 1, 0) > 0 &&
-            std::strstr(path, text))
-            return true;
-    }
-    return false;
+/* By a breakpoint there */
+void runToEntry(pid_t child) {
+    constexpr long Breakpoint = 0xcc;
+    const unsigned long entry = entryOf(child);
+    const long code = ptrace(PTRACE_PEEKTEXT, child, entry, nullptr);
+    ptrace(PTRACE_POKETEXT, child, entry, (code & ~0xffl) | Breakpoint);
+    ptrace(PTRACE_CONT, child, nullptr, 0);
+    waitpid(child, nullptr, 0);
+    ptrace(PTRACE_POKETEXT, child, entry, code);
+    user_regs_struct registers;
+    ptrace(PTRACE_GETREGS, child, nullptr, &registers);
+    registers.rip = entry;
+    ptrace(PTRACE_SETREGS, child, nullptr, &registers);
 }
 
-int signalOf(const std::string& what) {
-    return what == "KILL" ? SIGKILL
-        : what == "TERM"  ? SIGTERM
-        : what == "HUP"   ? SIGHUP
-        : what == "INT"   ? SIGINT
-                          : 0;
+bool canFail(unsigned long long call) {
+    return call != SYS_exit_group && call != SYS_rt_sigreturn &&
+        call != SYS_umask;
 }
 
 /* The call isn't made, and what it returns is set at its end */
@@ -74,50 +69,49 @@ void failCall(pid_t child, user_regs_struct registers, int error) {
     ptrace(PTRACE_SETREGS, child, nullptr, &registers);
 }
 
-int exitCode(int status, bool isDone) {
-    if(WIFSIGNALED(status))
-        return 128 + WTERMSIG(status);
-    return isDone || WEXITSTATUS(status) ? WEXITSTATUS(status) : 99;
+/* At the begin of a call */
+void interrupt(pid_t child, const std::string& kind) {
+    user_regs_struct registers;
+    ptrace(PTRACE_GETREGS, child, nullptr, &registers);
+    if(kind == "KILL" || kind == "TERM")
+        kill(child, kind == "KILL" ? SIGKILL : SIGTERM);
+    else if(canFail(registers.orig_rax))
+        failCall(child, registers, std::atoi(kind.data()));
 }
 
 }
 
 int main(int argc, char** argv) {
-    if(argc < 5)
+    if(argc < 4)
         return 1;
+    const long wanted = std::atol(argv[1]);
     const pid_t child = fork();
     if(child == 0) {
         ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
-        execvp(argv[4], argv + 4);
+        execvp(argv[3], argv + 3);
         _exit(127);
     }
     int status, deliver = 0;
     waitpid(child, &status, 0);
-    ptrace(PTRACE_SETOPTIONS, child, nullptr, PTRACE_O_TRACESYSGOOD);
-    long left = std::atol(argv[1]);
-    bool hasBegun = false, isEntry = true, isDone = false;
-    for(;; waitpid(child, &status, 0)) {
-        if(WIFEXITED(status) || WIFSIGNALED(status))
-            return exitCode(status, isDone);
-        deliver = 0;
-        if(WSTOPSIG(status) == (SIGTRAP | 0x80)) {
-            user_regs_struct registers;
-            ptrace(PTRACE_GETREGS, child, nullptr, &registers);
-            if(isEntry && !isDone && isCounted(registers.orig_rax)) {
-                hasBegun = hasBegun || names(child, registers, argv[3]);
-                if(hasBegun && --left == 0) {
-                    isDone = true;
-                    if(const int signal = signalOf(argv[2]))
-                        kill(child, signal);
-                    else {
-                        failCall(child, registers, std::atoi(argv[2]));
-                        isEntry = false;
-                    }
-                }
-            }
-            isEntry = !isEntry;
-        } else if(WSTOPSIG(status) != SIGTRAP)
-            deliver = WSTOPSIG(status);
+    ptrace(PTRACE_SETOPTIONS, child, nullptr,
+        PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
+    runToEntry(child);
+    bool isEntry = true;
+    for(long count = 0;;) {
         ptrace(PTRACE_SYSCALL, child, nullptr, deliver);
+        waitpid(child, &status, 0);
+        if(WIFEXITED(status) || WIFSIGNALED(status)) {
+            if(!wanted)
+                std::fprintf(stderr, "%ld\n", count);
+            return WIFSIGNALED(status) ? 128 + WTERMSIG(status)
+                                       : WEXITSTATUS(status);
+        }
+        deliver = WSTOPSIG(status);
+        if(deliver != (SIGTRAP | 0x80))
+            continue;
+        deliver = 0;
+        if(isEntry && ++count == wanted)
+            interrupt(child, argv[2]);
+        isEntry = !isEntry;
     }
 }
