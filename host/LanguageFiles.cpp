@@ -34,7 +34,7 @@ Containers::ArrayView<char> withoutMark(Containers::ArrayView<char> content) {
 
 bool pass(Containers::StringView folder, Containers::StringView name,
     Containers::ArrayView<char> content, const Function& function) {
-    LanguageFile file{Utility::Path::join(folder, name), name,
+    LanguageFile file{Utility::format("{}/{}", folder, name), name,
         Utility::Path::splitExtension(name).first(), withoutMark(content)};
     return function(file);
 }
@@ -142,6 +142,7 @@ std::vector<Containers::String> foreignEntries(
 
 bool forEachLanguageFile(Project& project, const LanguageSource& source,
     const Filter& isWanted, const Function& function) {
+    const MessageLimit limit;
     return source.isArchive
         ? readArchive(project, source.path, isWanted, function)
         : readFolder(project, source.path, isWanted, function);

@@ -20,7 +20,13 @@ void put(Containers::StringView text) {
     std::fwrite(text.data(), 1, text.size(), stderr);
 }
 
+/* Counted while they are limited */
+bool areMessagesLimited = false;
+std::size_t messageCount = 0;
+
 void printError(Containers::StringView text) {
+    if(areMessagesLimited && ++messageCount > Lines::MaxCount)
+        return;
     const Containers::String line =
         oneLine(text.prefix(std::min(text.size(), Lines::MaxSize))) +
         (text.size() > Lines::MaxSize ? "…\n" : "\n");
@@ -53,6 +59,22 @@ HeldMessages::~HeldMessages() {
 
 void HeldMessages::drop() {
     heldMessages.clear();
+}
+
+MessageLimit::MessageLimit() {
+    areMessagesLimited = true;
+    messageCount = 0;
+}
+
+MessageLimit::~MessageLimit() {
+    areMessagesLimited = false;
+    if(messageCount > Lines::MaxCount)
+        printError(
+            Utility::format("and {} more", messageCount - Lines::MaxCount));
+}
+
+bool MessageLimit::isReached() {
+    return areMessagesLimited && messageCount >= Lines::MaxCount;
 }
 
 void Lines::add(std::string&& line) {

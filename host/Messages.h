@@ -73,6 +73,19 @@ public:
     void drop();
 };
 
+/* While it exists, only the first messages are printed, and then how many more
+   there were. Strangers' files can have any number of faults. */
+class MessageLimit {
+public:
+    explicit MessageLimit();
+    MessageLimit(const MessageLimit&) = delete;
+    ~MessageLimit();
+    MessageLimit& operator=(const MessageLimit&) = delete;
+
+    /* Whether another message won't be printed */
+    static bool isReached();
+};
+
 /* Calls the function and passes on the errors and warnings that it prints.
    Returns whether there were no errors. */
 template<class F> bool succeeds(F&& function) {

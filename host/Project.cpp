@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <thread>
 #include <vector>
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/Optional.h>
 #include <Corrade/Containers/Pair.h>
 #include <Corrade/Containers/StringIterable.h>
+#include <Corrade/Containers/StringStl.h>
 #include <Corrade/Utility/Format.h>
 #include <Corrade/Utility/Path.h>
 #include <rapidjson/document.h>
@@ -185,7 +187,7 @@ bool Project::writeFiles(const Codes& codes) {
         Containers::String content{contents[i].data(), contents[i].size()};
         /* Otherwise all files would be in memory twice in the end */
         contents[i] = {};
-        if(!checkNoOwnFile(file) ||
+        if(!checkOwnName(file) ||
             !isFine(_state->storage.write(file, std::move(content))))
             return false;
     }
@@ -248,11 +250,24 @@ bool Project::isOwnFile(Containers::StringView path) const {
             identity == identityOf(_state->components));
 }
 
-bool Project::checkNoOwnFile(Containers::StringView path) const {
-    if(isOwnFile(path))
+bool Project::checkOwnName(Containers::StringView path) {
+    if(isOwnFile(path)) {
         fail(Utility::format(
             "{} is a file of the project itself, not one of a language", path));
-    return !isOwnFile(path);
+        return false;
+    }
+    std::error_code error;
+    const std::filesystem::path link{std::string{path}};
+    const std::filesystem::path real = std::filesystem::canonical(link, error);
+    if(error ||
+        real.parent_path() !=
+            std::filesystem::canonical(link.parent_path(), error) ||
+        real.filename() == link.filename())
+        return true;
+    fail(Utility::format("{} is a link to {}, which is the file of another "
+                         "language",
+        path, Containers::StringView{real.filename().native()}));
+    return false;
 }
 
 Containers::StringView Project::defaultLanguage() {
@@ -294,8 +309,9 @@ LanguageSource Project::source(bool isArchive) {
     const Containers::String path = isArchive
         ? LocalizationTools::archiveStem(editor())
         : LocalizationTools::languagesFolder(editor());
-    const Containers::StringView stem =
-        Utility::Path::splitExtension(path).first();
+    Containers::StringView stem = Utility::Path::splitExtension(path).first();
+    while(stem.size() > 1 && stem.hasSuffix('/'))
+        stem = stem.exceptSuffix(1);
     return {isArchive ? stem + ".zip" : Containers::String{stem}, isArchive};
 }
 

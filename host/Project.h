@@ -96,8 +96,10 @@ public:
        be in the same folder as those of its languages, also as a link */
     bool isOwnFile(Containers::StringView path) const;
 
-    /* Prints and returns false if it's one */
-    bool checkNoOwnFile(Containers::StringView path) const;
+    /* Whether a path can be that of a language's file: not of one that is the
+       project's own, nor a link to the file of another language. Prints why if
+       not. */
+    bool checkOwnName(Containers::StringView path);
 
     /* Code of the language of the project's own texts, valid until the project
        changes */

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 #include <Corrade/Containers/Optional.h>
 #include <Corrade/Utility/Format.h>
 #include <Corrade/Utility/Json.h>
@@ -86,7 +87,10 @@ bool isKnown(Project& project, const LanguageFile& file) {
     if(isLanguage(project, file.code))
         return true;
     fail(Utility::format("{}: unknown language code '{}'{}", file.path,
-        file.code, suggestion(file.code, allLanguages())));
+        file.code,
+        /* To find out which ones are near takes a while */
+        MessageLimit::isReached() ? Containers::String{}
+                                  : suggestion(file.code, allLanguages())));
     return false;
 }
 
@@ -138,8 +142,10 @@ public:
     }
 
     void add(const Utility::Json& json, const Utility::JsonIterator& texts) {
+        /* Of two objects with texts, only the first is read */
+        bool isFirst = true;
         for(const Utility::JsonObjectItem member: json.root().asObject())
-            if(member.key() != "translation")
+            if(member.key() != "translation" || !std::exchange(isFirst, false))
                 drop(member.key());
         for(const Utility::JsonObjectItem text: texts->asObject())
             if(text.value().type() != Type::Null)

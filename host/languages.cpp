@@ -1,6 +1,10 @@
+#include <filesystem>
+#include <string>
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/Optional.h>
+#include <Corrade/Containers/StringStl.h>
 #include <Corrade/Utility/Format.h>
+#include <Corrade/Utility/Json.h>
 #include <Corrade/Utility/Path.h>
 
 #include "ChangeManager.h"
@@ -12,6 +16,7 @@
 #include "Table.h"
 #include "Tools/LocalizationTools.h"
 #include "Tools/languageIndex.h"
+#include "Tools/Implementation/parseLanguageFile.h"
 #include "shared/RecordPath.h"
 #include "storage/Storage.h"
 
@@ -29,6 +34,12 @@ std::vector<Language> matching(Containers::StringView filter) {
 }
 
 bool checkNew(Project& project, const Codes& codes) {
+    const JsonValue* const records =
+        project.editor().languagesSection.readValueNoDefault();
+    if(records && !records->IsObject()) {
+        fail("the project's \"languages\" aren't an object and would be lost");
+        return false;
+    }
     for(const Containers::String& code: codes) {
         if(languageIndex(code) == AllLanguageCount) {
             fail(Utility::format("unknown language code '{}'{}", code,
@@ -73,13 +84,35 @@ Codes filesOf(Project& project, const Codes& codes) {
     return out;
 }
 
+/* What has a language's name, but isn't its file, isn't this program's to
+   remove */
+bool checkLanguageFile(
+    Containers::StringView file, const Containers::String& content) {
+    Containers::String copy{content};
+    const auto json =
+        LocalizationTools::parseLanguageFile({copy.data(), copy.size()});
+    if(json && LocalizationTools::translationOf(*json))
+        return true;
+    fail(
+        Utility::format("{} can't be read as a language file; remove or repair "
+                        "it yourself first",
+            file));
+    return false;
+}
+
 bool removeFile(Project& project, Containers::StringView file, Codes& removed) {
     FileContent content;
     if(!project.readFile(file, content))
         return false;
     if(!content.exists)
         return true;
-    if(!project.checkNoOwnFile(file))
+    if(std::filesystem::is_symlink(std::string{file})) {
+        fail(Utility::format("{} is a link; remove it yourself first, with the "
+                             "file behind it if that isn't needed anymore",
+            file));
+        return false;
+    }
+    if(!project.checkOwnName(file) || !checkLanguageFile(file, content.content))
         return false;
     const Containers::String fault = project.storage().remove(file);
     if(!fault.isEmpty())

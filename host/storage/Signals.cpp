@@ -11,7 +11,8 @@ namespace OrrelinEngine { namespace Host {
 
 namespace {
 
-constexpr int Signals[]{SIGINT, SIGTERM, SIGHUP};
+constexpr int Signals[]{
+    SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE, SIGALRM, SIGXCPU};
 
 std::atomic<int> lockParent{-1};
 std::atomic<int> lockFolder{-1};

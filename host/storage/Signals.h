@@ -7,7 +7,7 @@
 
 namespace OrrelinEngine { namespace Host {
 
-/* Between these two calls, SIGINT, SIGTERM and SIGHUP remove the lock from
+/* Between these two calls, the signals that end a process remove the lock from
    a folder, and the folder from its parent if it's empty, before they end the
    process. Ignored signals stay ignored. All of this holds for the process,
    which has only one lock. */

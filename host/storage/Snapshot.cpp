@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <fcntl.h>
+#include <sys/stat.h>
 
 namespace OrrelinEngine { namespace Host {
 
@@ -46,7 +47,12 @@ Containers::String visibleNames(
     const Descriptor opened = openFolder(AT_FDCWD, folder, true);
     if(opened)
         return listFolder(opened, names, false);
-    return errno == ENOENT ? "" : std::strerror(errno);
+    if(errno != ENOENT)
+        return std::strerror(errno);
+    struct stat status;
+    return ::lstat(folder.data(), &status) == 0
+        ? "it's a link to a folder that isn't there"
+        : "";
 }
 
 }}

@@ -17,6 +17,9 @@ namespace OrrelinEngine { namespace Host {
 
 namespace {
 
+/* RapidJSON counts in 32 bits */
+constexpr off_t MaxSize = off_t{1} << 32;
+
 /* Calls again what a signal interrupted */
 template<class F> auto retried(F&& call) {
     for(;;) {
@@ -114,6 +117,8 @@ FileContent readFile(int folder, const Containers::String& name, int flags) {
         out.fault = std::strerror(EISDIR);
     else if(!S_ISREG(status.st_mode))
         out.fault = "it isn't a regular file";
+    else if(status.st_size >= MaxSize)
+        out.fault = "it has 4 GiB or more";
     else
         out.fault = readAll(*file, std::size_t(status.st_size), out);
     out.exists = out.fault.isEmpty();
@@ -212,8 +217,8 @@ Containers::String folderOf(Containers::StringView path) {
 }
 
 bool isPlainName(Containers::StringView name) {
-    return !name.isEmpty() && name.size() <= 255 && name != "." &&
-        name != ".." && name != ".orrelin" &&
+    return name.size() <= 255 && !name.hasPrefix('.') &&
+        (name.hasSuffix(".json") || name.hasSuffix(".zip")) &&
         std::none_of(name.begin(), name.end(),
             [](char c) { return c == '/' || (c >= '\0' && c < ' '); });
 }
