@@ -88,10 +88,25 @@ ProjectLock::Attempt ProjectLock::attempt(
         return Attempt::Failed;
     }
     /* Who had it before may have removed it meanwhile */
-    return isCurrent(**_parent, StagingFolder, *_folder) &&
-            isCurrent(*_folder, LockName, *_file)
-        ? Attempt::Held
-        : Attempt::Gone;
+    if(!isCurrent(**_parent, StagingFolder, *_folder) ||
+        !isCurrent(*_folder, LockName, *_file))
+        return Attempt::Gone;
+    if(lockRealFolder(folders))
+        return Attempt::Held;
+    ::unlinkat(*_folder, LockName, 0);
+    return Attempt::Busy;
+}
+
+/* Somebody else may have the same project through a link from another folder,
+   with a lock there. Not all file systems can lock folders, so this is only for
+   such links. */
+bool ProjectLock::lockRealFolder(const ProjectFolders& folders) {
+    Containers::String folder, name;
+    if(!folders.resolve({}, folder, name).isEmpty())
+        return true;
+    _realFolder = openFolder(AT_FDCWD, folder, true);
+    return !_realFolder || ::flock(*_realFolder, LOCK_EX | LOCK_NB) == 0 ||
+        errno != EWOULDBLOCK;
 }
 
 ProjectLock::Attempt ProjectLock::open(

@@ -38,12 +38,15 @@ private:
 
     Attempt attempt(const ProjectFolders& folders, Containers::String& fault);
     Attempt open(const ProjectFolders& folders, Containers::String& fault);
+    bool lockRealFolder(const ProjectFolders& folders);
     Containers::String holder() const;
     void sign(Containers::StringView command) const;
 
     const Descriptor* _parent = nullptr;
     Descriptor _folder;
     Descriptor _file;
+    /* Of the project file, if that's a link */
+    Descriptor _realFolder;
 };
 
 }}
