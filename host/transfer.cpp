@@ -126,6 +126,18 @@ Codes exportedCodes(Project& project, const Codes& named) {
     return out;
 }
 
+/* Whether the languages have files where the project had them before, too */
+bool isBesideFormer(Project& project, const Codes& codes) {
+    const LanguageSource former = project.formerTarget();
+    return former.isArchive
+        ? Utility::Path::exists(former.path)
+        : std::any_of(
+              codes.begin(), codes.end(), [&](const Containers::String& code) {
+                  return Utility::Path::exists(
+                      Utility::Path::join(former.path, code + ".json"));
+              });
+}
+
 void printExport(
     Project& project, const Codes& codes, const Losses& losses, bool isMore) {
     Table table{{{"file"}, {"texts", ColumnKind::Number},
@@ -151,6 +163,10 @@ void printExport(
             counted(losses.dropped, "text"), losses.example));
     printLine(Utility::format("Wrote {} to {}",
         counted(codes.size(), "language file"), project.target().path));
+    if(isBesideFormer(project, codes))
+        printLine(Utility::format("{} stays as it is and isn't read for these "
+                                  "languages anymore",
+            project.formerTarget().path));
 }
 
 }
