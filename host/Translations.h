@@ -41,10 +41,9 @@ typedef std::map<Containers::String, std::vector<bool>, StrLess>
 bool findTranslated(Project& project, const std::vector<Term>& terms,
     TranslatedTerms& translated);
 
-/* Fills the translations from files that will be replaced by those of the given languages. If
-   codes is empty, all files are read, and those of the languages that have one
-   will be replaced; they are put into it. Files that can't be read would be
-   lost. */
+/* Fills the translations from the files that new ones of the given languages
+   replace, and counts what would be lost. If no languages are given, reads all
+   files and adds the codes of the languages that have one. */
 bool readReplaced(Project& project, Codes& codes, Losses& losses);
 
 /* Takes over all files, with new languages and changed texts of the project
