@@ -13,7 +13,14 @@
 namespace OrrelinEngine { namespace Host {
 
 /* Exit codes of the program */
-enum : int { Success = 0, UsageError = 1, Failure = 2 };
+enum : int {
+    Success = 0,
+    UsageError = 1,
+    Failure = 2,
+    GateFailure = 3,
+    /* The same text was changed in the project and in a file */
+    Conflict = 4
+};
 
 /* Prints an error as one line. Flushes the standard output first, so that both
    come in order. Returns Failure for the caller to pass on. */

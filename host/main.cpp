@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <vector>
 #include <CLI/CLI.hpp>
@@ -101,9 +103,15 @@ void addTermCommands(CLI::App& app, Arguments& arguments) {
     addJson(status, arguments);
     status
         .add_option("--fail-under", arguments.failUnder,
-            "Fail if any language is translated to less than N %")
+            "Exit with 3 if any language is translated to less than N %")
         ->option_text("N")
-        ->check(CLI::Range(0.0, 100.0));
+        ->check(CLI::Range(0.0, 100.0))
+        /* Which a range takes */
+        ->check([](const std::string& text) {
+            return std::isnan(std::strtod(text.data(), nullptr))
+                ? "'" + text + "' isn't a number"
+                : std::string{};
+        });
 
     CLI::App& rename = addProjectCommand(app, arguments,
         {"rename", "Give a term another key, in the language files too",
@@ -217,7 +225,13 @@ int main(int argc, char** argv) {
         "  orrelin-localize export museum fr\n"
         "  orrelin-localize import museum\n"
         "  orrelin-localize status museum\n\n"
-        "Each command has more help, such as orrelin-localize export --help.");
+        "Each command has more help, such as orrelin-localize export --help.\n\n"
+        "Exit codes:\n"
+        "  0  done\n"
+        "  1  the command line is wrong\n"
+        "  2  the command failed, or a language file has an error\n"
+        "  3  the gate of status --fail-under isn't passed\n"
+        "  4  a text was changed both in the project and in a file");
 
     Arguments arguments;
     addTermCommands(app, arguments);
@@ -226,7 +240,7 @@ int main(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch(const CLI::ParseError& error) {
-        return report(app, error);
+        arguments.result = report(app, error);
     }
 
     if(std::fflush(stdout) != 0 || std::ferror(stdout))

@@ -96,8 +96,9 @@ int checkLimit(const std::vector<LanguageStatus>& languages, double limit) {
     }
     if(below.empty())
         return Success;
-    return fail(Utility::format("translated to less than {} %: {}", limit,
+    fail(Utility::format("translated to less than {} %: {}", limit,
         Containers::StringView{below}));
+    return GateFailure;
 }
 
 }
