@@ -1,6 +1,8 @@
 #ifndef Orrelin_host_Commands_h
 #define Orrelin_host_Commands_h
 
+#include <optional>
+
 #include "Project.h"
 
 namespace OrrelinEngine { namespace Host {
@@ -19,14 +21,24 @@ int addLanguages(const ProjectOptions& options, const Codes& codes);
 
 int removeLanguages(const ProjectOptions& options, const Codes& codes);
 
-/* Fails if a language is translated to less than the percentage */
-int showStatus(const ProjectOptions& options, bool json, double failUnder);
+/* What `status` demands of a project */
+struct Gate {
+    /* Percentage that each language has to reach; nothing is demanded without
+       one */
+    std::optional<double> failUnder;
+    /* Lets types of components pass that nobody described */
+    bool allowUndescribed = false;
+};
+
+int showStatus(const ProjectOptions& options, bool json, const Gate& gate);
 
 int importFiles(const ProjectOptions& options, bool dryRun);
 
 /* Exports all languages if no codes are given. With prune, also drops texts
-   that the project has no place for, instead of refusing to. */
-int exportFiles(const ProjectOptions& options, const Codes& codes, bool prune);
+   that the project has no place for, instead of refusing to; but not if they
+   may be of component types that nobody described, unless that's allowed. */
+int exportFiles(const ProjectOptions& options, const Codes& codes, bool prune,
+    bool allowUndescribed);
 
 }}
 

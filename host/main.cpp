@@ -2,6 +2,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <string>
 #include <vector>
 #include <CLI/CLI.hpp>
@@ -27,7 +28,8 @@ struct Arguments {
     bool merge = false;
     bool dryRun = false;
     bool prune = false;
-    double failUnder = 0.0;
+    bool allowUndescribed = false;
+    std::optional<double> failUnder;
     int result = Success;
 
     ProjectOptions options() const { return {project, components, maxArchive}; }
@@ -84,6 +86,12 @@ void addJson(CLI::App& command, Arguments& arguments) {
     command.add_flag("--json", arguments.json, "Print JSON, for scripts");
 }
 
+void addAllowUndescribed(
+    CLI::App& command, Arguments& arguments, const char* description) {
+    command.add_flag(
+        "--allow-undescribed", arguments.allowUndescribed, description);
+}
+
 void addTermCommands(CLI::App& app, Arguments& arguments) {
     CLI::App& terms = addProjectCommand(app, arguments,
         {"terms", "List the texts of a project that can be translated",
@@ -95,15 +103,20 @@ void addTermCommands(CLI::App& app, Arguments& arguments) {
 
     CLI::App& status = addProjectCommand(app, arguments,
         {"status", "Show how much is translated into each language",
-            "Counts what is in the language files now.",
+            "Counts what is in the language files now. Then lists the types\n"
+            "of components that aren't described, each with a line for\n"
+            "components.json. It names all parameters that hold text: leave\n"
+            "out those that nobody reads, such as names of files.",
             "status museum --fail-under 90"},
         [](const Arguments& a) {
-            return showStatus(a.options(), a.json, a.failUnder);
+            return showStatus(
+                a.options(), a.json, {a.failUnder, a.allowUndescribed});
         });
     addJson(status, arguments);
     status
         .add_option("--fail-under", arguments.failUnder,
-            "Exit with 3 if any language is translated to less than N %")
+            "Exit with 3 if any language is translated to less than N %,\n"
+            "or a type of components isn't described")
         ->option_text("N")
         ->check(CLI::Range(0.0, 100.0))
         /* Which a range takes */
@@ -112,6 +125,7 @@ void addTermCommands(CLI::App& app, Arguments& arguments) {
                 ? "'" + text + "' isn't a number"
                 : std::string{};
         });
+    addAllowUndescribed(status, arguments, "Let such types pass");
 
     CLI::App& rename = addProjectCommand(app, arguments,
         {"rename", "Give a term another key, in the language files too",
@@ -171,7 +185,8 @@ void addTransferCommands(CLI::App& app, Arguments& arguments) {
             "file has texts that wouldn't be in it again, none is written.",
             "export museum de fr"},
         [](const Arguments& a) {
-            return exportFiles(a.options(), a.codeList(), a.prune);
+            return exportFiles(
+                a.options(), a.codeList(), a.prune, a.allowUndescribed);
         });
     exporting
         .add_option("CODE", arguments.codes,
@@ -180,6 +195,9 @@ void addTransferCommands(CLI::App& app, Arguments& arguments) {
     exporting.add_flag("--prune", arguments.prune,
         "Drop texts that the project has no place for, such as\n"
         "those of a language or a term that it doesn't have");
+    addAllowUndescribed(exporting, arguments,
+        "Drop them also if components aren't described, which they\n"
+        "may be texts of");
 
     CLI::App& importing = addProjectCommand(app, arguments,
         {"import", "Read the translators' files back",

@@ -8,6 +8,7 @@
 #include "Messages.h"
 #include "Table.h"
 #include "Translations.h"
+#include "undescribedTypes.h"
 
 namespace OrrelinEngine { namespace Host {
 
@@ -85,7 +86,21 @@ void printTable(const std::vector<LanguageStatus>& languages) {
     table.print();
 }
 
-int checkLimit(const std::vector<LanguageStatus>& languages, double limit) {
+/* The list for scripts stays one of languages */
+void printHints(const std::vector<Containers::String>& hints, bool json) {
+    Lines warnings;
+    if(!json && !hints.empty())
+        printLine();
+    for(const Containers::String& hint: hints) {
+        if(json)
+            warnings.add(std::string{hint});
+        else
+            printLine(hint);
+    }
+    warnings.print();
+}
+
+bool checkLimit(const std::vector<LanguageStatus>& languages, double limit) {
     std::string below;
     for(const LanguageStatus& status: languages) {
         if(status.language.isDefault ||
@@ -94,21 +109,30 @@ int checkLimit(const std::vector<LanguageStatus>& languages, double limit) {
         below += std::string{Utility::format("{}{} ({:.1f} %)",
             below.empty() ? "" : ", ", status.language.code, status.percent())};
     }
-    if(below.empty())
-        return Success;
-    fail(Utility::format("translated to less than {} %: {}", limit,
-        Containers::StringView{below}));
-    return GateFailure;
+    if(!below.empty())
+        fail(Utility::format("translated to less than {} %: {}", limit,
+            Containers::StringView{below}));
+    return below.empty();
+}
+
+bool checkDescribed(const Project& project, const UndescribedTypes& types) {
+    if(!types.empty())
+        fail(Utility::format("{} doesn't describe {} of components; "
+                             "--allow-undescribed lets that pass",
+            descriptionFile(project), counted(types.size(), "type")));
+    return types.empty();
 }
 
 }
 
-int showStatus(const ProjectOptions& options, bool json, double failUnder) {
+int showStatus(const ProjectOptions& options, bool json, const Gate& gate) {
     Project project;
     std::vector<LanguageStatus> languages;
+    UndescribedTypes undescribed;
     bool areFilesFine = true;
     if(!project.read(options, [&](Project& p) {
            areFilesFine = findStatus(p, languages);
+           undescribed = findUndescribedTypes(p);
            return true;
        }))
         return Failure;
@@ -118,8 +142,14 @@ int showStatus(const ProjectOptions& options, bool json, double failUnder) {
         printLine("The project has no languages yet; 'add' gives it one.");
     else
         printTable(languages);
-    const int limit = checkLimit(languages, failUnder);
-    return areFilesFine ? limit : Failure;
+    printHints(hints(project, undescribed), json);
+    bool isPassed = true;
+    if(gate.failUnder) {
+        isPassed = checkLimit(languages, *gate.failUnder);
+        if(!gate.allowUndescribed)
+            isPassed = checkDescribed(project, undescribed) && isPassed;
+    }
+    return !areFilesFine ? Failure : isPassed ? Success : GateFailure;
 }
 
 }}

@@ -8,6 +8,7 @@
 #include "Messages.h"
 #include "Table.h"
 #include "Translations.h"
+#include "undescribedTypes.h"
 #include "Tools/LocalizationTools.h"
 
 namespace OrrelinEngine { namespace Host {
@@ -94,6 +95,8 @@ bool canRewrite(Project& project, Codes& codes) {
     if(!readReplaced(project, codes, losses))
         fail("nothing was renamed, as what can't be read would be lost; repair "
              "it or move it away first");
+    else if(mayLoseUndescribed(project, losses.dropped, losses.example))
+        return false;
     else if(losses.dropped)
         fail(Utility::format(
             "{} would be lost, such as {}; export with "

@@ -9,6 +9,7 @@
 #include "Messages.h"
 #include "Table.h"
 #include "Translations.h"
+#include "undescribedTypes.h"
 
 namespace OrrelinEngine { namespace Host {
 
@@ -188,7 +189,8 @@ int importFiles(const ProjectOptions& options, bool dryRun) {
     return succeeded && result.areFilesFine ? Success : Failure;
 }
 
-int exportFiles(const ProjectOptions& options, const Codes& named, bool prune) {
+int exportFiles(const ProjectOptions& options, const Codes& named, bool prune,
+    bool allowUndescribed) {
     Project project;
     if(!project.openForWriting(options, "export"))
         return Failure;
@@ -199,6 +201,9 @@ int exportFiles(const ProjectOptions& options, const Codes& named, bool prune) {
     if(!readReplaced(project, codes, losses))
         return fail("nothing was written, as what can't be read would be "
                     "lost; repair it or move it away first");
+    if(!allowUndescribed &&
+        mayLoseUndescribed(project, losses.dropped, losses.example))
+        return Failure;
     if(losses.dropped && !prune)
         return fail(
             Utility::format("{} would be lost, such as {}; the project has no "

@@ -55,8 +55,8 @@ public:
             "/museum/translations'; "
             "useArchive='sed -i /Compression/s/false/true/ museum/project.json'"
             "; exits() { status=0; code=$1; shift; \"$@\" 2>&1 || status=$?; "
-            "test $status = $code; }; fails() { exits 2 \"$@\"; }; "
-            "misused() { exits 1 \"$@\"; }; " +
+            "test $status = $code || echo $status: $* >&2; }; "
+            "fails() { exits 2 \"$@\"; }; misused() { exits 1 \"$@\"; }; " +
             commands;
         EXPECT_EQ(std::system(all.data()), 0) << commands;
         EXPECT_EQ(folder.read("err"), "");
@@ -129,7 +129,7 @@ const struct {
          "line 42, column 5 is neither a text nor null",
             "1 text would be lost"}},
     {"NoComponents", "rm museum/components.json", "export museum",
-        {" texts would be lost"}},
+        {" texts would be lost", "components.json doesn't describe"}},
     {"EditedSourceOnRename", "cp $translations/en.json museum/languages",
         "rename museum hours h",
         {"orrelin-localize: 2 texts in the default language's file differ from "
