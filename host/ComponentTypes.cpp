@@ -8,6 +8,7 @@
 
 #include "Messages.h"
 #include "session/EditorSession.h"
+#include "session/projectJson.h"
 #include "editor/JavaScriptManager.h"
 #include "editor/ProjectFile.h"
 #include "shared/Implementation/stringOf.h"
@@ -38,43 +39,79 @@ Containers::Optional<unsigned short> typeCode(const JsonValue& name) {
     return {};
 }
 
+/* Reads the descriptions of types, and knows where it is for faults */
+class Descriptions {
+public:
+    explicit Descriptions(
+        Containers::StringView file, Containers::StringView content):
+        _file{file},
+        _content{content} {}
+
+    bool add(EditorSession& session, const JsonValue& types);
+
+private:
+    bool readParameters(
+        Containers::StringView type, const JsonValue& description);
+    bool fail(const Containers::String& fault) const {
+        Host::fail(Utility::format("{}: {}", _file, fault));
+        return false;
+    }
+    Containers::String typePlace() const {
+        return memberPlace(_content, {&_position, 1});
+    }
+    Containers::String parameterPlace() const {
+        const std::size_t positions[]{_position, _parameters.size()};
+        return memberPlace(_content, positions);
+    }
+
+    Containers::StringView _file, _content;
+    /* Of the type among all */
+    std::size_t _position = 0;
+    std::vector<Parameter> _parameters;
+};
+
+bool Descriptions::add(EditorSession& session, const JsonValue& types) {
+    for(const auto& type: types.GetObject()) {
+        const Containers::StringView name = stringOf(type.name);
+        if(!readParameters(name, type.value) || !succeedsOrFails([&] {
+               return session.addScriptType(
+                   name, {_parameters.data(), _parameters.size()});
+           }))
+            return false;
+        ++_position;
+    }
+    return true;
+}
+
+bool Descriptions::readParameters(
+    Containers::StringView type, const JsonValue& description) {
+    _parameters.clear();
+    if(!description.IsObject())
+        return fail(Utility::format(
+            "'{}' at {} is no object of parameters", type, typePlace()));
+    for(const auto& parameter: description.GetObject()) {
+        const auto code = typeCode(parameter.value);
+        if(!code)
+            return fail(Utility::format(
+                "parameter '{}' of '{}' at {} has the unknown type '{}'; there "
+                "are {}",
+                stringOf(parameter.name), type, parameterPlace(),
+                parameter.value.IsString() ? stringOf(parameter.value)
+                                           : "(no text)",
+                typeNames()));
+        _parameters.emplace_back(stringOf(parameter.name), *code);
+    }
+    return true;
+}
+
 }
 
 bool addComponentTypes(EditorSession& session, Containers::StringView file,
     Containers::StringView content) {
     /* Read as the project is, with the place of a fault if there is one */
     EditorSession reader;
-    if(!succeedsOrFails([&] { return reader.open(file, content); }))
-        return false;
-
-    for(const auto& type: reader.projectFile().document.GetObject()) {
-        if(!type.value.IsObject()) {
-            fail(Utility::format("{}: '{}' is no object of parameters", file,
-                stringOf(type.name)));
-            return false;
-        }
-        std::vector<Parameter> parameters;
-        for(const auto& parameter: type.value.GetObject()) {
-            const auto code = typeCode(parameter.value);
-            if(!code) {
-                fail(Utility::format(
-                    "{}: parameter '{}' of '{}' has the unknown type '{}'; there "
-                    "are {}",
-                    file, stringOf(parameter.name), stringOf(type.name),
-                    parameter.value.IsString() ? stringOf(parameter.value)
-                                               : "(no text)",
-                    typeNames()));
-                return false;
-            }
-            parameters.emplace_back(stringOf(parameter.name), *code);
-        }
-        if(!succeedsOrFails([&] {
-               return session.addScriptType(
-                   stringOf(type.name), {parameters.data(), parameters.size()});
-           }))
-            return false;
-    }
-    return true;
+    return succeedsOrFails([&] { return reader.open(file, content); }) &&
+        Descriptions{file, content}.add(session, reader.projectFile().document);
 }
 
 }}

@@ -111,8 +111,7 @@ bool ProjectHandler::Double(double rough) {
     return _out.Double(*at() == '-' ? -0.0 : 0.0);
 }
 
-Containers::String fault(Containers::StringView what,
-    Containers::StringView json, std::size_t offset) {
+Containers::String place(Containers::StringView json, std::size_t offset) {
     std::size_t line = 1;
     std::size_t column = 1;
     for(std::size_t i = 0; i != offset && i != json.size(); ++i) {
@@ -122,7 +121,58 @@ Containers::String fault(Containers::StringView what,
         } else if((static_cast<unsigned char>(json[i]) & 0xc0) != 0x80)
             ++column;
     }
-    return Utility::format("{} at line {}, column {}", what, line, column);
+    return Utility::format("line {}, column {}", line, column);
+}
+
+Containers::String fault(Containers::StringView what,
+    Containers::StringView json, std::size_t offset) {
+    return Utility::format("{} at {}", what, place(json, offset));
+}
+
+/* Stops the reader at the member with given positions */
+class MemberSearch
+    : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, MemberSearch> {
+public:
+    explicit MemberSearch(const rapidjson::StringStream& input,
+        Containers::ArrayView<const std::size_t> positions):
+        _input(input),
+        _positions{positions} {}
+
+    bool Key(const char*, rapidjson::SizeType, bool) {
+        /* In the objects around the member alone */
+        if(_depth != _found + 1 || _seen++ != _positions[_found])
+            return true;
+        _seen = 0;
+        /* The reader moves on once it has passed on the name */
+        _offset = _input.Tell();
+        return ++_found != _positions.size();
+    }
+    bool StartObject() {
+        ++_depth;
+        return true;
+    }
+    bool StartArray() { return StartObject(); }
+    bool EndObject(rapidjson::SizeType) {
+        --_depth;
+        return true;
+    }
+    bool EndArray(rapidjson::SizeType) { return EndObject(0); }
+
+    std::size_t offset() const { return _offset; }
+
+private:
+    const rapidjson::StringStream& _input;
+    Containers::ArrayView<const std::size_t> _positions;
+    std::size_t _offset = 0;
+    std::size_t _depth = 0;
+    std::size_t _found = 0;
+    std::size_t _seen = 0;
+};
+
+Containers::StringView withoutMark(Containers::StringView content) {
+    return content.hasPrefix(ByteOrderMark)
+        ? content.exceptPrefix(ByteOrderMark)
+        : content;
 }
 
 /* Where half of a surrogate pair is escaped without the other; the end if
@@ -409,11 +459,20 @@ Containers::String parseProject(JsonDocument& document,
     Containers::StringView content, unsigned int maxDepth) {
     const Containers::String terminated =
         Containers::String::nullTerminatedView(content);
-    const Containers::StringView all = terminated;
-    const Containers::StringView json =
-        all.hasPrefix(ByteOrderMark) ? all.exceptPrefix(ByteOrderMark) : all;
+    const Containers::StringView json = withoutMark(terminated);
     Containers::String fault = textFault(json);
     return fault.isEmpty() ? read(document, json, maxDepth) : fault;
+}
+
+Containers::String memberPlace(Containers::StringView content,
+    Containers::ArrayView<const std::size_t> positions) {
+    const Containers::String terminated =
+        Containers::String::nullTerminatedView(content);
+    const Containers::StringView json = withoutMark(terminated);
+    rapidjson::StringStream input{json.data()};
+    MemberSearch search{input, positions};
+    rapidjson::Reader{}.Parse(input, search);
+    return place(json, search.offset());
 }
 
 Containers::String writeProject(const JsonValue& document,

@@ -1,6 +1,7 @@
 #ifndef Orrelin_session_projectJson_h
 #define Orrelin_session_projectJson_h
 
+#include <Corrade/Containers/ArrayView.h>
 #include <Corrade/Containers/String.h>
 #include <rapidjson/stringbuffer.h>
 
@@ -13,6 +14,12 @@ struct ProjectLook;
 /* Reads a project document. Returns the fault with its place, or nothing. */
 Containers::String parseProject(JsonDocument& document,
     Containers::StringView content, unsigned int maxDepth);
+
+/* "line 3, column 5", where a member begins in a document that was read: given
+   are its position among the members of the root object, or of a member of that
+   and its own in it, and so on. Reads up to there. */
+Containers::String memberPlace(Containers::StringView content,
+    Containers::ArrayView<const std::size_t> positions);
 
 /* Writes a project document with given look. Sets lost to the count of numbers
    that became null because they aren't finite. Returns why the result couldn't
