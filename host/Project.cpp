@@ -305,6 +305,29 @@ bool Project::checkLanguage(Containers::StringView code) {
     return false;
 }
 
+bool Project::provideDefaultLanguage(Codes& added) {
+    const JsonValue* const records =
+        editor().languagesSection.readValueNoDefault();
+    if(records && !records->IsObject()) {
+        fail("the project's \"languages\" aren't an object and would be lost");
+        return false;
+    }
+    const Containers::String code = defaultLanguage();
+    if(!languages().empty() || code.isEmpty())
+        return true;
+    const unsigned short row = languageIndex(code);
+    if(row == AllLanguageCount) {
+        fail(Utility::format(
+            "settings/localization/defaultLanguage in {} is '{}', which isn't "
+            "the code of a language; correct it first{}",
+            file(), code, suggestion(code, allLanguages())));
+        return false;
+    }
+    LocalizationTools::addLanguage(editor(), row);
+    added.push_back(code);
+    return true;
+}
+
 LanguageSource Project::source(bool isArchive) {
     const Containers::String path = isArchive
         ? LocalizationTools::archiveStem(editor())

@@ -113,6 +113,12 @@ public:
     /* The same, but prints an error if the project lacks it */
     bool checkLanguage(Containers::StringView code);
 
+    /* For commands that add languages: the first one of a project becomes that
+       of its own texts, whatever the project says. So where there is none yet,
+       adds the one that the project names, and puts its code into the list. If
+       that can't be done, prints why and returns false. */
+    bool provideDefaultLanguage(Codes& added);
+
     /* The place that exports write and imports read. The last dot of the name
        of the folder or the project, and all behind it, are dropped. */
     LanguageSource target();

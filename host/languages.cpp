@@ -34,12 +34,6 @@ std::vector<Language> matching(Containers::StringView filter) {
 }
 
 bool checkNew(Project& project, const Codes& codes) {
-    const JsonValue* const records =
-        project.editor().languagesSection.readValueNoDefault();
-    if(records && !records->IsObject()) {
-        fail("the project's \"languages\" aren't an object and would be lost");
-        return false;
-    }
     for(const Containers::String& code: codes) {
         if(languageIndex(code) == AllLanguageCount) {
             fail(Utility::format("unknown language code '{}'{}", code,
@@ -149,19 +143,24 @@ int listLanguages(Containers::StringView filter, bool json) {
 
 int addLanguages(const ProjectOptions& options, const Codes& codes) {
     Project project;
-    if(!project.openForWriting(options, "add") || !checkNew(project, codes))
+    Codes added;
+    if(!project.openForWriting(options, "add") || !checkNew(project, codes) ||
+        !project.provideDefaultLanguage(added))
         return Failure;
 
-    const bool isFirst = project.languages().empty();
     for(const Containers::String& code: codes)
-        LocalizationTools::addLanguage(project.editor(), languageIndex(code));
+        if(!project.hasLanguage(code)) {
+            LocalizationTools::addLanguage(
+                project.editor(), languageIndex(code));
+            added.push_back(code);
+        }
     if(!project.write() || !project.commit())
         return Failure;
 
-    for(const Containers::String& code: codes)
+    for(const Containers::String& code: added)
         printLine(Utility::format("Added {} ({}){}",
             AllLanguages[languageIndex(code)].name, code,
-            isFirst && code == codes.front()
+            code == project.defaultLanguage()
                 ? ", the language of the project's own texts"
                 : ""));
     printLine(Utility::format("Saved {}. 'export' writes the files to "

@@ -154,7 +154,8 @@ void addLanguageCommands(CLI::App& app, Arguments& arguments) {
 
     CLI::App& add = addProjectCommand(app, arguments,
         {"add", "Add languages to a project",
-            "The first language of a project is that of its own texts.",
+            "A project needs the language of its own texts first. It's added\n"
+            "if the project names it; otherwise the first CODE becomes it.",
             "add museum fr pt-BR"},
         [](const Arguments& a) {
             return addLanguages(a.options(), a.codeList());
