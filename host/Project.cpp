@@ -14,6 +14,7 @@
 #include <Corrade/Utility/Path.h>
 #include <rapidjson/document.h>
 
+#include "brokenKeys.h"
 #include "ChangeManager.h"
 #include "ComponentTypes.h"
 #include "LanguageTable.h"
@@ -103,6 +104,7 @@ bool Project::open(
         !readComponents() || !readProject())
         return false;
     LocalizationTools::gatherStrings(editor(), _state->contents->strings);
+    warnOfBrokenKeys(*this);
     const LanguageSource files = target();
     return isFine(storage.setLanguagesFolder(files.isArchive
             ? Containers::String{Utility::Path::split(files.path).first()}

@@ -1,0 +1,61 @@
+#include "brokenKeys.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+#include <Corrade/Containers/StringStl.h>
+#include <Corrade/Utility/Format.h>
+#include <rapidjson/document.h>
+
+#include "Messages.h"
+#include "Terminal.h"
+#include "shared/StringFunctors.h"
+
+namespace OrrelinEngine { namespace Host {
+
+namespace {
+
+const char* kindOf(const JsonValue& value) {
+    switch(value.GetType()) {
+    case rapidjson::kNullType:
+        return "null";
+    case rapidjson::kStringType:
+        return "an empty text";
+    case rapidjson::kNumberType:
+        return "a number";
+    case rapidjson::kArrayType:
+        return "an array";
+    case rapidjson::kObjectType:
+        return "an object";
+    default:
+        return "a boolean";
+    }
+}
+
+}
+
+void warnOfBrokenKeys(Project& project) {
+    /* Keys that the project doesn't choose are never empty */
+    std::vector<Containers::StringView> paths;
+    for(const auto& value: project.strings())
+        if(value.second.isEmpty())
+            paths.push_back(value.first);
+    std::sort(paths.begin(), paths.end(), StrLess{});
+
+    Lines lines;
+    for(const Containers::StringView path: paths) {
+        const Containers::String keyPath = path + "_term";
+        const JsonValue* const key =
+            project.editor().project[keyPath].readValueNoDefault();
+        lines.add(std::string{
+            Utility::format("{} in the project isn't a key but {}; {}", keyPath,
+                key ? kindOf(*key) : "missing",
+                paths.size() == 1
+                    ? Containers::String{"its text has the empty key"}
+                    : Utility::format("its text shares a term with {}",
+                          counted(paths.size() - 1, "other")))});
+    }
+    lines.print();
+}
+
+}}

@@ -1,0 +1,14 @@
+#ifndef Orrelin_host_brokenKeys_h
+#define Orrelin_host_brokenKeys_h
+
+#include "Project.h"
+
+namespace OrrelinEngine { namespace Host {
+
+/* Prints a warning for each text whose key in the project isn't one, so that it
+   has the empty key and shares the translations of all such texts */
+void warnOfBrokenKeys(Project& project);
+
+}}
+
+#endif
