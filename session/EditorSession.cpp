@@ -56,14 +56,27 @@ LanguageRecords languageRecords(const OrrelinEditor& editor) {
     return out;
 }
 
-/* Writes the document. On a failure prints that the operation can't write it,
-   and why. */
+/* The file isn't kept in memory for this, as only few who open a project save
+   it */
+bool updateFile(Containers::StringView file, const JsonValue& document,
+    const ProjectLook& look, rapidjson::StringBuffer& out, std::size_t& lost) {
+    Containers::String text;
+    return !file.isEmpty() && readFile(file, text).isEmpty() &&
+        updateProject(text, document, look, out, lost, EditorSession::MaxDepth);
+}
+
+/* Writes the document, as it is in the file where it's the same. On a failure
+   prints that the operation can't write it, and why. */
 bool writeDocument(const JsonValue& document, const ProjectLook& look,
-    rapidjson::StringBuffer& out, Containers::StringView operation,
-    Containers::StringView what) {
+    Containers::StringView file, rapidjson::StringBuffer& out,
+    Containers::StringView operation, Containers::StringView what) {
     std::size_t lost = 0;
-    const Containers::String fault =
-        writeProject(document, look, out, lost, EditorSession::MaxDepth);
+    Containers::String fault;
+    if(!updateFile(file, document, look, out, lost)) {
+        out.Clear();
+        fault =
+            writeProject(document, look, out, lost, EditorSession::MaxDepth);
+    }
     if(!fault.isEmpty()) {
         Utility::Error{} << operation << "can't write" << what
                          << Utility::Debug::nospace << ":" << fault;
@@ -93,6 +106,8 @@ struct EditorSession::State {
     ChangeManager changeManager;
     OrrelinEditor editor;
     ProjectLook look;
+    /* That was opened or saved last, if any */
+    Containers::String file;
     LanguageRecords savedLanguages;
 };
 
@@ -120,6 +135,7 @@ bool EditorSession::open(
         return false;
     }
 
+    _state->file = file;
     const Containers::StringView folder = Utility::Path::split(file).first();
     _state->projectRoot = folder.isEmpty() ? "." : folder;
     return true;
@@ -127,8 +143,10 @@ bool EditorSession::open(
 
 bool EditorSession::parse(Containers::StringView json) {
     const Containers::String fault = load(json, false);
-    if(fault.isEmpty())
+    if(fault.isEmpty()) {
+        _state->file = {};
         return true;
+    }
     Utility::Error{} << "EditorSession::parse():" << fault;
     return false;
 }
@@ -154,16 +172,16 @@ Containers::String EditorSession::load(
 
 Containers::Optional<Containers::String> EditorSession::write() {
     rapidjson::StringBuffer out;
-    if(!writeDocument(_state->projectFile.document, _state->look, out,
-           "EditorSession::write():", "the project"))
+    if(!writeDocument(_state->projectFile.document, _state->look, _state->file,
+           out, "EditorSession::write():", "the project"))
         return {};
     return Containers::String{out.GetString(), out.GetSize()};
 }
 
 bool EditorSession::save(Containers::StringView file) {
     rapidjson::StringBuffer out;
-    if(!writeDocument(_state->projectFile.document, _state->look, out,
-           "EditorSession::save():", file))
+    if(!writeDocument(_state->projectFile.document, _state->look, _state->file,
+           out, "EditorSession::save():", file))
         return false;
     const Containers::String fault =
         replaceFile(file, {out.GetString(), out.GetSize()});
@@ -171,6 +189,7 @@ bool EditorSession::save(Containers::StringView file) {
         Utility::Error{} << "EditorSession::save():" << fault;
         return false;
     }
+    _state->file = file;
     markSaved();
     return true;
 }

@@ -87,14 +87,22 @@ public:
      * is replaced. Prints a failure and returns @cpp false @ce, also for a file
      * that is read-only, as version control makes it to lock it.
      *
-     * The JSON looks as that of the file that was opened: a byte order mark,
-     * line ends and what is before and after the root object, indentation or
-     * all in one line, spaces after colons, arrays of plain values in one line
-     * or several, the form of empty objects and arrays, and whether all but
-     * ASCII is escaped. The first place in the file that shows one of these
-     * decides for the whole file. Values don't change, but their spelling may:
-     * 1.50 becomes 1.5, 1e3 becomes 1000.0, -0 becomes -0.0, and characters
-     * that were escaped without need are written as they are.
+     * All that didn't change stays as it is in the file that was opened or
+     * saved last, byte by byte: layout, spelling of numbers and escapes. The
+     * file is read again for that, so it has to be there still. If it can't be
+     * read or other programs changed it, fewer bytes stay, but the values are
+     * those of the document in any case.
+     *
+     * New and changed values, or all without such a file, look as the file
+     * did: a byte order mark, line ends and what is before and after the root
+     * object, indentation or all in one line, spaces after colons, arrays of
+     * plain values in one line or several, the form of empty objects and
+     * arrays, and whether all but ASCII is escaped. The first place in the file
+     * that shows one of these decides for the whole file, but what is added to
+     * an object or array in one line stays there. Values don't change, but
+     * their spelling may: 1.50 becomes 1.5, 1e3 becomes 1000.0, -0 becomes
+     * -0.0, and characters that were escaped without need are written as they
+     * are.
      *
      * Fails without touching the file if the document couldn't be opened
      * again: if it nests more than @ref MaxDepth levels, its root isn't an

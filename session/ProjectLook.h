@@ -2,6 +2,7 @@
 #define Orrelin_session_ProjectLook_h
 
 #include <Corrade/Containers/String.h>
+#include <rapidjson/stringbuffer.h>
 
 #include "OrrelinEngine.h"
 
@@ -38,6 +39,15 @@ struct ProjectLook {
    a trait decides for the whole file. Of a large text, most traits are looked
    for in the beginning only. */
 ProjectLook lookOf(Containers::StringView json);
+
+/* Writes a project document with given look, but copies from the text what
+   means the same there, so that it keeps spelling and layout. It may be any
+   text; the less it's like the document, the less is copied. Sets lost like
+   writeProject(). Returns false if the text isn't JSON, or the document can't
+   be written, and then out is of no use. */
+bool updateProject(Containers::StringView text, const JsonValue& document,
+    const ProjectLook& look, rapidjson::StringBuffer& out, std::size_t& lost,
+    unsigned int maxDepth);
 
 }
 

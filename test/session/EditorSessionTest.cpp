@@ -295,6 +295,76 @@ TEST_F(EditorSessionTest, filesKeepTheirLook) {
     EXPECT_EQ(*session.write(), "{\n    \"a\": {}\n}\n");
 }
 
+const struct {
+    const char* name;
+    std::string before;
+    const char* document;
+    std::string after;
+} Updates[]{
+    {"additions", R"({
+  "a": {"b" : 1.50, "c": [ 1, 1e3 ]},
+  "d": {}, "e": [],
+  "f": [
+    {"g": "\u00e9\/"}
+  ]
+})",
+        R"({"a": {"b": 1.5, "c": [1, 1000.0, 2], "n": {"o": [3]}},
+            "d": {"p": 4}, "e": [5], "f": [{"g": "é/"}, {"h": 6}], "i": 7})",
+        R"({
+  "a": {"b" : 1.50, "c": [ 1, 1e3, 2 ], "n": {"o": [3]}},
+  "d": {
+    "p": 4
+  }, "e": [5],
+  "f": [
+    {"g": "\u00e9\/"},
+    {
+      "h": 6
+    }
+  ],
+  "i": 7
+})"},
+    {"changes", "{\r\n\t\"a\" : [ -0 , 1 ],\r\n\t\"b\": 0.0, \"c\": 1}\r\n",
+        R"({"a": [-0.0, 1.0], "b": -0.0, "c": "1"})",
+        "{\r\n\t\"a\" : [ -0 , 1.0 ],\r\n\t\"b\": -0.0, \"c\": \"1\"}\r\n"},
+    {"removals",
+        "{\n \"a\": [1,  2.0,\n3, 4],\n \"b\": { \"c\": 1 },\n"
+        " \"d\":  {\"e\":0, \"f\":1.0}, \"g\": 1e0\n}",
+        R"({"a": [1, 3, 4], "b": {}, "d": {"f": 1.0}})",
+        "{\n \"a\": [1,\n3, 4],\n \"b\": {},\n \"d\":  {\"f\":1.0}\n}"},
+    {"moves", "{\n \"a\": 1.0,\n \"b\": 1.00,\n  \"b\": 2e0,\n \"c\": 0e0\n}\n",
+        R"({"c": 0.0, "x": 1, "b": 1.0, "b": 2.0, "a": 1.0, "b": 3.0})",
+        "{\n \"c\": 0e0,\n \"x\": 1,\n \"b\": 1.00,\n \"b\": 2.0,\n"
+        " \"a\": 1.0,\n \"b\": 3.0\n}\n"},
+    {"an array that got longer and changed", "{\"a\": [[1e0,2],  [3e0]]}",
+        R"({"a": [[1.0, 3], [4], [3.0]]})", "{\"a\": [[1e0,3],[4],  [3e0]]}"},
+};
+
+TEST_F(EditorSessionTest, unchangedStays) {
+    const std::string file = folder.path("project.json");
+    for(const auto& data: Updates) {
+        SCOPED_TRACE(data.name);
+        folder.write("project.json", data.before);
+        ASSERT_TRUE(session.open(file));
+        EXPECT_EQ(*session.write(), data.before);
+        session.projectFile().document.Parse(data.document);
+        EXPECT_EQ(*session.write(), data.after);
+        ASSERT_TRUE(session.save(file));
+        EXPECT_EQ(*session.write(), data.after);
+    }
+
+    /* Whatever happened to the file */
+    const std::string expected = jsonText(session.projectFile().document);
+    for(const char* const other:
+        {"", "{", "{\"a\": [[1e0,3], [4], [3\n4]]}", "{\"a\": [[1e0,3}, [4]]}",
+            "{\"a\"  [}", "{\"\n\": 1, \"a\":tru}"}) {
+        SCOPED_TRACE(other);
+        folder.write("project.json", other);
+        EditorSession written;
+        ASSERT_TRUE(written.parse(*session.write()));
+        EXPECT_EQ(jsonText(written.projectFile().document), expected);
+    }
+}
+
 std::string randomSpace(Random& random) {
     const char* const spaces[]{"", "", " ", "\n", "\r\n", "\t"};
     return random.oneOf(spaces);
@@ -358,6 +428,65 @@ TEST_F(EditorSessionTest, valuesDontChange) {
         expectSame(spelled({json.data(), json.size()}), spelled(saved));
         ASSERT_TRUE(session.open("project.json", saved));
         ASSERT_EQ(text(*session.write()), text(saved));
+    }
+}
+
+void edit(JsonValue& value, JsonAllocator& allocator, Random& random) {
+    const bool isDeep = !random.oneIn(3);
+    if(value.IsObject() && value.MemberCount()) {
+        const auto i = value.MemberBegin() +
+            std::ptrdiff_t(random.below(value.MemberCount()));
+        if(isDeep)
+            edit(i->value, allocator, random);
+        else if(random.oneIn(2))
+            value.EraseMember(i);
+        else
+            value.AddMember("new", JsonValue{rapidjson::kArrayType}, allocator);
+    } else if(value.IsArray() && !value.Empty()) {
+        JsonValue* const i = value.Begin() + random.below(value.Size());
+        if(isDeep)
+            edit(*i, allocator, random);
+        else if(random.oneIn(2))
+            value.Erase(i);
+        else {
+            value.PushBack(0.5, allocator);
+            std::swap(*i, value[value.Size() - 1]);
+        }
+    } else
+        value.SetObject().AddMember("\t", 1, allocator);
+}
+
+TEST_F(EditorSessionTest, otherRecordsStay) {
+    Random random{environment("ORRELIN_SEED", 1)};
+    const std::string file = folder.path("project.json");
+    for(int i = 0; i != 300; ++i) {
+        std::vector<std::string> records;
+        std::string json;
+        for(std::size_t j = 0; j != 8; ++j) {
+            records.push_back("\"" + std::to_string(j) + "\"" +
+                randomSpace(random) + ":" + randomSpace(random) +
+                randomJson(random, 4));
+            json += (j ? "," : "{") + randomSpace(random) + records.back();
+        }
+        folder.write("project.json", json + '}');
+        SCOPED_TRACE(json);
+        ASSERT_TRUE(session.open(file));
+        /* Saved twice, as what was saved is the text for the next time */
+        for(const std::size_t record: {random.below(8), random.below(8)}) {
+            JsonDocument& document = session.projectFile().document;
+            edit((document.MemberBegin() + std::ptrdiff_t(record))->value,
+                document.GetAllocator(), random);
+            records[record].clear();
+            const std::string expected = jsonText(document);
+            ASSERT_TRUE(session.save(file));
+            const std::string saved = folder.read("project.json");
+            std::size_t at = 0;
+            for(const std::string& kept: records)
+                ASSERT_NE(at = saved.find(kept, at), saved.npos) << saved;
+            EditorSession other;
+            ASSERT_TRUE(other.open(file));
+            ASSERT_EQ(jsonText(other.projectFile().document), expected);
+        }
     }
 }
 
