@@ -50,9 +50,12 @@ bool readFolder(Project& project, Containers::StringView folder,
     bool succeeded = true;
     for(const Containers::String& name: names) {
         const Containers::String path = Utility::Path::join(folder, name);
-        if(Utility::Path::splitExtension(name).second() != ".json" ||
-            !isWanted(name) || project.isOwnFile(path) ||
-            Utility::Path::isDirectory(path))
+        const auto parts = Utility::Path::splitExtension(name);
+        /* Reading a folder in place of a language's file fails */
+        if(parts.second() != ".json" || !isWanted(name) ||
+            project.isOwnFile(path) ||
+            (Utility::Path::isDirectory(path) &&
+                !project.hasLanguage(parts.first())))
             continue;
         FileContent file;
         if(!project.readFile(path, file) ||

@@ -119,6 +119,8 @@ const struct {
         {"museum/languages/de.json has no object \"translation\""}},
     {"FileThatIsFolder", "rm $de && mkdir $de", "export museum",
         {"museum/languages/de.json"}},
+    {"FileThatIsFolderOnStatus", "rm $de && mkdir $de", "status museum",
+        {"can't read museum/languages/de.json: Is a directory\n"}},
     {"UnknownTerm", "sed -i 's/\"hours\"/\"hourz\"/' $de", "export museum",
         {"orrelin-localize: 1 text would be lost, such as 'hourz' in "
          "museum/languages/de.json; "}},
