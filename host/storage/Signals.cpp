@@ -11,8 +11,32 @@ namespace OrrelinEngine { namespace Host {
 
 namespace {
 
+/* All that end a process, but not those of a fault in it, after which nothing
+   can be relied on, and none that can't be handled */
 constexpr int Signals[]{
-    SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE, SIGALRM, SIGXCPU};
+    SIGINT,
+    SIGTERM,
+    SIGHUP,
+    SIGQUIT,
+    SIGABRT,
+    SIGPIPE,
+    SIGALRM,
+    SIGVTALRM,
+    SIGPROF,
+    SIGUSR1,
+    SIGUSR2,
+    SIGXCPU,
+    SIGXFSZ,
+#ifdef SIGPOLL
+    SIGPOLL,
+#endif
+#ifdef SIGSTKFLT
+    SIGSTKFLT,
+#endif
+#ifdef SIGPWR
+    SIGPWR,
+#endif
+};
 
 std::atomic<int> lockParent{-1};
 std::atomic<int> lockFolder{-1};

@@ -1,3 +1,4 @@
+#include <csignal>
 #include <map>
 #include <vector>
 #include <gtest/gtest.h>
@@ -173,6 +174,20 @@ TEST(StorageTest, NamesTheHolder) {
                   std::to_string(getpid()) + " on "),
         0)
         << fault;
+}
+
+TEST(StorageTest, Signals) {
+    const Files files;
+    for(const int signal: {SIGINT, SIGQUIT, SIGABRT, SIGPIPE, SIGALRM, SIGUSR1,
+            SIGUSR2, SIGXCPU, SIGXFSZ}) {
+        const auto interrupted = [&] {
+            Storage storage;
+            files.start(storage);
+            raise(signal);
+        };
+        EXPECT_EXIT(interrupted(), testing::KilledBySignal(signal), "");
+        EXPECT_FALSE(Fs::exists(files.path(".orrelin"))) << signal;
+    }
 }
 
 /* A command that was killed once its changes held, and what became of it */
