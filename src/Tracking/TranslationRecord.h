@@ -1,0 +1,197 @@
+#ifndef Orrelin_Tracking_TranslationRecord_h
+#define Orrelin_Tracking_TranslationRecord_h
+
+/** @file
+ * @brief Class @ref OrrelinEngine::Tracking::TranslationRecord, enum @ref OrrelinEngine::Tracking::SourceState
+ */
+
+#include <cstdint>
+#include <memory>
+#include <Corrade/Containers/String.h>
+
+#include "OrrelinEngine.h"
+#include "shared/Export.h"
+
+namespace OrrelinEngine { namespace Tracking {
+
+/** @brief Where a source text was changed since the default language's file was last written or read */
+enum class SourceState : std::uint8_t {
+    /** The file has the project's text */
+    Same,
+    /** Only in the project, so the file is out of date */
+    ChangedInProject,
+    /** Only in the file, so the project should take the text */
+    ChangedInFile,
+    /**
+     * In both, or it isn't known where. A person has to decide, as either text
+     * may be somebody's work.
+     */
+    Conflict
+};
+
+/**
+@brief What translations were made from
+
+Language files don't tell from which source text a translation was made. This
+record does, and lies beside them as a text file. It describes the files as they
+were when last written or read:
+
+-   of each text in the default language's file, a hash;
+-   of each translation, a hash of it with its key, and one of the source text
+    that it was made from;
+-   source texts that were replaced since their translations were made.
+
+There's one line for each text, in the order of the language file. So version
+control can merge the record where it can merge the language files. Of a
+conflict, both sides may stay, even with the marks around them: what fits no
+text of the files is dropped when the record is next written.
+
+Hashes of translations have 36 bits, others are compared with one or two only
+and have 24. That two different texts are taken for the same is less likely than
+one in ten million.
+*/
+class ORRELIN_LOCALIZATION_EXPORT TranslationRecord {
+public:
+    /** @brief Name of the record's file in the folder of the language files */
+    static const char FileName[];
+
+    /** @brief An empty record */
+    explicit TranslationRecord();
+
+    /** @brief Not copyable */
+    TranslationRecord(const TranslationRecord&) = delete;
+
+    /** @brief Move constructor */
+    TranslationRecord(TranslationRecord&&) noexcept;
+
+    ~TranslationRecord();
+
+    /** @brief Not copyable */
+    TranslationRecord& operator=(const TranslationRecord&) = delete;
+
+    /** @brief Move assignment */
+    TranslationRecord& operator=(TranslationRecord&&) noexcept;
+
+    /**
+     * @brief Read the content of a record's file
+     *
+     * Replaces all that the record knew. If the content isn't a record, or one
+     * of a later version, leaves the record empty and returns false. Passes
+     * over lines that aren't understood. Prints nothing.
+     */
+    bool parse(Containers::StringView content);
+
+    /**
+     * @brief The content for a record's file
+     *
+     * The same for the same texts. Leaves out former sources from which there's
+     * no translation anymore.
+     */
+    Containers::String write() const;
+
+    /**
+     * @brief Forget the source texts if they are in another language
+     *
+     * For a project whose default language may have changed since.
+     */
+    void expectSources(Containers::StringView code);
+
+    /** @brief Whether nothing is known */
+    bool isEmpty() const;
+
+    /**
+     * @brief Name of the archive with the language files
+     *
+     * Empty if they are loose. Valid until the record changes.
+     */
+    Containers::StringView archive() const;
+
+    /** @brief Set the name of the archive with the language files */
+    void setArchive(Containers::StringView name);
+
+    /**
+     * @brief Compare a text of the default language's file with the project's
+     *
+     * Takes constant time if texts are asked for in the order of the file,
+     * logarithmic time otherwise. So do the other operations.
+     */
+    SourceState compare(Containers::StringView key, Containers::StringView file,
+        Containers::StringView project) const;
+
+    /** @brief Whether the default language's file had a text under a key */
+    bool hasSource(Containers::StringView key) const;
+
+    /**
+     * @brief Hash of the source text that a translation was made from
+     * @param code          Language code
+     * @param key           Term key, as in the file
+     * @param translation   The translation
+     * @param source        The project's text
+     *
+     * A translation that isn't known was made from the text that stood in the
+     * default language's file, or if that isn't known either, from @p source.
+     */
+    std::uint32_t origin(Containers::StringView code,
+        Containers::StringView key, Containers::StringView translation,
+        Containers::StringView source) const;
+
+    /** @brief Whether a translation is known */
+    bool hasTranslation(Containers::StringView code, Containers::StringView key,
+        Containers::StringView translation) const;
+
+    /** @brief What @ref origin() gives for a translation that was made from a text */
+    static std::uint32_t originOf(Containers::StringView source);
+
+    /**
+     * @brief A source text by the hash that @ref origin() gave
+     *
+     * Empty if it isn't known. Valid until the record changes.
+     */
+    Containers::StringView formerSource(std::uint32_t origin) const;
+
+    /** @brief Remember a source text for @ref formerSource() */
+    void addFormerSource(Containers::StringView text);
+
+    /**
+     * @brief Begin to describe the default language's file anew
+     *
+     * The texts are then to be added with @ref addSource(), in their order.
+     * Until @ref renew(), this only changes what @ref write() gives.
+     */
+    void beginSources(Containers::StringView code);
+
+    /** @brief Add a text of the default language's file */
+    void addSource(Containers::StringView key, Containers::StringView text);
+
+    /**
+     * @brief Begin to describe the file of another language anew
+     *
+     * The translations are then to be added with @ref addTranslation() or
+     * @ref addMissing(), in their order. Until @ref renew(), this only changes
+     * what @ref write() gives.
+     */
+    void beginTranslations(Containers::StringView code);
+
+    /** @brief Add a translation to the language begun last, with its @ref origin() */
+    void addTranslation(Containers::StringView key,
+        Containers::StringView translation, std::uint32_t origin);
+
+    /** @brief Add a term without a translation to the language begun last */
+    void addMissing(Containers::StringView key);
+
+    /** @brief Let the new descriptions hold for all other operations, too */
+    void renew();
+
+    /** @brief Forget a language */
+    void remove(Containers::StringView code);
+
+private:
+    friend class TextMoves;
+    struct State;
+
+    std::unique_ptr<State> _state;
+};
+
+}}
+
+#endif
