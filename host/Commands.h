@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "Project.h"
+#include "SourceMerge.h"
 
 namespace OrrelinEngine { namespace Host {
 
@@ -28,17 +28,43 @@ struct Gate {
     std::optional<double> failUnder;
     /* Lets types of components pass that nobody described */
     bool allowUndescribed = false;
+    /* Counts outdated translations, too */
+    bool allowOutdated = false;
 };
 
 int showStatus(const ProjectOptions& options, bool json, const Gate& gate);
 
-int importFiles(const ProjectOptions& options, bool dryRun);
+struct ImportOptions {
+    /* Languages to read, all if empty */
+    Codes codes;
+    SourceChoice choice;
+    /* Takes empty texts and the word None */
+    bool allowsEmpty = false;
+    bool dryRun = false;
+};
 
-/* Exports all languages if no codes are given. With prune, also drops texts
-   that the project has no place for, instead of refusing to; but not if they
-   may be of component types that nobody described, unless that's allowed. */
-int exportFiles(const ProjectOptions& options, const Codes& codes, bool prune,
-    bool allowUndescribed);
+int importFiles(const ProjectOptions& project, const ImportOptions& options);
+
+struct ExportOptions {
+    /* Languages to write, all if empty */
+    Codes codes;
+    SourceChoice choice;
+    /* Drops texts that the project has no place for, instead of refusing to;
+       but not if they may be of component types that nobody described, unless
+       that's allowed */
+    bool prune = false;
+    bool allowUndescribed = false;
+};
+
+int exportFiles(const ProjectOptions& project, const ExportOptions& options);
+
+/* Lets outdated translations count as up to date, all of them if no keys are
+   given */
+int confirmTranslations(const ProjectOptions& project,
+    Containers::StringView code, const Codes& keys);
+
+/* Stores all generated keys in the project */
+int pinKeys(const ProjectOptions& project);
 
 }}
 

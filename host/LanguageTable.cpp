@@ -6,6 +6,8 @@
 #include <Corrade/Containers/StringStl.h>
 #include <Corrade/Utility/Format.h>
 
+#include "editDistance.h"
+
 namespace OrrelinEngine { namespace Host {
 
 namespace {
@@ -33,22 +35,6 @@ std::string folded(Containers::StringView text) {
             c = '-';
     }
     return out;
-}
-
-/* Count of letters to insert, remove or replace */
-std::size_t editDistance(const std::string& a, const std::string& b) {
-    std::vector<std::size_t> row(b.size() + 1);
-    for(std::size_t j = 0; j != row.size(); ++j)
-        row[j] = j;
-    for(std::size_t i = 0; i != a.size(); ++i) {
-        std::size_t diagonal = row[0]++;
-        for(std::size_t j = 0; j != b.size(); ++j) {
-            const std::size_t replaced = diagonal + (a[i] != b[j]);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
-        }
-    }
-    return row[b.size()];
 }
 
 /* How far what was typed is from a language. Best are its code or name in

@@ -21,7 +21,6 @@
 #include "Tools/LocalizationTools.h"
 #include "Tools/languageIndex.h"
 #include "Tools/Implementation/languagesFolder.h"
-#include "Tools/Implementation/StoredTerms.h"
 #include "editor/ProjectFile.h"
 #include "shared/RecordPath.h"
 #include "shared/Implementation/stringOf.h"
@@ -57,11 +56,24 @@ Containers::StringIterable iterable(const Codes& codes) {
 
 constexpr auto Format = LocalizationTools::LocalizationFormat::I18next;
 
+Containers::String folderOf(const LanguageSource& source) {
+    return source.isArchive
+        ? Containers::String{Utility::Path::split(source.path).first()}
+        : source.path;
+}
+
+/* The record may come from a stranger */
+bool isArchiveName(Containers::StringView name) {
+    return name.hasSuffix(".zip") && !name.contains('/') &&
+        !name.hasPrefix('.') && !name.contains('\0');
+}
+
 }
 
 struct Project::Contents {
     EditorSession session;
     TermMap strings;
+    Tracking::TranslationRecord record;
 };
 
 struct Project::State {
@@ -106,9 +118,33 @@ bool Project::open(
     LocalizationTools::gatherStrings(editor(), _state->contents->strings);
     warnOfBrokenKeys(*this);
     const LanguageSource files = target();
-    return isFine(storage.setLanguagesFolder(files.isArchive
-            ? Containers::String{Utility::Path::split(files.path).first()}
-            : files.path));
+    return isFine(storage.setLanguagesFolder(folderOf(files))) && readRecord();
+}
+
+/* Loose files and an archive may be in different folders, as a dot in the
+   folder's name shows. The record is then still in the former. */
+bool Project::readRecord() {
+    Tracking::TranslationRecord& record = _state->contents->record;
+    for(const bool isFormer: {false, true}) {
+        const Containers::String file = Utility::Path::join(
+            folderOf(source(target().isArchive != isFormer)),
+            Tracking::TranslationRecord::FileName);
+        FileContent content;
+        if(!readFile(file, content))
+            return false;
+        if(!content.exists)
+            continue;
+        if(!record.parse(content.content)) {
+            fail(Utility::format(
+                "{} isn't a record of translations that this version can read; "
+                "move it away to begin anew",
+                file));
+            return false;
+        }
+        record.expectSources(defaultLanguage());
+        break;
+    }
+    return true;
 }
 
 bool Project::findFile() {
@@ -213,6 +249,14 @@ bool Project::writeArchive(const Codes& codes, Containers::StringView file) {
         isFine(_state->storage.writeArchive(file));
 }
 
+bool Project::writeRecord() {
+    const LanguageSource files = target();
+    record().setArchive(files.isArchive
+            ? Utility::Path::split(files.path).second()
+            : Containers::StringView{});
+    return isFine(_state->storage.write(recordFile(), record().write()));
+}
+
 bool Project::commit() {
     return isFine(_state->storage.commit());
 }
@@ -231,6 +275,10 @@ LocalizationData& Project::localization() {
 
 TermMap& Project::strings() {
     return _state->contents->strings;
+}
+
+Tracking::TranslationRecord& Project::record() {
+    return _state->contents->record;
 }
 
 Storage& Project::storage() {
@@ -344,8 +392,32 @@ LanguageSource Project::target() {
     return source(LocalizationTools::isZipCompressed(editor()));
 }
 
-LanguageSource Project::formerTarget() {
-    return source(!target().isArchive);
+std::vector<LanguageSource> Project::sources() {
+    std::vector<LanguageSource> out;
+    const auto add = [&](const LanguageSource& source) {
+        if(std::none_of(
+               out.begin(), out.end(), [&](const LanguageSource& other) {
+                   return other.isArchive == source.isArchive &&
+                       other.path == source.path;
+               }))
+            out.push_back(source);
+    };
+    if(!record().isEmpty() && record().archive().isEmpty())
+        add(source(false));
+    else if(isArchiveName(record().archive()))
+        add({Utility::Path::join(folderOf(source(true)), record().archive()),
+            true});
+    /* Nothing is in that place anymore if it was moved by hand */
+    if(!out.empty() && !Utility::Path::exists(out.front().path))
+        out.clear();
+    add(target());
+    add(source(!target().isArchive));
+    return out;
+}
+
+Containers::String Project::recordFile() {
+    return Utility::Path::join(
+        folderOf(target()), Tracking::TranslationRecord::FileName);
 }
 
 Containers::StringView Project::source(Containers::StringView recordPath) {
@@ -355,15 +427,7 @@ Containers::StringView Project::source(Containers::StringView recordPath) {
 }
 
 std::vector<Term> Project::terms() {
-    std::vector<Term> out;
-    out.reserve(localization().terms.size());
-    LocalizationTools::StoredTerms stored{editor()};
-    for(const auto& term: localization().terms) {
-        const LocalizationTools::StoredTerm found = stored.find(term.second);
-        out.push_back(
-            {term.first, term.second, found.text(), found.translated});
-    }
-    return out;
+    return Tracking::listTerms(editor());
 }
 
 std::vector<Term> Project::translatedTerms() {
@@ -371,24 +435,6 @@ std::vector<Term> Project::translatedTerms() {
     out.erase(std::remove_if(out.begin(), out.end(),
                   [](const Term& term) { return !term.isTranslated; }),
         out.end());
-    return out;
-}
-
-std::size_t Project::translationCount(
-    const std::vector<Term>& terms, Containers::StringView code) {
-    const LanguageTranslations& all = localization().translations;
-    const auto translations = all.find(code);
-    if(translations == all.end())
-        return 0;
-    /* Both are in the same order */
-    auto next = translations->second.begin();
-    const auto end = translations->second.end();
-    std::size_t out = 0;
-    for(const Term& term: terms) {
-        while(next != end && StrLess{}(next->first, term.key))
-            ++next;
-        out += next != end && next->first == term.key && next->second;
-    }
     return out;
 }
 

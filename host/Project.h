@@ -7,6 +7,8 @@
 
 #include "Messages.h"
 #include "session/EditorSession.h"
+#include "Tracking/Term.h"
+#include "Tracking/TranslationRecord.h"
 #include "editor/OrrelinEditor.h"
 #include "shared/LocalizationData.h"
 
@@ -40,14 +42,7 @@ struct LanguageSource {
     bool isArchive;
 };
 
-/* A term, with views of the tables and the document */
-struct Term {
-    Containers::StringView key;
-    Containers::StringView path;
-    /* Null if the project has no text */
-    Containers::StringView source;
-    bool isTranslated;
-};
+using Tracking::Term;
 
 /* A project with its terms. Operations that can fail print why and return
    false. */
@@ -79,6 +74,10 @@ public:
     bool write();
     bool writeFiles(const Codes& codes);
 
+    /* The same for the record of the translations, whose files are at the
+       target from then on */
+    bool writeRecord();
+
     /* Makes all that was written take effect at once, or nothing of it */
     bool commit();
 
@@ -86,6 +85,7 @@ public:
     ChangeManager& changeManager();
     LocalizationData& localization();
     TermMap& strings();
+    Tracking::TranslationRecord& record();
     Storage& storage();
     const ProjectOptions& options() const;
 
@@ -119,12 +119,18 @@ public:
        that can't be done, prints why and returns false. */
     bool provideDefaultLanguage(Codes& added);
 
-    /* The place that exports write and imports read. The last dot of the name
-       of the folder or the project, and all behind it, are dropped. */
+    /* The place that exports write. The last dot of the name of the folder or
+       the project, and all behind it, are dropped. */
     LanguageSource target();
 
-    /* Where they were before the project was set to the other of the two */
-    LanguageSource formerTarget();
+    /* The places that files are read from if they exist. The first is the one
+       where they were last written or read, as the record tells. The target is
+       among them. The others are where they were before the project got
+       another name, or was set to loose files or to an archive. */
+    std::vector<LanguageSource> sources();
+
+    /* File of the record beside the language files */
+    Containers::String recordFile();
 
     /* The project's text at a path, a null view if it has none */
     Containers::StringView source(Containers::StringView recordPath);
@@ -136,10 +142,6 @@ public:
     /* The terms that are to be translated */
     std::vector<Term> translatedTerms();
 
-    /* How many of the terms have a translation */
-    std::size_t translationCount(
-        const std::vector<Term>& terms, Containers::StringView code);
-
 private:
     struct Contents;
     struct State;
@@ -149,6 +151,7 @@ private:
     bool findFile();
     bool readComponents();
     bool readProject();
+    bool readRecord();
     LanguageSource source(bool isArchive);
     bool writeArchive(const Codes& codes, Containers::StringView file);
 

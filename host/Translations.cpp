@@ -1,19 +1,17 @@
 #include "Translations.h"
 
 #include <algorithm>
-#include <functional>
+#include <set>
 #include <utility>
 #include <Corrade/Containers/Optional.h>
 #include <Corrade/Utility/Format.h>
 #include <Corrade/Utility/Json.h>
 
-#include "ChangeManager.h"
 #include "LanguageFileFaults.h"
 #include "LanguageFiles.h"
 #include "LanguageTable.h"
 #include "Messages.h"
 #include "Tools/languageIndex.h"
-#include "Tools/Implementation/importLanguageFile.h"
 #include "Tools/Implementation/parseLanguageFile.h"
 
 namespace OrrelinEngine { namespace Host {
@@ -22,39 +20,9 @@ namespace {
 
 typedef Utility::JsonToken::Type Type;
 
-bool all(Containers::StringView) {
-    return true;
-}
-
 bool contains(const Codes& codes, Containers::StringView code) {
     return std::find(codes.begin(), codes.end(), code) != codes.end();
 }
-
-/* Finds terms by their keys. Exported files list them in the order of the
-   table, so the term behind the last one is tried before searching. */
-class TermFinder {
-public:
-    explicit TermFinder(const std::vector<Term>& terms): _terms(terms) {}
-
-    /* Null if there's no such term that is to be translated */
-    const Term* find(Containers::StringView key) {
-        if(_next == _terms.size() || _terms[_next].key != key)
-            _next =
-                std::size_t(std::lower_bound(_terms.begin(), _terms.end(), key,
-                                [](const Term& term, Containers::StringView k) {
-                                    return StrLess{}(term.key, k);
-                                }) -
-                    _terms.begin());
-        if(_next == _terms.size() || _terms[_next].key != key)
-            return nullptr;
-        const Term& out = _terms[_next++];
-        return out.isTranslated ? &out : nullptr;
-    }
-
-private:
-    const std::vector<Term>& _terms;
-    std::size_t _next = 0;
-};
 
 /* Calls the function with the texts of a file. Prints values that are neither
    texts nor null. If the file isn't a language file, prints why and returns
@@ -79,6 +47,183 @@ template<class F> bool withTexts(LanguageFile& file, F&& function) {
     return function(*json, texts);
 }
 
+/* Fills the tables from files, and finds what they hold that new ones
+   wouldn't */
+class ReplacedFilesReader: public TextVisitor {
+public:
+    explicit ReplacedFilesReader(Project& project, const LanguageTexts& texts,
+        Codes& codes, ReplacedFiles& out):
+        _project(project),
+        _texts(texts), _codes(codes),
+        _out(out), _target{project.target()}, _takesAll{codes.empty()} {}
+
+    bool isWanted(Containers::StringView code) override {
+        /* Loose files of other languages stay. But with a new file of the
+           default language, it has to be on record what they were made from. */
+        return _takesAll || _target.isArchive || contains(_codes, code) ||
+            contains(_codes, _project.defaultLanguage());
+    }
+
+    bool begin(const LanguageSource& source, const LanguageFile& file,
+        const Utility::Json& json) override {
+        if(_takesAll && isLanguage(_project, file.code))
+            _codes.push_back(file.code);
+        _file = file.path;
+        _code = file.code;
+        _isReplaced = contains(_codes, file.code);
+        /* Files at another place stay there */
+        _isLost =
+            source.path == _target.path && (_isReplaced || _target.isArchive);
+        dropMembers(json);
+        if(!_isReplaced) {
+            _project.record().beginTranslations(_code);
+            return true;
+        }
+        _isDefault = file.code == _project.defaultLanguage();
+        _translations = &_project.localization().translations[file.code];
+        _next = _translations->begin();
+        _origins = &_out.origins[file.code];
+        _isSeen.assign(_texts.terms().size(), false);
+        return true;
+    }
+
+    void add(const LanguageText& text) override {
+        if(!_isReplaced) {
+            if(text.text.data())
+                drop(text.key);
+            recordAsRead(_project.record(), _code, false, text);
+            return;
+        }
+        if(text.kind == TextKind::WrongType ||
+            (text.term == Tracking::TextMoves::None && text.text.data()))
+            drop(text.key);
+        else if(text.kind == TextKind::Empty || text.kind == TextKind::None)
+            ++_out.losses.emptied;
+        if(text.term == Tracking::TextMoves::None)
+            return;
+        /* A key may come twice */
+        const bool isRepeated = _isSeen[text.term];
+        _isSeen[text.term] = true;
+        if(_isDefault) {
+            if(isRepeated)
+                drop(text.key);
+            if(text.kind == TextKind::Text &&
+                !addDifference(_texts, text, _out.differences))
+                drop(text.key);
+        } else
+            translate(text, isRepeated);
+    }
+
+private:
+    void translate(const LanguageText& text, bool isRepeated) {
+        const Containers::StringView key = _texts.terms()[text.term].key;
+        const auto found = _next != _translations->end() && _next->first == key
+            ? _next
+            : _translations->emplace_hint(_next, key, Containers::NullOpt);
+        _next = std::next(found);
+        const bool isText = text.kind == TextKind::Text;
+        if(isRepeated && found->second &&
+            (!isText || *found->second != text.text))
+            drop(text.key);
+        found->second = isText
+            ? Containers::Optional<Containers::String>{Containers::String{
+                  text.text}}
+            : Containers::NullOpt;
+        if(text.isOutdated)
+            (*_origins)[key] = text.origin;
+    }
+
+    void dropMembers(const Utility::Json& json) {
+        /* Of two objects with texts, only the first is read */
+        bool isFirst = true;
+        for(const Utility::JsonObjectItem member: json.root().asObject())
+            if(member.key() != "translation" || !std::exchange(isFirst, false))
+                drop(member.key());
+    }
+
+    void drop(Containers::StringView key) {
+        if(_isLost)
+            _out.losses.drop(key, _file);
+    }
+
+    Project& _project;
+    const LanguageTexts& _texts;
+    Codes& _codes;
+    ReplacedFiles& _out;
+    LanguageSource _target;
+    bool _takesAll;
+    Containers::String _file, _code;
+    bool _isReplaced = false, _isLost = false, _isDefault = false;
+    TranslationMap* _translations = nullptr;
+    TranslationMap::iterator _next;
+    std::map<Containers::String, std::uint32_t, StrLess>* _origins = nullptr;
+    std::vector<bool> _isSeen;
+};
+
+void recordTranslations(Project& project, Containers::StringView code,
+    const std::vector<Term>& terms, const Origins& origins) {
+    Tracking::TranslationRecord& record = project.record();
+    record.beginTranslations(code);
+    const TranslationMap& translations =
+        project.localization().translations[Containers::String{code}];
+    const auto outdated = origins.find(code);
+    /* Both are in the same order */
+    auto next = translations.begin();
+    for(const Term& term: terms) {
+        while(next != translations.end() && StrLess{}(next->first, term.key))
+            ++next;
+        if(next == translations.end() || next->first != term.key ||
+            !next->second) {
+            record.addMissing(term.key);
+            continue;
+        }
+        std::uint32_t origin = record.originOf(term.source);
+        if(outdated != origins.end()) {
+            const auto found = outdated->second.find(term.key);
+            if(found != outdated->second.end())
+                origin = found->second;
+        }
+        record.addTranslation(term.key, *next->second, origin);
+    }
+}
+
+}
+
+bool readTexts(Project& project, const LanguageTexts& texts, bool allowsEmpty,
+    TextVisitor& visitor) {
+    std::set<Containers::String, StrLess> found;
+    bool succeeded = true;
+    const std::vector<LanguageSource> sources = project.sources();
+    for(const LanguageSource& source: sources) {
+        const auto isWanted = [&](Containers::StringView name) {
+            const Containers::StringView code = name.exceptSuffix(".json");
+            /* In further places, only what the first one lacks */
+            return !found.count(code) && visitor.isWanted(code) &&
+                (&source == &sources.front() || project.hasLanguage(code));
+        };
+        Codes read;
+        if(!forEachLanguageFile(
+               project, source, isWanted, [&](LanguageFile& file) {
+                   read.push_back(file.code);
+                   return withTexts(file,
+                       [&](const Utility::Json& json,
+                           const Utility::JsonIterator& translation) {
+                           if(!visitor.begin(source, file, json))
+                               return false;
+                           texts.forEach(file.code, translation, allowsEmpty,
+                               [&](const LanguageText& text) {
+                                   visitor.add(text);
+                               });
+                           visitor.end();
+                           return true;
+                       });
+               }))
+            succeeded = false;
+        found.insert(read.begin(), read.end());
+    }
+    return succeeded;
+}
+
 bool isLanguage(Project& project, Containers::StringView code) {
     return project.hasLanguage(code) || languageIndex(code) != AllLanguageCount;
 }
@@ -94,166 +239,16 @@ bool isKnown(Project& project, const LanguageFile& file) {
     return false;
 }
 
-/* The library's warnings are silenced, as withTexts() has printed the faults
-   already, with their places */
-void import(Project& project, const LanguageFile& file,
-    const Utility::JsonIterator& texts) {
-    Utility::Warning silence{nullptr};
-    LocalizationTools::importTranslation(project.editor(), file.name, texts);
-}
-
-/* Fills the tables, but doesn't change the project. The default language needs
-   no table, as its texts are those of the project. */
-void takeTranslations(Project& project, const LanguageFile& file,
-    const Utility::JsonIterator& texts) {
-    if(file.code == project.defaultLanguage())
-        return;
-    Utility::Warning silence{nullptr};
-    LocalizationTools::importTexts(project.editor(), file.name, texts,
-        project.localization().translations[file.code], false);
-}
-
-/* What takeTranslations() would give texts to */
-void markTranslated(const std::vector<Term>& terms,
-    const Utility::JsonIterator& texts, std::vector<bool>& out) {
-    out.resize(terms.size());
-    TermFinder finder{terms};
-    for(const Utility::JsonObjectItem text: texts->asObject()) {
-        const Type type = text.value().type();
-        if(type != Type::String && type != Type::Null)
-            continue;
-        if(const Term* const term = finder.find(text.key()))
-            out[std::size_t(term - terms.data())] = type == Type::String;
-    }
-}
-
-/* Adds up what a file holds that a new one wouldn't */
-class LossCount {
-public:
-    explicit LossCount(Project& project, const std::vector<Term>& terms,
-        const LanguageFile& file, bool isReplaced, Losses& losses):
-        _file(file),
-        _terms{terms},
-        _losses(losses), _isDefault{file.code == project.defaultLanguage()} {
-        if(isReplaced) {
-            _translations = &project.localization().translations[file.code];
-            _next = _translations->begin();
-        }
-    }
-
-    void add(const Utility::Json& json, const Utility::JsonIterator& texts) {
-        /* Of two objects with texts, only the first is read */
-        bool isFirst = true;
-        for(const Utility::JsonObjectItem member: json.root().asObject())
-            if(member.key() != "translation" || !std::exchange(isFirst, false))
-                drop(member.key());
-        for(const Utility::JsonObjectItem text: texts->asObject())
-            if(text.value().type() != Type::Null)
-                add(text.key(), text.value());
-    }
-
-private:
-    void add(Containers::StringView key, const Utility::JsonToken& value) {
-        const Term* const term = _translations ? _terms.find(key) : nullptr;
-        if(!term || value.type() != Type::String) {
-            drop(key);
-            return;
-        }
-        if(_isDefault) {
-            _losses.replaced += value.asString() != term->source;
-            return;
-        }
-        /* Mostly in the order of the file */
-        if(_next == _translations->end() || _next->first != key)
-            _next = _translations->find(key);
-        if(_next == _translations->end() || !_next->second ||
-            *_next->second != value.asString())
-            drop(key);
-        if(_next != _translations->end())
-            ++_next;
-    }
-
-    void drop(Containers::StringView key) { _losses.drop(key, _file.path); }
-
-    const LanguageFile& _file;
-    TermFinder _terms;
-    Losses& _losses;
-    bool _isDefault;
-    const TranslationMap* _translations = nullptr;
-    TranslationMap::const_iterator _next;
-};
-
-/* Calls the function with the files where the project has them now, and with
-   those of languages that have none there, where it had them before. So none is
-   taken for untranslated after a switch. */
-bool forEachSource(Project& project,
-    const std::function<bool(Containers::StringView code)>& isWanted,
-    const std::function<bool(const LanguageSource&, LanguageFile&)>& function) {
-    Codes found;
-    const LanguageSource now = project.target();
-    const bool succeeded = forEachLanguageFile(
-        project, now,
-        [&](Containers::StringView name) {
-            const Containers::StringView code = name.exceptSuffix(".json");
-            found.push_back(code);
-            return isWanted(code);
-        },
-        [&](LanguageFile& file) { return function(now, file); });
-
-    Codes missing;
-    for(const ProjectLanguage& language: project.languages())
-        if(!language.isDefault && !contains(found, language.code))
-            missing.push_back(language.code);
-    const LanguageSource before = project.formerTarget();
-    return (missing.empty() ||
-               forEachLanguageFile(
-                   project, before,
-                   [&](Containers::StringView name) {
-                       const Containers::StringView code =
-                           name.exceptSuffix(".json");
-                       return contains(missing, code) && isWanted(code);
-                   },
-                   [&](LanguageFile& file) {
-                       return function(before, file);
-                   })) &&
-        succeeded;
-}
-
-/* Texts that the file of the default language changes. The terms are listed for
-   it alone, which is less memory while the others are imported. */
-void addChanges(Project& project, const Utility::JsonIterator& texts,
-    std::vector<SourceChange>& out) {
-    const std::vector<Term> terms = project.terms();
-    TermFinder finder{terms};
-    for(const Utility::JsonObjectItem text: texts->asObject()) {
-        const Term* const term = text.value().type() == Type::String
-            ? finder.find(text.key())
-            : nullptr;
-        if(term && term->source.data() &&
-            term->source != text.value().asString())
-            out.push_back({term->key, term->path, term->source});
-    }
-}
-
-/* Keeps one entry for each text that differs now. A key that a file has twice
-   comes twice, and its last text may be the project's again. */
-void keepChanged(Project& project, std::vector<SourceChange>& changes) {
-    std::stable_sort(changes.begin(), changes.end(),
-        [](const SourceChange& a, const SourceChange& b) {
-            return StrLess{}(a.key, b.key);
-        });
-    changes.erase(std::unique(changes.begin(), changes.end(),
-                      [](const SourceChange& a, const SourceChange& b) {
-                          return a.path == b.path;
-                      }),
-        changes.end());
-    changes.erase(std::remove_if(changes.begin(), changes.end(),
-                      [&](const SourceChange& change) {
-                          return project.source(change.path) == change.before;
-                      }),
-        changes.end());
-}
-
+bool addDifference(const LanguageTexts& texts, const LanguageText& text,
+    std::vector<SourceDifference>& out) {
+    const Term& term = texts.terms()[text.term];
+    if(!term.source.data())
+        return text.text.isEmpty();
+    const SourceState state =
+        texts.record().compare(text.key, text.text, term.source);
+    if(state != SourceState::Same)
+        out.push_back({term.key, term.path, text.text, term.source, state});
+    return true;
 }
 
 void Losses::drop(Containers::StringView what, Containers::StringView file) {
@@ -261,67 +256,62 @@ void Losses::drop(Containers::StringView what, Containers::StringView file) {
         example = Utility::format("'{}' in {}", what, file);
 }
 
-bool findTranslated(Project& project, const std::vector<Term>& terms,
-    TranslatedTerms& translated) {
-    return forEachSource(
-        project, all, [&](const LanguageSource&, LanguageFile& file) {
-            const bool known = isKnown(project, file);
-            return withTexts(file,
-                [&](const Utility::Json&, const Utility::JsonIterator& texts) {
-                    if(file.code != project.defaultLanguage())
-                        markTranslated(terms, texts, translated[file.code]);
-                    return known;
-                });
-        });
-}
-
-bool readReplaced(Project& project, Codes& codes, Losses& losses) {
+bool readReplaced(Project& project, Codes& codes, ReplacedFiles& out) {
     const std::vector<Term> terms = project.terms();
+    const LanguageTexts texts{project.editor(), terms, project.record()};
+    out.movedCount = texts.moves().count();
+    ReplacedFilesReader reader{project, texts, codes, out};
+    const bool succeeded = readTexts(project, texts, false, reader);
     const LanguageSource target = project.target();
-    const bool takesAll = codes.empty();
-    /* Loose files of other languages stay */
-    const auto isWanted = [&](Containers::StringView code) {
-        return takesAll || target.isArchive || contains(codes, code);
-    };
-    const bool succeeded = forEachSource(project, isWanted,
-        [&](const LanguageSource& source, LanguageFile& file) {
-            if(takesAll && isLanguage(project, file.code))
-                codes.push_back(file.code);
-            return withTexts(file,
-                [&](const Utility::Json& json,
-                    const Utility::JsonIterator& texts) {
-                    takeTranslations(project, file, texts);
-                    if(source.path == target.path)
-                        LossCount{project, terms, file,
-                            contains(codes, file.code), losses}
-                            .add(json, texts);
-                    return true;
-                });
-        });
     if(target.isArchive)
         for(const Containers::String& name:
             foreignEntries(project, target.path))
-            losses.drop(name, target.path);
+            out.losses.drop(name, target.path);
     return succeeded;
 }
 
-bool importAll(Project& project, std::vector<SourceChange>& changes) {
-    project.changeManager().beginGroup();
-    const bool succeeded = forEachLanguageFile(
-        project, project.target(), all, [&](LanguageFile& file) {
-            const bool known = isKnown(project, file);
-            return withTexts(file,
-                [&](const Utility::Json&, const Utility::JsonIterator& texts) {
-                    if(file.code == project.defaultLanguage())
-                        addChanges(project, texts, changes);
-                    if(known)
-                        import(project, file, texts);
-                    return known;
-                });
-        });
-    project.changeManager().commit();
-    keepChanged(project, changes);
-    return succeeded;
+void recordAsRead(Tracking::TranslationRecord& record,
+    Containers::StringView code, bool isDefault, const LanguageText& text) {
+    const bool isTaken = text.kind == TextKind::Text;
+    if(isDefault) {
+        if(text.text.data())
+            record.addSource(text.key, text.text);
+    } else if(isTaken)
+        record.addTranslation(text.key, text.text, text.origin);
+    /* Somebody may bring its term back */
+    else if(text.term == Tracking::TextMoves::None && text.text.data() &&
+        record.hasSource(text.key))
+        record.addTranslation(
+            text.key, text.text, record.origin(code, text.key, text.text, {}));
+    else if(text.kind != TextKind::WrongType)
+        record.addMissing(text.key);
+}
+
+void recordExport(
+    Project& project, const Codes& codes, const Origins& origins) {
+    Tracking::TranslationRecord& record = project.record();
+    const std::vector<Term> terms = project.translatedTerms();
+    for(const Containers::String& code: codes) {
+        if(code != project.defaultLanguage()) {
+            recordTranslations(project, code, terms, origins);
+            continue;
+        }
+        record.beginSources(code);
+        for(const Term& term: terms)
+            record.addSource(term.key, term.source);
+    }
+}
+
+void rememberSources(
+    Project& project, const std::vector<SourceDifference>& differences) {
+    for(const SourceDifference& difference: differences)
+        project.record().addFormerSource(difference.inFile);
+}
+
+bool hasMovedTexts(Project& project) {
+    const std::vector<Term> terms = project.terms();
+    return Tracking::TextMoves{project.editor(), terms, project.record()}
+        .count();
 }
 
 }}

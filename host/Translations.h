@@ -3,10 +3,61 @@
 
 #include <map>
 #include <vector>
+#include <Corrade/Utility/Utility.h>
 
 #include "Project.h"
+#include "Tracking/LanguageTexts.h"
 
 namespace OrrelinEngine { namespace Host {
+
+struct LanguageFile;
+using Tracking::LanguageText;
+using Tracking::LanguageTexts;
+using Tracking::SourceState;
+using Tracking::TextKind;
+
+/* Takes what readTexts() finds in the language files */
+class TextVisitor {
+public:
+    virtual ~TextVisitor() = default;
+
+    /* Whether the file of a language is to be read */
+    virtual bool isWanted(Containers::StringView code) = 0;
+
+    /* Each file, and then each value in it. Returns whether its language is
+       fine; the values of a file whose language isn't don't follow. */
+    virtual bool begin(const LanguageSource& source, const LanguageFile& file,
+        const Utility::Json& json) = 0;
+    virtual void add(const LanguageText& text) = 0;
+    virtual void end() {}
+};
+
+/* Reads the files of each language where they were last written, otherwise from
+   the next place that has one, so that none is taken for untranslated after
+   a switch. Prints faults of a file with their places, goes on with the other
+   files and then returns false. */
+bool readTexts(Project& project, const LanguageTexts& texts, bool allowsEmpty,
+    TextVisitor& visitor);
+
+/* Whether the project has a language or could have it */
+bool isLanguage(Project& project, Containers::StringView code);
+
+/* The same, but prints an error if not */
+bool isKnown(Project& project, const LanguageFile& file);
+
+/* A text of the default language's file that isn't the project's */
+struct SourceDifference {
+    Containers::String key;
+    Containers::String path;
+    Containers::String inFile;
+    Containers::String inProject;
+    SourceState state;
+};
+
+/* Adds the difference of a text in the default language's file, if there is
+   one. Returns false if the project has no place for the text. */
+bool addDifference(const LanguageTexts& texts, const LanguageText& text,
+    std::vector<SourceDifference>& out);
 
 /* The texts in existing files that an export would not write again */
 struct Losses {
@@ -14,41 +65,48 @@ struct Losses {
     std::size_t dropped = 0;
     /* Key and file of the first of them */
     Containers::String example;
-    /* Texts of the default language's file that differ from the project's. The
-       project's are the ones to keep, so these don't stop an export. */
-    std::size_t replaced = 0;
+    /* Empty texts and the word None where nobody translated */
+    std::size_t emptied = 0;
 
     void drop(Containers::StringView what, Containers::StringView file);
 };
 
-/* A text of the project that an import changed */
-struct SourceChange {
-    Containers::String key;
-    Containers::String path;
-    Containers::String before;
+/* By language and key, what those translations were made from that weren't made
+   from the project's text */
+typedef std::map<Containers::String,
+    std::map<Containers::String, std::uint32_t, StrLess>, StrLess>
+    Origins;
+
+/* What is in the files that an export replaces */
+struct ReplacedFiles {
+    Losses losses;
+    std::vector<SourceDifference> differences;
+    Origins origins;
+    /* How many texts have another key now */
+    std::size_t movedCount = 0;
 };
 
-/* These print faults of a file with their places, go on with the other files
-   and then return false. */
-
-/* Of each language by its code, which of the terms have a translation */
-typedef std::map<Containers::String, std::vector<bool>, StrLess>
-    TranslatedTerms;
-
-/* Looks for translations of given terms in all files. Nothing of the project is
-   filled or changed, so this takes less time and memory than reading the
-   translations does. */
-bool findTranslated(Project& project, const std::vector<Term>& terms,
-    TranslatedTerms& translated);
-
 /* Fills the translations from the files that new ones of the given languages
-   replace, and counts what would be lost. If no languages are given, reads all
-   files and adds the codes of the languages that have one. */
-bool readReplaced(Project& project, Codes& codes, Losses& losses);
+   replace. If no languages are given, reads all files and adds the codes of the
+   languages that have one. */
+bool readReplaced(Project& project, Codes& codes, ReplacedFiles& out);
 
-/* Takes over all files, with new languages and changed texts of the project
-   in one undo step */
-bool importAll(Project& project, std::vector<SourceChange>& changes);
+/* Describes a file in the record as it is, after the record's beginSources() or
+   beginTranslations(). */
+void recordAsRead(Tracking::TranslationRecord& record,
+    Containers::StringView code, bool isDefault, const LanguageText& text);
+
+/* Describes the files of the languages in the project's record, as an export
+   writes them */
+void recordExport(Project& project, const Codes& codes, const Origins& origins);
+
+/* Remembers texts of the default language's file that it won't have anymore, as
+   translations may have been made from them */
+void rememberSources(
+    Project& project, const std::vector<SourceDifference>& differences);
+
+/* Whether some texts have other keys now than the files do */
+bool hasMovedTexts(Project& project);
 
 }}
 

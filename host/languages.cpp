@@ -184,7 +184,11 @@ int removeLanguages(const ProjectOptions& options, const Codes& codes) {
     for(const Containers::String& code: codes)
         project.changeManager().pushRemoval(
             project.editor().languagesSection[RecordPath::segment(code)].path);
-    if(!project.write() || !project.commit())
+    for(const Containers::String& code: codes)
+        project.record().remove(code);
+    if(!project.write() ||
+        (!project.record().isEmpty() && !project.writeRecord()) ||
+        !project.commit())
         return Failure;
 
     for(const Containers::String& code: codes)

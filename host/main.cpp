@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <set>
 #include <cstdlib>
 #include <optional>
 #include <string>
@@ -23,22 +24,35 @@ struct Arguments {
     unsigned int maxArchive = 0;
     std::string oldKey, newKey;
     std::string filter;
-    std::vector<std::string> codes;
+    std::vector<std::string> codes, keys, choices;
     bool json = false;
     bool merge = false;
     bool dryRun = false;
     bool prune = false;
+    bool allowEmpty = false;
     bool allowUndescribed = false;
+    bool allowOutdated = false;
     std::optional<double> failUnder;
     int result = Success;
 
     ProjectOptions options() const { return {project, components, maxArchive}; }
+    Codes codeList() const { return unique(codes); }
+    Codes keyList() const { return unique(keys); }
+    SourceChoice choice() const {
+        SourceChoice out;
+        for(const std::string& choice: choices)
+            out.add(choice);
+        return out;
+    }
+
+private:
     /* Each once */
-    Codes codeList() const {
+    static Codes unique(const std::vector<std::string>& all) {
+        std::set<std::string> known;
         Codes out;
-        for(const std::string& code: codes)
-            if(std::find(out.begin(), out.end(), code) == out.end())
-                out.emplace_back(code);
+        for(const std::string& value: all)
+            if(known.insert(value).second)
+                out.emplace_back(value);
         return out;
     }
 };
@@ -109,8 +123,8 @@ void addTermCommands(CLI::App& app, Arguments& arguments) {
             "out those that nobody reads, such as names of files.",
             "status museum --fail-under 90"},
         [](const Arguments& a) {
-            return showStatus(
-                a.options(), a.json, {a.failUnder, a.allowUndescribed});
+            return showStatus(a.options(), a.json,
+                {a.failUnder, a.allowUndescribed, a.allowOutdated});
         });
     addJson(status, arguments);
     status
@@ -126,6 +140,31 @@ void addTermCommands(CLI::App& app, Arguments& arguments) {
                 : std::string{};
         });
     addAllowUndescribed(status, arguments, "Let such types pass");
+
+    status.add_flag("--allow-outdated", arguments.allowOutdated,
+        "Let translations pass whose source text changed since");
+
+    CLI::App& confirm = addProjectCommand(app, arguments,
+        {"confirm", "Say that outdated translations still fit",
+            "They count as made from the project's texts as they are now.",
+            "confirm museum de welcome"},
+        [](const Arguments& a) {
+            return confirmTranslations(
+                a.options(), Containers::StringView{a.filter}, a.keyList());
+        });
+    confirm.add_option("CODE", arguments.filter, "Language code")->required();
+    confirm
+        .add_option("KEY", arguments.keys,
+            "Key of a term; all outdated ones if there is none")
+        ->option_text("...");
+
+    addProjectCommand(app, arguments,
+        {"pin", "Store all generated keys in the project",
+            "A generated key is made from the place of a text, so it changes\n"
+            "if components are added or removed before it. A stored key stays\n"
+            "with its text. One undo in the editor takes them all back.",
+            "pin museum"},
+        [](const Arguments& a) { return pinKeys(a.options()); });
 
     CLI::App& rename = addProjectCommand(app, arguments,
         {"rename", "Give a term another key, in the language files too",
@@ -178,16 +217,31 @@ void addLanguageCommands(CLI::App& app, Arguments& arguments) {
         ->option_text("...");
 }
 
+void addChoice(CLI::App& command, Arguments& arguments) {
+    command
+        .add_option("--take", arguments.choices,
+            "Who is right where a source text was changed: file or\n"
+            "project; for one text, with a colon and its key")
+        ->option_text("SIDE[:KEY] ...")
+        ->allow_extra_args(false)
+        ->check([](const std::string& value) {
+            return SourceChoice{}.add(value)
+                ? std::string{}
+                : "it's file or project, or one with a colon and a key";
+        });
+}
+
 void addTransferCommands(CLI::App& app, Arguments& arguments) {
     CLI::App& exporting = addProjectCommand(app, arguments,
         {"export", "Write the files for the translators",
             "A file has all terms, with what is translated already; null\n"
             "stands for what isn't. Nothing that was translated is lost: if a\n"
-            "file has texts that wouldn't be in it again, none is written.",
+            "file has texts that wouldn't be in it again, none is written, and\n"
+            "neither if somebody changed source texts in their file.",
             "export museum de fr"},
         [](const Arguments& a) {
-            return exportFiles(
-                a.options(), a.codeList(), a.prune, a.allowUndescribed);
+            return exportFiles(a.options(),
+                {a.codeList(), a.choice(), a.prune, a.allowUndescribed});
         });
     exporting
         .add_option("CODE", arguments.codes,
@@ -200,14 +254,28 @@ void addTransferCommands(CLI::App& app, Arguments& arguments) {
         "Drop them also if components aren't described, which they\n"
         "may be texts of");
 
+    addChoice(exporting, arguments);
+
     CLI::App& importing = addProjectCommand(app, arguments,
         {"import", "Read the translators' files back",
             "Checks the files, adds languages that the project lacks and\n"
             "takes over texts that were changed in the file of its own\n"
-            "language. Translations stay in the files, from which every\n"
-            "command reads them.",
+            "language. A text that was changed in the project, too, is a\n"
+            "conflict, and then nothing is written. Translations stay in the\n"
+            "files, from which every command reads them.",
             "import museum --dry-run"},
-        [](const Arguments& a) { return importFiles(a.options(), a.dryRun); });
+        [](const Arguments& a) {
+            return importFiles(a.options(),
+                {a.codeList(), a.choice(), a.allowEmpty, a.dryRun});
+        });
+    importing
+        .add_option("CODE", arguments.codes,
+            "Language code; all that have files if there is none")
+        ->option_text("...");
+    addChoice(importing, arguments);
+    importing.add_flag("--allow-empty", arguments.allowEmpty,
+        "Take empty texts and the word None, which tools write\n"
+        "for a missing translation");
     importing.add_flag(
         "--dry-run", arguments.dryRun, "Only show what would change");
 }

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 #include <Corrade/Utility/Format.h>
 
 #include "ChangeManager.h"
@@ -6,6 +7,7 @@
 #include "JsonList.h"
 #include "LanguageFiles.h"
 #include "Messages.h"
+#include "SourceMerge.h"
 #include "Table.h"
 #include "Translations.h"
 #include "undescribedTypes.h"
@@ -90,25 +92,44 @@ bool checkKeys(Project& project, Containers::StringView oldKey,
 
 /* Whether the files with the old key are just what the project has. Puts the
    codes of those that are there into the list. */
-bool canRewrite(Project& project, Codes& codes) {
-    Losses losses;
-    if(!readReplaced(project, codes, losses))
+bool canRewrite(Project& project, Codes& codes, ReplacedFiles& replaced) {
+    if(!readReplaced(project, codes, replaced)) {
         fail("nothing was renamed, as what can't be read would be lost; repair "
              "it or move it away first");
-    else if(mayLoseUndescribed(project, losses.dropped, losses.example))
         return false;
-    else if(losses.dropped)
+    }
+    const Losses& losses = replaced.losses;
+    rememberSources(project, replaced.differences);
+    const SourceMerge sources =
+        mergeSources(std::move(replaced.differences), {}, false);
+    const std::size_t changedCount =
+        sources.changedInFile.size() + sources.conflicts.size();
+    if(mayLoseUndescribed(project, losses.dropped, losses.example))
+        return false;
+    if(losses.dropped)
         fail(Utility::format(
             "{} would be lost, such as {}; export with "
             "--prune first to drop what the project has no place for",
             counted(losses.dropped, "text"), losses.example));
-    else if(losses.replaced)
+    else if(changedCount)
         fail(Utility::format("{} in the default language's file differ from "
                              "the project; import or export them first",
-            counted(losses.replaced, "text")));
+            counted(changedCount, "text")));
     else
         return std::all_of(codes.begin(), codes.end(), isFileName);
     return false;
+}
+
+/* The translations go with the key, and so does what they were made from */
+void renameOrigins(Origins& origins, Containers::StringView oldKey,
+    const Containers::String& newKey) {
+    for(auto& language: origins) {
+        const auto found = language.second.find(oldKey);
+        if(found == language.second.end())
+            continue;
+        language.second.emplace(newKey, found->second);
+        language.second.erase(found);
+    }
 }
 
 }
@@ -128,15 +149,21 @@ int renameTerm(const ProjectOptions& options, Containers::StringView oldKey,
     Containers::StringView newKey, bool merge) {
     Project project;
     Codes codes;
+    ReplacedFiles replaced;
     if(!project.openForWriting(options, "rename") ||
         !checkKeys(project, oldKey, newKey, merge) ||
-        !canRewrite(project, codes))
+        !canRewrite(project, codes, replaced))
         return Failure;
 
     const std::size_t count = storeKey(project, oldKey, newKey);
     LocalizationTools::renameTerm(
         project.editor(), oldKey, newKey, project.strings());
-    if(!project.write() || (!codes.empty() && !project.writeFiles(codes)) ||
+    if(!merge)
+        renameOrigins(replaced.origins, oldKey, newKey);
+    recordExport(project, codes, replaced.origins);
+    if(!project.write() ||
+        (!codes.empty() &&
+            (!project.writeFiles(codes) || !project.writeRecord())) ||
         !project.commit())
         return Failure;
     printLine(Utility::format("Renamed '{}' to '{}' ({}) in {}", oldKey, newKey,

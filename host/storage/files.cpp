@@ -11,6 +11,7 @@
 #include <Corrade/Utility/Format.h>
 #include <Corrade/Utility/Path.h>
 
+#include "Tracking/TranslationRecord.h"
 #include "shared/StringFunctors.h"
 
 namespace OrrelinEngine { namespace Host {
@@ -218,7 +219,8 @@ Containers::String folderOf(Containers::StringView path) {
 
 bool isPlainName(Containers::StringView name) {
     return name.size() <= 255 && !name.hasPrefix('.') &&
-        (name.hasSuffix(".json") || name.hasSuffix(".zip")) &&
+        (name.hasSuffix(".json") || name.hasSuffix(".zip") ||
+            name == Tracking::TranslationRecord::FileName) &&
         std::none_of(name.begin(), name.end(),
             [](char c) { return c == '/' || (c >= '\0' && c < ' '); });
 }
