@@ -1,5 +1,6 @@
 #include "Tools/Implementation/StoredTerms.h"
 
+#include <cstring>
 #include <rapidjson/document.h>
 
 #include "editor/OrrelinEditor.h"
@@ -9,12 +10,44 @@ namespace OrrelinEngine { namespace LocalizationTools {
 
 namespace {
 
-/* Splits off the last segment, together with the slash before it */
+using namespace Containers::Literals;
+
+constexpr Containers::StringView FlagEnd = "_translate"_s;
+
+/* Above that, an index is faster than a search */
+constexpr std::uint32_t LargeRecord = 32;
+
+/* Splits off the last segment, together with the slash before it. A loop, as
+   the segments are too short for a search to be worth a call. */
 Containers::StringView splitLast(Containers::StringView& path) {
-    const char* const slash = path.findLastOr('/', path.begin()).begin();
+    const char* slash = path.end();
+    while(slash != path.begin() && *--slash != '/') {
+    }
     const Containers::StringView out = path.suffix(slash);
     path = path.prefix(slash);
     return out;
+}
+
+bool isSame(const char* name, Containers::StringView expected) {
+    return expected.isEmpty() ||
+        std::memcmp(name, expected.data(), expected.size()) == 0;
+}
+
+/* Finds both members at once */
+void search(const JsonValue& record, Containers::StringView name,
+    const JsonValue*& value, const JsonValue*& flag) {
+    for(auto i = record.MemberBegin(); i != record.MemberEnd(); ++i) {
+        const std::size_t size = i->name.GetStringLength();
+        const bool isFlag = size == name.size() + FlagEnd.size();
+        if(size != name.size() && !isFlag)
+            continue;
+        /* Of several with one name, the first counts */
+        const JsonValue*& out = isFlag ? flag : value;
+        const char* const text = i->name.GetString();
+        if(!out && isSame(text, name) &&
+            (!isFlag || isSame(text + name.size(), FlagEnd)))
+            out = &i->value;
+    }
 }
 
 }
@@ -49,13 +82,17 @@ StoredTerm StoredTerms::find(Containers::StringView path) {
     const JsonValue* flag = nullptr;
     if(!path.hasPrefix('/')) {
         out.value = _editor.project[path].readValueNoDefault();
-        flag = _editor.project[path + "_translate"].readValueNoDefault();
+        flag = _editor.project[path + FlagEnd].readValueNoDefault();
     } else {
         Containers::StringView recordPath = path;
         const Containers::StringView segment = splitLast(recordPath);
-        if(JsonValue* const values = record(recordPath)) {
+        JsonValue* const values = record(recordPath);
+        if(values && values->IsObject() &&
+            values->MemberCount() <= LargeRecord && !segment.contains('~'))
+            search(*values, segment.exceptPrefix(1), out.value, flag);
+        else if(values) {
             out.value = _index.find(*values, segment);
-            flag = _index.find(*values, segment + "_translate");
+            flag = _index.find(*values, segment + FlagEnd);
         }
     }
     out.translated = !flag || flag->IsTrue();
