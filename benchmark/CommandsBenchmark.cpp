@@ -130,6 +130,9 @@ struct Projects {
                 writeLanguage(languageFile(language), language, false);
         writeLanguage(languageFile("en"), "", true);
         settle();
+        /* Begins the record of what the translations were made from */
+        if(std::system((HOST_BINARY " import " + loose + " > /dev/null").data()))
+            std::abort();
     }
     ~Projects() { std::filesystem::remove_all(folder); }
 
