@@ -16,11 +16,18 @@ namespace {
 /* To find a key among hundreds of thousands takes a while */
 constexpr std::size_t MaxSuggestions = 5;
 
-enum : char { Untranslated, Translated, Outdated };
+enum : char { Unseen, Untranslated, Translated, Outdated };
 
 }
 
 bool ImportReader::isWanted(Containers::StringView code) {
+    /* With a new file of the default language, it has to be on record what the
+       translations in all others were made from */
+    return isTaken(code) ||
+        (isTaken(_project.defaultLanguage()) && _project.hasLanguage(code));
+}
+
+bool ImportReader::isTaken(Containers::StringView code) const {
     return _codes.empty() ||
         std::find(_codes.begin(), _codes.end(), code) != _codes.end();
 }
@@ -34,8 +41,12 @@ bool ImportReader::begin(
             _project.editor(), languageIndex(file.code));
     _path = file.path;
     _isDefault = file.code == _project.defaultLanguage();
-    _files.push_back({file.code});
-    _marks.assign(_texts.terms().size(), Untranslated);
+    _code = file.code;
+    _isTaken = isTaken(_code);
+    if(_isTaken)
+        _files.push_back({file.code, 0, 0, 0,
+            std::vector<char>(_texts.terms().size(), Unseen)});
+    _repeated.clear();
     if(_isDefault)
         _project.record().beginSources(file.code);
     else
@@ -44,7 +55,9 @@ bool ImportReader::begin(
 }
 
 void ImportReader::add(const LanguageText& text) {
-    recordAsRead(_project.record(), _files.back().code, _isDefault, text);
+    recordAsRead(_project.record(), _code, _isDefault, text);
+    if(!_isTaken)
+        return;
     switch(text.kind) {
     case TextKind::Unknown:
         if(text.text.data())
@@ -71,9 +84,12 @@ void ImportReader::add(const LanguageText& text) {
         break;
     }
     const bool isText = text.kind == TextKind::Text;
-    _marks[text.term] = !isText ? Untranslated
-        : text.isOutdated       ? Outdated
-                                : Translated;
+    char& mark = _files.back().marks[text.term];
+    if(mark != Unseen) {
+        warn(text, "stands there twice; the last one counts");
+        _repeated[text.key] = text.text;
+    }
+    mark = !isText ? Untranslated : text.isOutdated ? Outdated : Translated;
     if(!isText)
         return;
     if(_isDefault) {
@@ -97,11 +113,40 @@ void ImportReader::warnOfUnknown(const LanguageText& text) {
 }
 
 void ImportReader::end() {
+    if(!_isTaken)
+        return;
     ImportedFile& file = _files.back();
-    file.translated =
-        std::size_t(std::count(_marks.begin(), _marks.end(), Translated));
-    file.outdated =
-        std::size_t(std::count(_marks.begin(), _marks.end(), Outdated));
+    const auto count = [&](char mark) {
+        return std::size_t(
+            std::count(file.marks.begin(), file.marks.end(), mark));
+    };
+    file.translated = count(Translated);
+    file.outdated = count(Outdated);
+    if(_isDefault && !_repeated.empty())
+        _differences.erase(
+            std::remove_if(_differences.begin(), _differences.end(),
+                [&](const SourceDifference& difference) {
+                    const auto last = _repeated.find(difference.key);
+                    return last != _repeated.end() &&
+                        last->second != difference.inFile;
+                }),
+            _differences.end());
+}
+
+bool ImportReader::hasFile(Containers::StringView code) const {
+    return std::any_of(_files.begin(), _files.end(),
+        [&](const ImportedFile& file) { return file.code == code; });
+}
+
+void ImportReader::markOutdated(const std::vector<SourceDifference>& taken) {
+    for(ImportedFile& file: _files)
+        for(const SourceDifference& difference: taken)
+            if(file.code != _project.defaultLanguage() &&
+                file.marks[difference.term] == Translated) {
+                file.marks[difference.term] = Outdated;
+                --file.translated;
+                ++file.outdated;
+            }
 }
 
 }}

@@ -12,6 +12,8 @@ struct ImportedFile {
     std::size_t outdated = 0;
     /* Translations that are the source text */
     std::size_t equal = 0;
+    /* Of each term */
+    std::vector<char> marks;
 };
 
 /* Checks the files of an import, describes them in the record and adds the
@@ -32,9 +34,15 @@ public:
     void end() override;
 
     const std::vector<ImportedFile>& files() const { return _files; }
+    bool hasFile(Containers::StringView code) const;
+
+    /* After texts were taken, from which no translation was made */
+    void markOutdated(const std::vector<SourceDifference>& taken);
+
     std::vector<SourceDifference>& differences() { return _differences; }
 
 private:
+    bool isTaken(Containers::StringView code) const;
     void warn(const LanguageText& text, Containers::StringView what);
     void warnOfUnknown(const LanguageText& text);
 
@@ -45,9 +53,11 @@ private:
     std::vector<SourceDifference> _differences;
 
     /* Of the file that is being read */
-    Containers::String _path;
+    Containers::String _path, _code;
+    bool _isTaken = false;
     bool _isDefault = false;
-    std::vector<char> _marks;
+    /* The last texts of keys that stand there twice */
+    std::map<Containers::String, Containers::String, StrLess> _repeated;
     std::size_t _suggestionCount = 0;
 };
 

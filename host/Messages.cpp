@@ -13,6 +13,7 @@ namespace OrrelinEngine { namespace Host {
 namespace {
 
 bool areMessagesHeld = false;
+bool areMessagesSilent = false;
 std::string heldMessages;
 
 void put(Containers::StringView text) {
@@ -25,6 +26,8 @@ bool areMessagesLimited = false;
 std::size_t messageCount = 0;
 
 void printError(Containers::StringView text) {
+    if(areMessagesSilent)
+        return;
     if(areMessagesLimited && ++messageCount > Lines::MaxCount)
         return;
     const Containers::String line =
@@ -59,6 +62,14 @@ HeldMessages::~HeldMessages() {
 
 void HeldMessages::drop() {
     heldMessages.clear();
+}
+
+NoMessages::NoMessages() {
+    areMessagesSilent = true;
+}
+
+NoMessages::~NoMessages() {
+    areMessagesSilent = false;
 }
 
 MessageLimit::MessageLimit() {

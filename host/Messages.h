@@ -80,6 +80,15 @@ public:
     void drop();
 };
 
+/* While it exists, no messages are printed, as they will be another time */
+class NoMessages {
+public:
+    explicit NoMessages();
+    NoMessages(const NoMessages&) = delete;
+    ~NoMessages();
+    NoMessages& operator=(const NoMessages&) = delete;
+};
+
 /* While it exists, only the first messages are printed, and then how many more
    there were. Strangers' files can have any number of faults. */
 class MessageLimit {

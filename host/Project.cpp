@@ -79,6 +79,7 @@ struct Project::Contents {
 struct Project::State {
     ProjectOptions options;
     Containers::String file, components;
+    bool hasReadFault = false;
     std::unique_ptr<Contents> contents = std::make_unique<Contents>();
     Storage storage;
 };
@@ -117,6 +118,7 @@ bool Project::open(
         return false;
     LocalizationTools::gatherStrings(editor(), _state->contents->strings);
     warnOfBrokenKeys(*this);
+    warnOfSharedKeys(*this);
     const LanguageSource files = target();
     return isFine(storage.setLanguagesFolder(folderOf(files))) && readRecord();
 }
@@ -197,9 +199,15 @@ bool Project::readProject() {
 
 bool Project::readFile(Containers::StringView file, FileContent& out) {
     out = _state->storage.read(file);
-    if(!out.fault.isEmpty())
+    if(!out.fault.isEmpty()) {
         fail(Utility::format("can't read {}: {}", file, out.fault));
+        _state->hasReadFault = true;
+    }
     return out.fault.isEmpty();
+}
+
+bool Project::hasReadFault() const {
+    return _state->hasReadFault;
 }
 
 bool Project::write() {
@@ -213,6 +221,7 @@ bool Project::write() {
 
 bool Project::writeFiles(const Codes& codes) {
     const LanguageSource files = target();
+    setRecordedPlace(files);
     if(files.isArchive)
         return writeArchive(codes, files.path);
     Containers::Array<Containers::String> names;
@@ -249,11 +258,13 @@ bool Project::writeArchive(const Codes& codes, Containers::StringView file) {
         isFine(_state->storage.writeArchive(file));
 }
 
-bool Project::writeRecord() {
-    const LanguageSource files = target();
+void Project::setRecordedPlace(const LanguageSource& files) {
     record().setArchive(files.isArchive
             ? Utility::Path::split(files.path).second()
             : Containers::StringView{});
+}
+
+bool Project::writeRecord() {
     return isFine(_state->storage.write(recordFile(), record().write()));
 }
 
@@ -402,7 +413,11 @@ std::vector<LanguageSource> Project::sources() {
                }))
             out.push_back(source);
     };
-    if(!record().isEmpty() && record().archive().isEmpty())
+    if(record().isEmpty()) {
+        const Containers::String archive = onlyArchive();
+        if(!archive.isEmpty())
+            add({archive, true});
+    } else if(record().archive().isEmpty())
         add(source(false));
     else if(isArchiveName(record().archive()))
         add({Utility::Path::join(folderOf(source(true)), record().archive()),
@@ -413,6 +428,48 @@ std::vector<LanguageSource> Project::sources() {
     add(target());
     add(source(!target().isArchive));
     return out;
+}
+
+/* Without a record, an archive under another name than the project's is likely
+   to be from before the project was renamed, unless there are several */
+Containers::String Project::onlyArchive() {
+    const LanguageSource files = target();
+    std::vector<Containers::String> names;
+    if(!files.isArchive || Utility::Path::exists(files.path) ||
+        !_state->storage.list(folderOf(files), names).isEmpty())
+        return {};
+    names.erase(std::remove_if(names.begin(), names.end(),
+                    [](const Containers::String& name) {
+                        return !isArchiveName(name);
+                    }),
+        names.end());
+    return names.size() == 1
+        ? Utility::Path::join(folderOf(files), names.front())
+        : Containers::String{};
+}
+
+LanguageSource Project::place() {
+    for(const LanguageSource& source: sources())
+        if(Utility::Path::exists(source.path))
+            return source;
+    return target();
+}
+
+Containers::String Project::unreadFile() {
+    const LanguageSource files = target();
+    const LanguageSource read = place();
+    if(read.path == files.path && read.isArchive == files.isArchive)
+        return {};
+    if(files.isArchive)
+        return Utility::Path::exists(files.path) ? files.path
+                                                 : Containers::String{};
+    for(const ProjectLanguage& language: languages()) {
+        const Containers::String file =
+            Utility::Path::join(files.path, language.code + ".json");
+        if(Utility::Path::exists(file))
+            return file;
+    }
+    return {};
 }
 
 Containers::String Project::recordFile() {

@@ -70,12 +70,17 @@ public:
     /* Reads a file. A missing one isn't a failure. */
     bool readFile(Containers::StringView file, FileContent& out);
 
+    /* Whether that failed for a file, which may be fine another time */
+    bool hasReadFault() const;
+
+    /* Lets the record say where the files are. writeFiles() does that, too. */
+    void setRecordedPlace(const LanguageSource& files);
+
     /* Hand over to commit() the project, and the files of the languages */
     bool write();
     bool writeFiles(const Codes& codes);
 
-    /* The same for the record of the translations, whose files are at the
-       target from then on */
+    /* The same for the record of the translations */
     bool writeRecord();
 
     /* Makes all that was written take effect at once, or nothing of it */
@@ -129,6 +134,13 @@ public:
        another name, or was set to loose files or to an archive. */
     std::vector<LanguageSource> sources();
 
+    /* The first of these that exists, otherwise the target */
+    LanguageSource place();
+
+    /* A file at the target that isn't read, as the files were last written to
+       another place; empty if there is none */
+    Containers::String unreadFile();
+
     /* File of the record beside the language files */
     Containers::String recordFile();
 
@@ -152,6 +164,7 @@ private:
     bool readComponents();
     bool readProject();
     bool readRecord();
+    Containers::String onlyArchive();
     LanguageSource source(bool isArchive);
     bool writeArchive(const Codes& codes, Containers::StringView file);
 

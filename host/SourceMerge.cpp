@@ -7,6 +7,7 @@
 
 #include "ChangeManager.h"
 #include "Messages.h"
+#include "Terminal.h"
 
 namespace OrrelinEngine { namespace Host {
 
@@ -29,6 +30,10 @@ const Side* SourceChoice::find(Containers::StringView key) const {
     return found != _keys.end() ? &found->second
         : _hasDefault           ? &_default
                                 : nullptr;
+}
+
+bool SourceChoice::hasNamed(Containers::StringView key) const {
+    return _keys.count(key);
 }
 
 bool SourceChoice::has(Containers::StringView key) const {
@@ -54,11 +59,14 @@ SourceMerge mergeSources(std::vector<SourceDifference>&& differences,
     SourceMerge out;
     for(SourceDifference& difference: differences) {
         const bool isConflict = difference.state == SourceState::Conflict;
-        if(difference.state == SourceState::ChangedInProject)
+        if(difference.state == SourceState::ChangedInProject &&
+            !choice.hasNamed(difference.key))
             ++out.staleCount;
         else if(choice.has(difference.key)) {
             if(choice.of(difference.key) == Side::File)
                 out.taken.push_back(std::move(difference));
+            else
+                ++out.replacedCount;
         } else if(isConflict)
             out.conflicts.push_back(std::move(difference));
         else if(takesFile)
@@ -69,6 +77,35 @@ SourceMerge mergeSources(std::vector<SourceDifference>&& differences,
     return out;
 }
 
+namespace {
+
+typedef std::pair<Containers::String, Containers::String> Change;
+
+/* Values that share a key with a taken text and had the same one. Terms only
+   know the first value of a key. */
+std::vector<Change> sharingTexts(
+    Project& project, const std::vector<SourceDifference>& taken) {
+    std::vector<Change> out;
+    if(taken.empty() ||
+        project.strings().size() == project.localization().terms.size())
+        return out;
+    std::map<Containers::StringView, const SourceDifference*, StrLess> byKey;
+    for(const SourceDifference& difference: taken)
+        byKey[difference.key] = &difference;
+    for(const auto& value: project.strings()) {
+        const auto found = byKey.find(value.second);
+        if(found != byKey.end() && value.first != found->second->path &&
+            project.source(value.first) == found->second->inProject)
+            out.emplace_back(value.first, found->second->inFile);
+    }
+    std::sort(out.begin(), out.end(), [](const Change& a, const Change& b) {
+        return StrLess{}(a.first, b.first);
+    });
+    return out;
+}
+
+}
+
 void takeSources(Project& project, const std::vector<SourceDifference>& taken) {
     ChangeManager& changes = project.changeManager();
     changes.beginGroup();
@@ -76,7 +113,18 @@ void takeSources(Project& project, const std::vector<SourceDifference>& taken) {
         project.record().addFormerSource(difference.inProject);
         changes.pushChange(difference.path, difference.inFile, false);
     }
+    for(const auto& change: sharingTexts(project, taken))
+        changes.pushChange(change.first, change.second, false);
     changes.commit();
+}
+
+void printTaken(const std::vector<SourceDifference>& taken) {
+    for(const SourceDifference& change: taken) {
+        printLine();
+        printLine(change.key, Style::Bold);
+        printLine("  from: " + change.inProject);
+        printLine("  to:   " + change.inFile);
+    }
 }
 
 int failOnConflicts(

@@ -17,8 +17,9 @@ public:
        false if it's neither. */
     bool add(const std::string& choice);
 
-    /* Whether the user decided about a key */
+    /* Whether the user decided about a key, as one of all or by its name */
     bool has(Containers::StringView key) const;
+    bool hasNamed(Containers::StringView key) const;
 
     /* Only if the user did */
     Side of(Containers::StringView key) const;
@@ -43,8 +44,10 @@ struct SourceMerge {
     std::vector<SourceDifference> changedInFile;
     /* Texts about which somebody has to decide */
     std::vector<SourceDifference> conflicts;
-    /* How many texts of the file are older than the project's */
+    /* How many texts of the file are older than the project's, and how many
+       others the project's are to replace */
     std::size_t staleCount = 0;
+    std::size_t replacedCount = 0;
 };
 
 /* With takesFile, a text that was only changed in the file is taken from it */
@@ -53,6 +56,9 @@ SourceMerge mergeSources(std::vector<SourceDifference>&& differences,
 
 /* Changes the project in one undo step, and remembers the texts before */
 void takeSources(Project& project, const std::vector<SourceDifference>& taken);
+
+/* Prints the project's texts before and after */
+void printTaken(const std::vector<SourceDifference>& taken);
 
 /* Prints both texts of each, the first ones of many, and what to do. Returns
    the exit code. */

@@ -34,10 +34,15 @@ template<class F> bool withTexts(LanguageFile& file, F&& function) {
     const Utility::JsonIterator texts = json
         ? LocalizationTools::translationOf(*json)
         : Utility::JsonIterator{};
-    if(!texts) {
+    /* Tools write an empty object where nothing is translated */
+    const bool isEmpty = json && json->root().type() == Type::Object &&
+        !(json->root().asObject().begin() != json->root().asObject().end());
+    if(!texts && !isEmpty) {
         faults.tell();
         return false;
     }
+    if(isEmpty)
+        return function(*json, texts);
     for(const Utility::JsonObjectItem text: texts->asObject())
         if(text.value().type() != Type::String &&
             text.value().type() != Type::Null) {
@@ -94,10 +99,12 @@ public:
             recordAsRead(_project.record(), _code, false, text);
             return;
         }
+        const bool isEmptied =
+            text.kind == TextKind::Empty || text.kind == TextKind::None;
         if(text.kind == TextKind::WrongType ||
             (text.term == Tracking::TextMoves::None && text.text.data()))
             drop(text.key);
-        else if(text.kind == TextKind::Empty || text.kind == TextKind::None)
+        else if(isEmptied && !_isDefault)
             ++_out.losses.emptied;
         if(text.term == Tracking::TextMoves::None)
             return;
@@ -107,7 +114,7 @@ public:
         if(_isDefault) {
             if(isRepeated)
                 drop(text.key);
-            if(text.kind == TextKind::Text &&
+            if((text.kind == TextKind::Text || isEmptied) &&
                 !addDifference(_texts, text, _out.differences))
                 drop(text.key);
         } else
@@ -210,10 +217,11 @@ bool readTexts(Project& project, const LanguageTexts& texts, bool allowsEmpty,
                            const Utility::JsonIterator& translation) {
                            if(!visitor.begin(source, file, json))
                                return false;
-                           texts.forEach(file.code, translation, allowsEmpty,
-                               [&](const LanguageText& text) {
-                                   visitor.add(text);
-                               });
+                           if(translation)
+                               texts.forEach(file.code, translation,
+                                   allowsEmpty, [&](const LanguageText& text) {
+                                       visitor.add(text);
+                                   });
                            visitor.end();
                            return true;
                        });
@@ -221,7 +229,82 @@ bool readTexts(Project& project, const LanguageTexts& texts, bool allowsEmpty,
             succeeded = false;
         found.insert(read.begin(), read.end());
     }
+    const Containers::String unread = project.unreadFile();
+    if(!unread.isEmpty())
+        fail(Utility::format("{} isn't read, as the files were last written to "
+                             "{}; move one of them away",
+            unread, sources.front().path));
     return succeeded;
+}
+
+namespace {
+
+/* Takes the texts of the default language's file */
+class SourceReader: public TextVisitor {
+public:
+    explicit SourceReader(Project& project): _project(project) {}
+
+    bool isWanted(Containers::StringView code) override {
+        return code == _project.defaultLanguage();
+    }
+    bool begin(const LanguageSource&, const LanguageFile&,
+        const Utility::Json&) override {
+        return true;
+    }
+    void add(const LanguageText& text) override {
+        if(text.text.data())
+            _project.record().assumeSource(text.key, text.text);
+    }
+
+private:
+    Project& _project;
+};
+
+/* Finds the terms whose texts the default language's file has */
+class PlaceReader: public TextVisitor {
+public:
+    explicit PlaceReader(Project& project, const std::vector<Term>& terms):
+        _project(project), _terms(terms) {}
+
+    bool isWanted(Containers::StringView code) override {
+        return code == _project.defaultLanguage();
+    }
+    bool begin(const LanguageSource&, const LanguageFile&,
+        const Utility::Json&) override {
+        return true;
+    }
+    void add(const LanguageText& text) override {
+        const auto term = std::lower_bound(_terms.begin(), _terms.end(),
+            text.key, [](const Term& t, Containers::StringView key) {
+                return StrLess{}(t.key, key);
+            });
+        if(term != _terms.end() && term->key == text.key && text.text.data() &&
+            term->source == text.text)
+            _inPlace.push_back(std::size_t(term - _terms.begin()));
+    }
+
+    const std::vector<std::size_t>& inPlace() const { return _inPlace; }
+
+private:
+    Project& _project;
+    const std::vector<Term>& _terms;
+    std::vector<std::size_t> _inPlace;
+};
+
+/* Without a record, it's likely that translations were made from what stands
+   beside them. Faults of the file are printed when it's read again. */
+std::vector<Term> withAssumedSources(Project& project) {
+    std::vector<Term> terms = project.terms();
+    if(!project.record().hasSources()) {
+        const NoMessages silence;
+        SourceReader reader{project};
+        readTexts(project,
+            LanguageTexts{project.editor(), terms, project.record()}, true,
+            reader);
+    }
+    return terms;
+}
+
 }
 
 bool isLanguage(Project& project, Containers::StringView code) {
@@ -239,6 +322,20 @@ bool isKnown(Project& project, const LanguageFile& file) {
     return false;
 }
 
+/* A record may be older than the files, as somebody forgot to commit it. What
+   the file has in its place didn't move. */
+ProjectTexts::ProjectTexts(Project& project):
+    terms{withAssumedSources(project)}, texts{project.editor(), terms,
+                                            project.record()} {
+    if(!texts.moves().count())
+        return;
+    const NoMessages silence;
+    PlaceReader reader{project, terms};
+    readTexts(project, texts, true, reader);
+    for(const std::size_t term: reader.inPlace())
+        texts.moves().keep(terms[term].key, term);
+}
+
 bool addDifference(const LanguageTexts& texts, const LanguageText& text,
     std::vector<SourceDifference>& out) {
     const Term& term = texts.terms()[text.term];
@@ -247,7 +344,8 @@ bool addDifference(const LanguageTexts& texts, const LanguageText& text,
     const SourceState state =
         texts.record().compare(text.key, text.text, term.source);
     if(state != SourceState::Same)
-        out.push_back({term.key, term.path, text.text, term.source, state});
+        out.push_back(
+            {text.term, term.key, term.path, text.text, term.source, state});
     return true;
 }
 
@@ -257,11 +355,10 @@ void Losses::drop(Containers::StringView what, Containers::StringView file) {
 }
 
 bool readReplaced(Project& project, Codes& codes, ReplacedFiles& out) {
-    const std::vector<Term> terms = project.terms();
-    const LanguageTexts texts{project.editor(), terms, project.record()};
-    out.movedCount = texts.moves().count();
-    ReplacedFilesReader reader{project, texts, codes, out};
-    const bool succeeded = readTexts(project, texts, false, reader);
+    const ProjectTexts all{project};
+    out.movedCount = all.texts.moves().count();
+    ReplacedFilesReader reader{project, all.texts, codes, out};
+    const bool succeeded = readTexts(project, all.texts, false, reader);
     const LanguageSource target = project.target();
     if(target.isArchive)
         for(const Containers::String& name:
@@ -274,7 +371,10 @@ void recordAsRead(Tracking::TranslationRecord& record,
     Containers::StringView code, bool isDefault, const LanguageText& text) {
     const bool isTaken = text.kind == TextKind::Text;
     if(isDefault) {
-        if(text.text.data())
+        /* What isn't taken stays a difference */
+        if(text.kind == TextKind::Empty || text.kind == TextKind::None)
+            record.keepSource(text.key);
+        else if(text.text.data())
             record.addSource(text.key, text.text);
     } else if(isTaken)
         record.addTranslation(text.key, text.text, text.origin);
@@ -309,9 +409,7 @@ void rememberSources(
 }
 
 bool hasMovedTexts(Project& project) {
-    const std::vector<Term> terms = project.terms();
-    return Tracking::TextMoves{project.editor(), terms, project.record()}
-        .count();
+    return ProjectTexts{project}.texts.moves().count();
 }
 
 }}

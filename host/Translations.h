@@ -45,8 +45,18 @@ bool isLanguage(Project& project, Containers::StringView code);
 /* The same, but prints an error if not */
 bool isKnown(Project& project, const LanguageFile& file);
 
+/* The terms of a project, and how the texts of its files are related to them */
+struct ProjectTexts {
+    explicit ProjectTexts(Project& project);
+
+    std::vector<Term> terms;
+    LanguageTexts texts;
+};
+
 /* A text of the default language's file that isn't the project's */
 struct SourceDifference {
+    /* Index of the term */
+    std::size_t term;
     Containers::String key;
     Containers::String path;
     Containers::String inFile;

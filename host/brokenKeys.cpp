@@ -1,6 +1,7 @@
 #include "brokenKeys.h"
 
 #include <algorithm>
+#include <map>
 #include <string>
 #include <vector>
 #include <Corrade/Containers/StringStl.h>
@@ -55,6 +56,26 @@ void warnOfBrokenKeys(Project& project) {
                     : Utility::format("its text shares a term with {}",
                           counted(paths.size() - 1, "other")))});
     }
+    lines.print();
+}
+
+void warnOfSharedKeys(Project& project) {
+    const TermPathMap& terms = project.localization().terms;
+    if(project.strings().size() == terms.size())
+        return;
+    std::map<Containers::StringView, Containers::StringView, StrLess> different;
+    for(const auto& value: project.strings()) {
+        const Containers::StringView first = terms.at(value.second);
+        if(!value.second.isEmpty() && value.first != first &&
+            project.source(value.first) != project.source(first))
+            different.emplace(value.first, value.second);
+    }
+    Lines lines;
+    for(const auto& value: different)
+        lines.add(std::string{
+            Utility::format("{} shares the key '{}' with another text, which "
+                            "is the one in the language files",
+                value.first, value.second)});
     lines.print();
 }
 

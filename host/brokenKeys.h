@@ -9,6 +9,10 @@ namespace OrrelinEngine { namespace Host {
    has the empty key and shares the translations of all such texts */
 void warnOfBrokenKeys(Project& project);
 
+/* Prints a line for each value whose text isn't in the language files, as it
+   has the key of another text */
+void warnOfSharedKeys(Project& project);
+
 }}
 
 #endif

@@ -81,14 +81,14 @@ int confirmTranslations(const ProjectOptions& options,
     if(!project.openForWriting(options, "confirm") ||
         !checkConfirmable(project, code))
         return Failure;
-    const std::vector<Term> terms = project.terms();
-    const LanguageTexts texts{project.editor(), terms, project.record()};
-    ConfirmReader reader{project, texts, code, keys};
-    if(!readTexts(project, texts, false, reader))
+    const ProjectTexts all{project};
+    ConfirmReader reader{project, all.texts, code, keys};
+    if(!readTexts(project, all.texts, false, reader))
         return Failure;
     for(const Containers::String& key: reader.remaining())
         return fail(Utility::format("'{}' has no translation in {}{}", key,
-            code, keySuggestion(key, terms)));
+            code, keySuggestion(key, all.terms)));
+    project.setRecordedPlace(project.place());
     if(!project.writeRecord() || !project.commit())
         return Failure;
     printLine(Utility::format("Confirmed {} in {}",

@@ -106,9 +106,10 @@ void printFiles(Project& project, const Codes& codes,
 
 void printExport(
     Project& project, const ReplacedFiles& before, const SourceMerge& sources) {
-    if(sources.staleCount)
+    const std::size_t replaced = sources.staleCount + sources.replacedCount;
+    if(replaced)
         printLine(Utility::format("{} in {}.json replaced by the project's.",
-            counted(sources.staleCount, "text"), project.defaultLanguage()));
+            counted(replaced, "text"), project.defaultLanguage()));
     if(!sources.taken.empty())
         printLine(Utility::format("{} taken from {}.json. Saved {}",
             counted(sources.taken.size(), "text"), project.defaultLanguage(),
@@ -144,6 +145,9 @@ int exportFiles(
     if(!readReplaced(project, codes, replaced))
         return fail("nothing was written, as what can't be read would be "
                     "lost; repair it or move it away first");
+    if(!project.unreadFile().isEmpty() && !options.prune)
+        return fail("nothing was written, as what isn't read would be lost; "
+                    "--prune replaces it");
     int result = Success;
     rememberSources(project, replaced.differences);
     const SourceMerge sources =
@@ -167,6 +171,7 @@ int exportFiles(
         !project.commit())
         return Failure;
     printTable(project, codes);
+    printTaken(sources.taken);
     printLine();
     if(!options.codes.empty() && options.codes.size() != codes.size())
         printLine(project.target().isArchive

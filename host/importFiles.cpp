@@ -55,21 +55,34 @@ bool import(Project& project, const ImportOptions& options, Import& out) {
     }
 
     out.isFirst = project.record().isEmpty();
-    const std::vector<Term> terms = project.terms();
-    const LanguageTexts texts{project.editor(), terms, project.record()};
-    ImportReader reader{project, texts, options.codes};
-    out.areFilesFine = readTexts(project, texts, options.allowsEmpty, reader);
-    out.files = reader.files();
-    out.termCount = std::size_t(std::count_if(terms.begin(), terms.end(),
-        [](const Term& term) { return term.isTranslated; }));
+    const ProjectTexts all{project};
+    ImportReader reader{project, all.texts, options.codes};
+    out.areFilesFine =
+        readTexts(project, all.texts, options.allowsEmpty, reader);
+    /* Otherwise it would be lost what the translations of a file that can't be
+       read were made from */
+    if(!out.areFilesFine)
+        project.record().keepSources();
+    for(const Containers::String& code: options.codes)
+        if(!reader.hasFile(code) && out.areFilesFine) {
+            fail(
+                Utility::format("there is no file of the language '{}'", code));
+            return false;
+        }
+    project.setRecordedPlace(project.place());
+    out.termCount = std::size_t(std::count_if(all.terms.begin(),
+        all.terms.end(), [](const Term& term) { return term.isTranslated; }));
     out.sources =
         mergeSources(std::move(reader.differences()), options.choice, true);
-    if(out.sources.conflicts.empty())
+    if(out.sources.conflicts.empty()) {
         takeSources(project, out.sources.taken);
+        reader.markOutdated(out.sources.taken);
+    }
+    out.files = reader.files();
     return true;
 }
 
-void printImport(Project& project, const Import& import) {
+void printImport(Project& project, const Import& import, const Codes& codes) {
     std::map<Containers::StringView, const ImportedFile*, StrLess> files;
     for(const ImportedFile& file: import.files)
         files[file.code] = &file;
@@ -79,6 +92,9 @@ void printImport(Project& project, const Import& import) {
         const auto found = files.find(language.code);
         const ImportedFile* const file =
             found == files.end() ? nullptr : found->second;
+        if(!file && !codes.empty() &&
+            std::find(codes.begin(), codes.end(), language.code) == codes.end())
+            continue;
         Containers::String note;
         if(!file)
             note = import.areFilesFine ? "no file" : "not read";
@@ -94,15 +110,6 @@ void printImport(Project& project, const Import& import) {
             {note, Style::Bold}});
     }
     table.print();
-}
-
-void printChanges(const std::vector<SourceDifference>& changes) {
-    for(const SourceDifference& change: changes) {
-        printLine();
-        printLine(change.key, Style::Bold);
-        printLine("  from: " + change.inProject);
-        printLine("  to:   " + change.inFile);
-    }
 }
 
 void printNotes(Project& project, const Import& import) {
@@ -149,6 +156,10 @@ bool undoImport(Project& project, const Import& import) {
 bool saveImport(Project& project, const Import& import) {
     const bool isChanged = !import.sources.taken.empty() ||
         project.languages().size() != import.languagesBefore.size();
+    if(project.hasReadFault()) {
+        fail("nothing was saved");
+        return false;
+    }
     if(isChanged && !project.write())
         return false;
     /* If there's nothing to save, a file with a fault leaves all as it is */
@@ -173,8 +184,8 @@ int importFiles(const ProjectOptions& project, const ImportOptions& options) {
         return Failure;
     if(!result.sources.conflicts.empty())
         return failOnConflicts(p, result.sources.conflicts);
-    printImport(p, result);
-    printChanges(result.sources.taken);
+    printImport(p, result, options.codes);
+    printTaken(result.sources.taken);
     printLine();
     printNotes(p, result);
     const bool succeeded =

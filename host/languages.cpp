@@ -184,8 +184,10 @@ int removeLanguages(const ProjectOptions& options, const Codes& codes) {
     for(const Containers::String& code: codes)
         project.changeManager().pushRemoval(
             project.editor().languagesSection[RecordPath::segment(code)].path);
-    for(const Containers::String& code: codes)
-        project.record().remove(code);
+    /* In an archive, the translations stay */
+    if(!project.place().isArchive)
+        for(const Containers::String& code: codes)
+            project.record().remove(code);
     if(!project.write() ||
         (!project.record().isEmpty() && !project.writeRecord()) ||
         !project.commit())

@@ -124,14 +124,24 @@ std::size_t sourceCount(const std::vector<Term>& terms) {
         }));
 }
 
+void printRecordNote(Project& project) {
+    if(!project.record().isEmpty() || project.languages().size() < 2)
+        return;
+    printLine();
+    printLine(Utility::format(
+        "No {} says what the translations were made from; 'import' begins "
+        "one.",
+        Tracking::TranslationRecord::FileName));
+}
+
 void findStatus(Project& project, Status& out) {
     out = {};
-    const std::vector<Term> terms = project.terms();
+    const ProjectTexts all{project};
+    const std::vector<Term>& terms = all.terms;
     const std::size_t total = std::size_t(std::count_if(terms.begin(),
         terms.end(), [](const Term& term) { return term.isTranslated; }));
-    const LanguageTexts texts{project.editor(), terms, project.record()};
-    StatusReader reader{project, texts, out.outdated};
-    out.areFilesFine = readTexts(project, texts, false, reader);
+    StatusReader reader{project, all.texts, out.outdated};
+    out.areFilesFine = readTexts(project, all.texts, false, reader);
     for(Outdated& translation: out.outdated)
         translation.before = project.record().formerSource(translation.origin);
     for(const ProjectLanguage& language: project.languages())
@@ -262,6 +272,7 @@ int showStatus(const ProjectOptions& options, bool json, const Gate& gate) {
     else {
         printTable(languages);
         printOutdated(languages, status.outdated);
+        printRecordNote(project);
     }
     printHints(hints(project, undescribed), json);
     bool isPassed = true;

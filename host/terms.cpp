@@ -134,6 +134,36 @@ void renameOrigins(Origins& origins, Containers::StringView oldKey,
 
 }
 
+namespace {
+
+/* Both keys' texts may differ, and only one of them is the key's in the end. The
+   new key's translations stay if it has some. */
+void keepOrigins(Project& project, const Codes& codes,
+    Containers::StringView oldKey, const Containers::String& newKey,
+    Origins& origins) {
+    const TermPathMap& terms = project.localization().terms;
+    const auto source = [&](Containers::StringView key) {
+        const auto term = terms.find(key);
+        return Tracking::TranslationRecord::originOf(term == terms.end()
+                ? Containers::StringView{}
+                : project.source(term->second));
+    };
+    for(const Containers::String& code: codes) {
+        TranslationMap& translations =
+            project.localization().translations[code];
+        const auto kept = translations.find(newKey);
+        auto& known = origins[code];
+        if(kept != translations.end() && kept->second) {
+            known.emplace(newKey, source(newKey));
+            continue;
+        }
+        const auto moved = known.find(oldKey);
+        known[newKey] = moved == known.end() ? source(oldKey) : moved->second;
+    }
+}
+
+}
+
 int listTerms(const ProjectOptions& options, bool json) {
     Project project;
     if(!project.read(options))
@@ -155,11 +185,14 @@ int renameTerm(const ProjectOptions& options, Containers::StringView oldKey,
         !canRewrite(project, codes, replaced))
         return Failure;
 
+    if(merge)
+        keepOrigins(project, codes, oldKey, newKey, replaced.origins);
     const std::size_t count = storeKey(project, oldKey, newKey);
     LocalizationTools::renameTerm(
         project.editor(), oldKey, newKey, project.strings());
-    if(!merge)
-        renameOrigins(replaced.origins, oldKey, newKey);
+    renameOrigins(replaced.origins, oldKey, newKey);
+    /* Of two texts with one key, gathering decides which one is in the files */
+    LocalizationTools::gatherStrings(project.editor(), project.strings());
     recordExport(project, codes, replaced.origins);
     if(!project.write() ||
         (!codes.empty() &&

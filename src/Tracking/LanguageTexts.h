@@ -74,6 +74,7 @@ public:
     const std::vector<Term>& terms() const { return _terms; }
     const TranslationRecord& record() const { return _record; }
     const TextMoves& moves() const { return _moves; }
+    TextMoves& moves() { return _moves; }
 
     /**
      * @brief Call a function with each value of a file

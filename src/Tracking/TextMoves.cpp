@@ -24,7 +24,7 @@ struct Places {
    by the hashes of their texts. */
 TextMoves::TextMoves(const OrrelinEditor& editor,
     const std::vector<Term>& terms, const TranslationRecord& record) {
-    const RecordEntries<SourceEntry>& sources = record._state->sources.entries;
+    const RecordEntries<SourceEntry>& sources = record._state->known();
     if(sources.isEmpty())
         return;
 
@@ -52,26 +52,52 @@ TextMoves::TextMoves(const OrrelinEditor& editor,
     if(places.empty())
         return;
 
+    /* A text that others are the same as doesn't tell which one it is */
+    for(const Term& term: terms) {
+        const auto place = places.find(textHash(term.source));
+        if(term.isTranslated && place != places.end() &&
+            sources.contains({textHash(term.key), place->first}))
+            ++place->second.termCount;
+    }
+
     /* Keys of the file that the project doesn't have anymore changed, too */
     std::vector<std::uint64_t> keys;
     keys.reserve(terms.size());
     for(const Term& term: terms)
-        keys.push_back(textHash(term.key));
+        if(term.isTranslated)
+            keys.push_back(textHash(term.key));
     std::sort(keys.begin(), keys.end());
     for(const SourceEntry& entry: sources) {
         const auto place = places.find(entry.text);
-        if(place == places.end() || chosen.count(entry.key) ||
-            (!changedKeys.count(entry.key) &&
-                std::binary_search(keys.begin(), keys.end(), entry.key)))
+        if(place == places.end())
             continue;
-        place->second.key = entry.key;
         ++place->second.keyCount;
+        if(!chosen.count(entry.key) &&
+            (changedKeys.count(entry.key) ||
+                !std::binary_search(keys.begin(), keys.end(), entry.key)))
+            place->second.key = entry.key;
     }
 
     for(const auto& place: places)
-        if(place.second.keyCount == 1 && place.second.termCount == 1) {
+        if(place.second.key && place.second.keyCount == 1 &&
+            place.second.termCount == 1) {
             _terms.emplace(place.second.key, place.second.term);
             _targets.insert(place.second.term);
+        }
+}
+
+void TextMoves::keep(Containers::StringView key, std::size_t term) {
+    const auto source = _terms.find(textHash(key));
+    if(source != _terms.end()) {
+        _targets.erase(source->second);
+        _terms.erase(source);
+    }
+    if(!_targets.erase(term))
+        return;
+    for(auto move = _terms.begin(); move != _terms.end(); ++move)
+        if(move->second == term) {
+            _terms.erase(move);
+            return;
         }
 }
 

@@ -24,9 +24,8 @@ keys of other texts. This finds the key that such a text has now:
 
 -   The default language's file had it under a key that isn't in the project
     anymore, or that has another text there and wasn't chosen by somebody.
--   The project has it under just one key for which the file had another text
-    or none.
--   The file had it under just one such key.
+-   The project and the file have it just once. Of texts that are the same, it
+    isn't known which one went where.
 
 Texts for which that isn't so stay at their keys.
 */
@@ -56,6 +55,13 @@ public:
 
     /** @brief Whether another key's text is at a term now */
     bool isTarget(std::size_t term) const { return _targets.count(term); }
+
+    /**
+     * @brief Let the text of a term stay where it is
+     *
+     * For a file that has it there already, though the record doesn't know.
+     */
+    void keep(Containers::StringView key, std::size_t term);
 
 private:
     /* Terms by the hash of the text's key in the file */

@@ -303,14 +303,25 @@ SourceState TranslationRecord::compare(Containers::StringView key,
         return SourceState::Same;
     const RecordEntries<SourceEntry>& entries = _state->sources.entries;
     const std::uint64_t id = textHash(key);
-    return entries.contains({id, textHash(file)})
-        ? SourceState::ChangedInProject
-        : entries.contains({id, textHash(project)}) ? SourceState::ChangedInFile
-                                                    : SourceState::Conflict;
+    /* After a merge, both may be known */
+    const bool isFileKnown = entries.contains({id, textHash(file)});
+    const bool isProjectKnown = entries.contains({id, textHash(project)});
+    return isFileKnown == isProjectKnown ? SourceState::Conflict
+        : isFileKnown                    ? SourceState::ChangedInProject
+                                         : SourceState::ChangedInFile;
+}
+
+void TranslationRecord::assumeSource(
+    Containers::StringView key, Containers::StringView text) {
+    _state->assumedSources.add({textHash(key), textHash(text)});
+}
+
+bool TranslationRecord::hasSources() const {
+    return !_state->sources.entries.isEmpty();
 }
 
 bool TranslationRecord::hasSource(Containers::StringView key) const {
-    return _state->sources.entries.find(textHash(key));
+    return _state->known().find(textHash(key));
 }
 
 std::uint32_t TranslationRecord::originOf(Containers::StringView source) {
@@ -334,7 +345,7 @@ std::uint32_t TranslationRecord::origin(Containers::StringView code,
             return known->source();
     }
     const std::uint64_t keyId = textHash(key);
-    const RecordEntries<SourceEntry>& sources = _state->sources.entries;
+    const RecordEntries<SourceEntry>& sources = _state->known();
     if(sources.contains({keyId, sourceHash}))
         return shortHash(sourceHash);
     const SourceEntry* const base = sources.find(keyId);
@@ -371,6 +382,17 @@ void TranslationRecord::beginSources(Containers::StringView code) {
 void TranslationRecord::addSource(
     Containers::StringView key, Containers::StringView text) {
     _state->newSources->entries.add({textHash(key), textHash(text)});
+}
+
+void TranslationRecord::keepSource(Containers::StringView key) {
+    const SourceEntry* const known =
+        _state->sources.entries.find(textHash(key));
+    if(known)
+        _state->newSources->entries.add(*known);
+}
+
+void TranslationRecord::keepSources() {
+    _state->newSources = {};
 }
 
 void TranslationRecord::beginTranslations(Containers::StringView code) {

@@ -122,6 +122,18 @@ public:
     bool hasSource(Containers::StringView key) const;
 
     /**
+     * @brief Assume that translations were made from a text
+     *
+     * For a record without source texts, with the texts that the default
+     * language's file has now. That doesn't make them known for
+     * @ref compare().
+     */
+    void assumeSource(Containers::StringView key, Containers::StringView text);
+
+    /** @brief Whether there are source texts to compare with */
+    bool hasSources() const;
+
+    /**
      * @brief Hash of the source text that a translation was made from
      * @param code          Language code
      * @param key           Term key, as in the file
@@ -162,6 +174,12 @@ public:
 
     /** @brief Add a text of the default language's file */
     void addSource(Containers::StringView key, Containers::StringView text);
+
+    /** @brief Add the text that is known for a key, if there's one */
+    void keepSource(Containers::StringView key);
+
+    /** @brief Keep the known texts instead of those since @ref beginSources() */
+    void keepSources();
 
     /**
      * @brief Begin to describe the file of another language anew

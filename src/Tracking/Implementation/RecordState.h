@@ -22,6 +22,7 @@ typedef std::map<Containers::String, Translations, StrLess> LanguageRecords;
 struct TranslationRecord::State {
     Containers::String archive;
     Sources sources;
+    RecordEntries<SourceEntry> assumedSources;
     LanguageRecords languages;
     std::map<std::uint32_t, Containers::String> formerSources;
 
@@ -29,6 +30,10 @@ struct TranslationRecord::State {
     Containers::Optional<Sources> newSources;
     LanguageRecords newLanguages;
     Translations* begun = nullptr;
+
+    const RecordEntries<SourceEntry>& known() const {
+        return sources.entries.isEmpty() ? assumedSources : sources.entries;
+    }
 };
 
 }}
