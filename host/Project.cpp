@@ -56,18 +56,6 @@ Containers::StringIterable iterable(const Codes& codes) {
 
 constexpr auto Format = LocalizationTools::LocalizationFormat::I18next;
 
-Containers::String folderOf(const LanguageSource& source) {
-    return source.isArchive
-        ? Containers::String{Utility::Path::split(source.path).first()}
-        : source.path;
-}
-
-/* The record may come from a stranger */
-bool isArchiveName(Containers::StringView name) {
-    return name.hasSuffix(".zip") && !name.contains('/') &&
-        !name.hasPrefix('.') && !name.contains('\0');
-}
-
 }
 
 struct Project::Contents {
@@ -120,17 +108,12 @@ bool Project::open(
     warnOfBrokenKeys(*this);
     warnOfSharedKeys(*this);
     const LanguageSource files = target();
-    return isFine(storage.setLanguagesFolder(folderOf(files))) && readRecord();
+    return isFine(storage.setLanguagesFolder(files.folder())) && readRecord();
 }
 
-/* Loose files and an archive may be in different folders, as a dot in the
-   folder's name shows. The record is then still in the former. */
 bool Project::readRecord() {
     Tracking::TranslationRecord& record = _state->contents->record;
-    for(const bool isFormer: {false, true}) {
-        const Containers::String file = Utility::Path::join(
-            folderOf(source(target().isArchive != isFormer)),
-            Tracking::TranslationRecord::FileName);
+    for(const Containers::String& file: Tracking::recordFiles(editor())) {
         FileContent content;
         if(!readFile(file, content))
             return false;
@@ -389,44 +372,18 @@ bool Project::provideDefaultLanguage(Codes& added) {
     return true;
 }
 
-LanguageSource Project::source(bool isArchive) {
-    const Containers::String path = isArchive
-        ? LocalizationTools::archiveStem(editor())
-        : LocalizationTools::languagesFolder(editor());
-    Containers::StringView stem = Utility::Path::splitExtension(path).first();
-    while(stem.size() > 1 && stem.hasSuffix('/'))
-        stem = stem.exceptSuffix(1);
-    return {isArchive ? stem + ".zip" : Containers::String{stem}, isArchive};
-}
-
 LanguageSource Project::target() {
-    return source(LocalizationTools::isZipCompressed(editor()));
+    return Tracking::languageTarget(editor());
 }
 
 std::vector<LanguageSource> Project::sources() {
-    std::vector<LanguageSource> out;
-    const auto add = [&](const LanguageSource& source) {
-        if(std::none_of(
-               out.begin(), out.end(), [&](const LanguageSource& other) {
-                   return other.isArchive == source.isArchive &&
-                       other.path == source.path;
-               }))
-            out.push_back(source);
-    };
+    std::vector<LanguageSource> out =
+        Tracking::languageSources(editor(), record());
     if(record().isEmpty()) {
         const Containers::String archive = onlyArchive();
         if(!archive.isEmpty())
-            add({archive, true});
-    } else if(record().archive().isEmpty())
-        add(source(false));
-    else if(isArchiveName(record().archive()))
-        add({Utility::Path::join(folderOf(source(true)), record().archive()),
-            true});
-    /* Nothing is in that place anymore if it was moved by hand */
-    if(!out.empty() && !Utility::Path::exists(out.front().path))
-        out.clear();
-    add(target());
-    add(source(!target().isArchive));
+            out.insert(out.begin(), {archive, true});
+    }
     return out;
 }
 
@@ -436,15 +393,15 @@ Containers::String Project::onlyArchive() {
     const LanguageSource files = target();
     std::vector<Containers::String> names;
     if(!files.isArchive || Utility::Path::exists(files.path) ||
-        !_state->storage.list(folderOf(files), names).isEmpty())
+        !_state->storage.list(files.folder(), names).isEmpty())
         return {};
     names.erase(std::remove_if(names.begin(), names.end(),
                     [](const Containers::String& name) {
-                        return !isArchiveName(name);
+                        return !name.hasSuffix(".zip");
                     }),
         names.end());
     return names.size() == 1
-        ? Utility::Path::join(folderOf(files), names.front())
+        ? Utility::Path::join(files.folder(), names.front())
         : Containers::String{};
 }
 
@@ -473,8 +430,7 @@ Containers::String Project::unreadFile() {
 }
 
 Containers::String Project::recordFile() {
-    return Utility::Path::join(
-        folderOf(target()), Tracking::TranslationRecord::FileName);
+    return Tracking::recordFiles(editor()).front();
 }
 
 Containers::StringView Project::source(Containers::StringView recordPath) {

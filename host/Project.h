@@ -9,6 +9,7 @@
 #include "session/EditorSession.h"
 #include "Tracking/Term.h"
 #include "Tracking/TranslationRecord.h"
+#include "Tracking/Implementation/languageSources.h"
 #include "editor/OrrelinEditor.h"
 #include "shared/LocalizationData.h"
 
@@ -36,12 +37,7 @@ struct ProjectLanguage {
     bool isDefault;
 };
 
-/* Where language files are, a folder or an archive */
-struct LanguageSource {
-    Containers::String path;
-    bool isArchive;
-};
-
+using Tracking::LanguageSource;
 using Tracking::Term;
 
 /* A project with its terms. Operations that can fail print why and return
@@ -124,14 +120,8 @@ public:
        that can't be done, prints why and returns false. */
     bool provideDefaultLanguage(Codes& added);
 
-    /* The place that exports write. The last dot of the name of the folder or
-       the project, and all behind it, are dropped. */
+    /* The place that exports write, and those that files are read from */
     LanguageSource target();
-
-    /* The places that files are read from if they exist. The first is the one
-       where they were last written or read, as the record tells. The target is
-       among them. The others are where they were before the project got
-       another name, or was set to loose files or to an archive. */
     std::vector<LanguageSource> sources();
 
     /* The first of these that exists, otherwise the target */
@@ -164,8 +154,9 @@ private:
     bool readComponents();
     bool readProject();
     bool readRecord();
+
     Containers::String onlyArchive();
-    LanguageSource source(bool isArchive);
+
     bool writeArchive(const Codes& codes, Containers::StringView file);
 
     /* Whether all files are still as they were read. If not, waits a little, so

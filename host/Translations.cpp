@@ -167,33 +167,6 @@ private:
     std::vector<bool> _isSeen;
 };
 
-void recordTranslations(Project& project, Containers::StringView code,
-    const std::vector<Term>& terms, const Origins& origins) {
-    Tracking::TranslationRecord& record = project.record();
-    record.beginTranslations(code);
-    const TranslationMap& translations =
-        project.localization().translations[Containers::String{code}];
-    const auto outdated = origins.find(code);
-    /* Both are in the same order */
-    auto next = translations.begin();
-    for(const Term& term: terms) {
-        while(next != translations.end() && StrLess{}(next->first, term.key))
-            ++next;
-        if(next == translations.end() || next->first != term.key ||
-            !next->second) {
-            record.addMissing(term.key);
-            continue;
-        }
-        std::uint32_t origin = record.originOf(term.source);
-        if(outdated != origins.end()) {
-            const auto found = outdated->second.find(term.key);
-            if(found != outdated->second.end())
-                origin = found->second;
-        }
-        record.addTranslation(term.key, *next->second, origin);
-    }
-}
-
 }
 
 bool readTexts(Project& project, const LanguageTexts& texts, bool allowsEmpty,
@@ -336,19 +309,6 @@ ProjectTexts::ProjectTexts(Project& project):
         texts.moves().keep(terms[term].key, term);
 }
 
-bool addDifference(const LanguageTexts& texts, const LanguageText& text,
-    std::vector<SourceDifference>& out) {
-    const Term& term = texts.terms()[text.term];
-    if(!term.source.data())
-        return text.text.isEmpty();
-    const SourceState state =
-        texts.record().compare(text.key, text.text, term.source);
-    if(state != SourceState::Same)
-        out.push_back(
-            {text.term, term.key, term.path, text.text, term.source, state});
-    return true;
-}
-
 void Losses::drop(Containers::StringView what, Containers::StringView file) {
     if(!dropped++)
         example = Utility::format("'{}' in {}", what, file);
@@ -367,38 +327,20 @@ bool readReplaced(Project& project, Codes& codes, ReplacedFiles& out) {
     return succeeded;
 }
 
-void recordAsRead(Tracking::TranslationRecord& record,
-    Containers::StringView code, bool isDefault, const LanguageText& text) {
-    const bool isTaken = text.kind == TextKind::Text;
-    if(isDefault) {
-        /* What isn't taken stays a difference */
-        if(text.kind == TextKind::Empty || text.kind == TextKind::None)
-            record.keepSource(text.key);
-        else if(text.text.data())
-            record.addSource(text.key, text.text);
-    } else if(isTaken)
-        record.addTranslation(text.key, text.text, text.origin);
-    /* Somebody may bring its term back */
-    else if(text.term == Tracking::TextMoves::None && text.text.data() &&
-        record.hasSource(text.key))
-        record.addTranslation(
-            text.key, text.text, record.origin(code, text.key, text.text, {}));
-    else if(text.kind != TextKind::WrongType)
-        record.addMissing(text.key);
-}
-
 void recordExport(
     Project& project, const Codes& codes, const Origins& origins) {
-    Tracking::TranslationRecord& record = project.record();
-    const std::vector<Term> terms = project.translatedTerms();
+    const std::vector<Term> terms = project.terms();
     for(const Containers::String& code: codes) {
-        if(code != project.defaultLanguage()) {
-            recordTranslations(project, code, terms, origins);
-            continue;
-        }
-        record.beginSources(code);
-        for(const Term& term: terms)
-            record.addSource(term.key, term.source);
+        const auto outdated = origins.find(code);
+        Tracking::recordExport(project.record(), project.editor(), code, terms,
+            [&](const Term& term, Containers::StringView) {
+                if(outdated != origins.end()) {
+                    const auto found = outdated->second.find(term.key);
+                    if(found != outdated->second.end())
+                        return found->second;
+                }
+                return Tracking::TranslationRecord::originOf(term.source);
+            });
     }
 }
 

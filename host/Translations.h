@@ -7,14 +7,19 @@
 
 #include "Project.h"
 #include "Tracking/LanguageTexts.h"
+#include "Tracking/TranslationTracker.h"
+#include "Tracking/Implementation/recordTexts.h"
 
 namespace OrrelinEngine { namespace Host {
 
 struct LanguageFile;
 using Tracking::LanguageText;
 using Tracking::LanguageTexts;
+using Tracking::SourceDifference;
 using Tracking::SourceState;
 using Tracking::TextKind;
+using Tracking::addDifference;
+using Tracking::recordAsRead;
 
 /* Takes what readTexts() finds in the language files */
 class TextVisitor {
@@ -53,22 +58,6 @@ struct ProjectTexts {
     LanguageTexts texts;
 };
 
-/* A text of the default language's file that isn't the project's */
-struct SourceDifference {
-    /* Index of the term */
-    std::size_t term;
-    Containers::String key;
-    Containers::String path;
-    Containers::String inFile;
-    Containers::String inProject;
-    SourceState state;
-};
-
-/* Adds the difference of a text in the default language's file, if there is
-   one. Returns false if the project has no place for the text. */
-bool addDifference(const LanguageTexts& texts, const LanguageText& text,
-    std::vector<SourceDifference>& out);
-
 /* The texts in existing files that an export would not write again */
 struct Losses {
     /* Texts that are nowhere else, as the project has no place for them */
@@ -100,11 +89,6 @@ struct ReplacedFiles {
    replace. If no languages are given, reads all files and adds the codes of the
    languages that have one. */
 bool readReplaced(Project& project, Codes& codes, ReplacedFiles& out);
-
-/* Describes a file in the record as it is, after the record's beginSources() or
-   beginTranslations(). */
-void recordAsRead(Tracking::TranslationRecord& record,
-    Containers::StringView code, bool isDefault, const LanguageText& text);
 
 /* Describes the files of the languages in the project's record, as an export
    writes them */
