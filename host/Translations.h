@@ -13,13 +13,13 @@
 namespace OrrelinEngine { namespace Host {
 
 struct LanguageFile;
+using Tracking::addDifference;
 using Tracking::LanguageText;
 using Tracking::LanguageTexts;
+using Tracking::recordAsRead;
 using Tracking::SourceDifference;
 using Tracking::SourceState;
 using Tracking::TextKind;
-using Tracking::addDifference;
-using Tracking::recordAsRead;
 
 /* Takes what readTexts() finds in the language files */
 class TextVisitor {
