@@ -67,8 +67,8 @@ public:
      * Reads the language files and the record beside them where they were last
      * written, also after the project got another name or the zip setting
      * changed. Replaces the translations of each language that has a file, so
-     * translations that weren't exported are lost; those of other languages
-     * stay. The file of the default language is only compared, see
+     * those that weren't exported are lost, and so are confirmations that
+     * weren't saved. The translations of other languages stay. The file of the default language is only compared, see
      * @ref differences(). Translations whose texts have other keys now than in
      * the files go with their texts, see @ref TextMoves.
      *
