@@ -81,7 +81,7 @@ public:
      * @relativeref{Corrade,Utility::Warning} which files and how many of
      * their values aren't taken: those of languages and terms that the project
      * doesn't have, and empty texts and the word "None" that nobody is known to
-     * have meant. An export drops the latter from the files.
+     * have meant. An export drops such values, and from an archive such files.
      *
      * Takes memory for the files and a copy of the project's texts.
      */
