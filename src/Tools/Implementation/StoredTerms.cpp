@@ -1,5 +1,6 @@
 #include "Tools/Implementation/StoredTerms.h"
 
+#include <charconv>
 #include <cstring>
 #include <rapidjson/document.h>
 
@@ -26,6 +27,10 @@ Containers::StringView splitLast(Containers::StringView& path) {
     const Containers::StringView out = path.suffix(slash);
     path = path.prefix(slash);
     return out;
+}
+
+bool isSmallRecord(const JsonValue& value) {
+    return value.IsObject() && value.MemberCount() <= LargeRecord;
 }
 
 bool isSame(const char* name, Containers::StringView expected) {
@@ -62,19 +67,43 @@ StoredTerms::StoredTerms(const OrrelinEditor& editor):
     _editor(editor), _root{const_cast<JsonValue*>(
                          editor.project.readValueNoDefault())} {}
 
+/* Usual segments are looked up right here, as walking a pointer would take
+   longer than that. All others are left to the index. */
+JsonValue* StoredTerms::child(
+    JsonValue& parent, Containers::StringView segment) {
+    /* As in a path of fewer segments */
+    if(segment.isEmpty())
+        return &parent;
+    const Containers::StringView name = segment.exceptPrefix(1);
+    if(parent.IsArray()) {
+        std::uint32_t i = 0;
+        const std::from_chars_result result =
+            std::from_chars(name.begin(), name.end(), i);
+        if(result.ec == std::errc{} && result.ptr == name.end() &&
+            (name.size() == 1 || name[0] != '0') && i < parent.Size())
+            return &parent[i];
+    } else if(isSmallRecord(parent) && !segment.contains('~')) {
+        const std::uint32_t i = searchMember(parent, name);
+        return i == parent.MemberCount()
+            ? nullptr
+            : &(parent.MemberBegin() + std::ptrdiff_t(i))->value;
+    }
+    return _index.find(parent, segment);
+}
+
 JsonValue* StoredTerms::record(Containers::StringView path) {
     /* The path is "<components>/<index>/<type>". The record of the project's
        name has two segments, so its way begins at the root. */
     Containers::StringView componentsPath = path;
-    splitLast(componentsPath);
-    splitLast(componentsPath);
+    const Containers::StringView type = splitLast(componentsPath);
+    const Containers::StringView index = splitLast(componentsPath);
     if(componentsPath != _componentsPath) {
         _components = _root ? _index.find(*_root, componentsPath) : nullptr;
         _componentsPath = componentsPath;
     }
-    return _components
-        ? _index.find(*_components, path.suffix(componentsPath.end()))
-        : nullptr;
+    JsonValue* const component =
+        _components ? child(*_components, index) : nullptr;
+    return component ? child(*component, type) : nullptr;
 }
 
 StoredTerm StoredTerms::find(Containers::StringView path) {
@@ -87,8 +116,7 @@ StoredTerm StoredTerms::find(Containers::StringView path) {
         Containers::StringView recordPath = path;
         const Containers::StringView segment = splitLast(recordPath);
         JsonValue* const values = record(recordPath);
-        if(values && values->IsObject() &&
-            values->MemberCount() <= LargeRecord && !segment.contains('~'))
+        if(values && isSmallRecord(*values) && !segment.contains('~'))
             search(*values, segment.exceptPrefix(1), out.value, flag);
         else if(values) {
             out.value = _index.find(*values, segment);

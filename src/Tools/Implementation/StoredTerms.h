@@ -32,6 +32,7 @@ public:
     StoredTerm find(Containers::StringView path);
 
 private:
+    JsonValue* child(JsonValue& parent, Containers::StringView segment);
     JsonValue* record(Containers::StringView path);
 
     const OrrelinEditor& _editor;
