@@ -13,7 +13,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 #include <benchmark/benchmark.h>
+#include <Corrade/Containers/StringStl.h>
 #include <rapidjson/document.h>
+
+#include "shared/LocalizationData.h"
 
 namespace {
 
@@ -183,20 +186,68 @@ void measure(benchmark::State& state, const std::vector<std::string>& files,
     state.counters["fileBytes"] = size;
 }
 
-bool parse(const std::vector<std::string>& files) {
+/* Calls the function with each document and whether it's the project */
+template<class F>
+bool parse(const std::vector<std::string>& files, F&& function) {
     /* The project stays, each other file only until the next */
     std::vector<rapidjson::Document> documents(2);
     for(const std::string& file: files) {
         const std::size_t size = std::filesystem::file_size(file);
-        const std::unique_ptr<char[]> content{new char[size + 1]};
+        std::unique_ptr<char[]> content{new char[size + 1]};
         std::ifstream{file}.read(content.get(), std::streamsize(size));
         content[size] = '\0';
-        rapidjson::Document& out = documents[&file != &files.front()];
+        const bool isProject = &file == &files.front();
+        rapidjson::Document& out = documents[!isProject];
         out = rapidjson::Document{};
         if(out.Parse(content.get()).HasParseError())
             return false;
+        content = nullptr;
+        function(out, isProject);
     }
     return true;
+}
+
+/* Puts each term right where it belongs, without a search */
+void fillTerms(const rapidjson::Document& project,
+    OrrelinEngine::TermPathMap& terms, OrrelinEngine::TermMap& strings) {
+    strings.reserve(std::size_t{ObjectCount} * TermsPerObject);
+    OrrelinEngine::TermPathMap::iterator behind[]{terms.end(), terms.end()};
+    std::string key, path;
+    for(const auto& object: project["objects"].GetObject()) {
+        const std::string id = object.name.GetString();
+        for(int i = 0; i != TermsPerObject; ++i) {
+            const bool isScript = i % 2;
+            const std::string index = std::to_string(i);
+            key = id + (isScript ? "-js-" : "-text-") + index +
+                (isScript ? "-hint" : "");
+            path = "/objects/" + id + "/components/" + index +
+                (isScript ? "/guide/hint" : "/text/text");
+            behind[isScript] =
+                std::next(terms.emplace_hint(behind[isScript], key, path));
+            strings.emplace(path, key);
+        }
+    }
+}
+
+/* The least that can be done to have all texts: parses the files, and fills the
+   tables that the tools share with the editor */
+bool fillTables(const std::vector<std::string>& files) {
+    /* Freeing them isn't measured with the commands either */
+    auto& data = *new OrrelinEngine::LocalizationData;
+    auto& strings = *new OrrelinEngine::TermMap;
+    int language = 0;
+    return parse(
+        files, [&](const rapidjson::Document& document, bool isProject) {
+            if(isProject) {
+                fillTerms(document, data.terms, strings);
+                return;
+            }
+            OrrelinEngine::TranslationMap& out =
+                data.translations[Languages[language++]];
+            for(const auto& text: document["translation"].GetObject())
+                out.emplace_hint(out.end(), text.name.GetString(),
+                    OrrelinEngine::Containers::String{text.value.GetString()});
+        });
 }
 
 bool run(std::vector<const char*> arguments, const std::string& project) {
@@ -232,6 +283,7 @@ void removeArchive() {
 
 struct Command {
     const char* name;
+    /* None to only fill the tables */
     std::vector<const char*> arguments;
     bool readsLanguages, isArchived;
     void (*prepare)();
@@ -250,18 +302,26 @@ void add(const Command& command) {
             ->Unit(benchmark::kMillisecond);
     };
     addOne("ours", command.prepare, [command] {
-        return run(command.arguments,
-            command.isArchived ? projects().archived : projects().loose);
+        return command.arguments.empty()
+            ? fillTables(projects().files(command.readsLanguages))
+            : run(command.arguments,
+                  command.isArchived ? projects().archived : projects().loose);
     });
     addOne(
         "reference", [] {},
-        [command] { return parse(projects().files(command.readsLanguages)); });
+        [command] {
+            return parse(projects().files(command.readsLanguages),
+                [](const rapidjson::Document&, bool) {});
+        });
 }
 
 const bool registered = [] {
     const auto nothing = [] {};
     for(const Command& command:
-        {Command{"terms", {"terms"}, false, false, nothing},
+        {Command{"(tables of terms alone)", {}, false, false, nothing},
+            Command{
+                "(tables of terms and texts alone)", {}, true, false, nothing},
+            Command{"terms", {"terms"}, false, false, nothing},
             Command{"terms --json", {"terms", "--json"}, false, false, nothing},
             Command{"status", {"status"}, true, false, nothing},
             Command{"import --dry-run", {"import", "--dry-run"}, true, false,

@@ -136,6 +136,11 @@ if(commands.length)
         'Of a project with 500,000 terms in 5 languages. The reference parses the same',
         'files with RapidJSON and does nothing else; the peak memory is compared with',
         'the size of those files, which for an archive are the ones packed in it.', '',
+        'The first two rows aren\'t commands. They only parse the files with RapidJSON and',
+        'fill the maps that the tools share with the editor: of the terms, and of their',
+        'texts in all languages. Every command does the work of the first row, an import',
+        'that of the second and an export all but one language of it. So these are about',
+        'the least time and memory that commands can take.', '',
         ...commandTable(commands));
 for(const [name, rows] of operations) {
     if(name.startsWith('commands/'))
