@@ -23,7 +23,10 @@ Codes exportedCodes(Project& project, const Codes& named) {
         if(!project.checkLanguage(code))
             return {};
     Codes out = named;
-    if(out.empty() || project.target().isArchive || hasMovedTexts(project)) {
+    /* Otherwise the others would be read from the place before the last one */
+    const bool isElsewhere = project.place().path != project.target().path;
+    if(out.empty() || project.target().isArchive || isElsewhere ||
+        hasMovedTexts(project)) {
         out.clear();
         for(const ProjectLanguage& language: project.languages())
             out.push_back(language.code);
@@ -176,7 +179,8 @@ int exportFiles(
     if(!options.codes.empty() && options.codes.size() != codes.size())
         printLine(project.target().isArchive
                 ? "An archive has the files of all languages."
-                : "All files follow texts that have other keys now.");
+                : "All files go together, as their place or keys are others "
+                  "now.");
     printExport(project, replaced, sources);
     if(isFirst)
         printLine(Utility::format("From now on, {} knows what the translations "

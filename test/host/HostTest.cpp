@@ -115,7 +115,7 @@ const struct {
          "colon after a name of object member at line 2, column 10\n"}},
     {"InvalidJsonOnRename", "printf '[]' > $de", "rename museum hours h",
         {"can't open museum/languages/de.json: ", "nothing was renamed"}},
-    {"InvalidJsonOnStatus", "printf '{}' > $de", "status museum",
+    {"InvalidJsonOnStatus", "printf '{\"de\": {}}' > $de", "status museum",
         {"museum/languages/de.json has no object \"translation\""}},
     {"FileThatIsFolder", "rm $de && mkdir $de", "export museum",
         {"museum/languages/de.json"}},
