@@ -44,6 +44,7 @@ struct LanguageText {
     Containers::StringView key;
     /** @brief The text, a null view if it's none */
     Containers::StringView text;
+    /** @brief What it is to the project */
     TextKind kind;
     /**
      * @brief Index of the term that it's for
@@ -71,9 +72,15 @@ public:
     explicit LanguageTexts(const OrrelinEditor& editor,
         const std::vector<Term>& terms, const TranslationRecord& record);
 
+    /** @brief The terms that were passed */
     const std::vector<Term>& terms() const { return _terms; }
+
+    /** @brief The record that was passed */
     const TranslationRecord& record() const { return _record; }
+
+    /** @brief Texts that have another key now */
     const TextMoves& moves() const { return _moves; }
+    /** @overload */
     TextMoves& moves() { return _moves; }
 
     /**

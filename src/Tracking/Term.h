@@ -11,7 +11,10 @@
 #include "OrrelinEngine.h"
 #include "shared/Export.h"
 
-namespace OrrelinEngine { namespace Tracking {
+namespace OrrelinEngine {
+
+/** @brief What translations were made from, and who changed a text */
+namespace Tracking {
 
 /**
 @brief A term with its source text
@@ -41,6 +44,7 @@ ORRELIN_LOCALIZATION_EXPORT std::vector<Term> listTerms(
 ORRELIN_LOCALIZATION_EXPORT bool isGenerated(
     const OrrelinEditor& editor, const Term& term);
 
-}}
+}
+}
 
 #endif
