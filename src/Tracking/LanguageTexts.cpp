@@ -2,6 +2,7 @@
 
 #include <Corrade/Utility/Json.h>
 
+#include "Tracking/Implementation/StrayTranslations.h"
 #include "Tracking/Implementation/TermFinder.h"
 #include "editor/OrrelinEditor.h"
 
@@ -31,6 +32,7 @@ void LanguageTexts::forEach(Containers::StringView code,
     const std::function<void(const LanguageText&)>& function) const {
     const bool isDefault = code == _defaultLanguage;
     TermFinder finder{_terms};
+    StrayTranslations strays{_record, code, texts};
     for(const Utility::JsonObjectItem item: texts->asObject()) {
         LanguageText out{item.key(), {}, TextKind::Missing, TextMoves::None,
             false, 0, false};
@@ -66,7 +68,12 @@ void LanguageTexts::forEach(Containers::StringView code,
                     _record.hasTranslation(code, out.key, out.text)))
                 out.kind = TextKind::Text;
             if(out.kind == TextKind::Text && !isDefault) {
-                out.origin = _record.origin(code, out.key, out.text, source);
+                out.origin =
+                    _record.knownOrigin(code, out.key, out.text, source);
+                if(!out.origin)
+                    out.origin = strays.origin(out.key, out.text);
+                if(!out.origin)
+                    out.origin = _record.originOfNew(out.key, source);
                 out.isOutdated =
                     out.origin != TranslationRecord::originOf(source);
             }

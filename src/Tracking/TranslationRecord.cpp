@@ -331,20 +331,30 @@ std::uint32_t TranslationRecord::originOf(Containers::StringView source) {
 std::uint32_t TranslationRecord::origin(Containers::StringView code,
     Containers::StringView key, Containers::StringView translation,
     Containers::StringView source) const {
-    const std::uint64_t sourceHash = textHash(source);
-    const std::uint64_t id = translationHash(key, translation);
+    const std::uint32_t known = knownOrigin(code, key, translation, source);
+    return known ? known : originOfNew(key, source);
+}
+
+std::uint32_t TranslationRecord::knownOrigin(Containers::StringView code,
+    Containers::StringView key, Containers::StringView translation,
+    Containers::StringView source) const {
     const auto language = _state->languages.find(code);
-    if(language != _state->languages.end()) {
-        /* After a merge there may be several. The one that makes the
-           translation up to date was added by whoever saw to that. */
-        if(language->second.contains(
-               TranslationEntry{id, shortHash(sourceHash)}))
-            return shortHash(sourceHash);
-        const TranslationEntry* const known = language->second.find(id);
-        if(known && known->source())
-            return known->source();
-    }
+    if(language == _state->languages.end())
+        return 0;
+    /* After a merge there may be several. The one that makes the translation up
+       to date was added by whoever saw to that. */
+    const std::uint64_t id = translationHash(key, translation);
+    const std::uint32_t current = originOf(source);
+    if(language->second.contains(TranslationEntry{id, current}))
+        return current;
+    const TranslationEntry* const known = language->second.find(id);
+    return known ? known->source() : 0;
+}
+
+std::uint32_t TranslationRecord::originOfNew(
+    Containers::StringView key, Containers::StringView source) const {
     const std::uint64_t keyId = textHash(key);
+    const std::uint64_t sourceHash = textHash(source);
     const RecordEntries<SourceEntry>& sources = _state->known();
     if(sources.contains({keyId, sourceHash}))
         return shortHash(sourceHash);

@@ -46,8 +46,8 @@ control can merge the record where it can merge the language files. Of a
 conflict, both sides may stay, even with the marks around them: what fits no
 text of the files is dropped when the record is next written.
 
-Hashes of translations have 36 bits, others are compared with one or two only
-and have 24. That two different texts are taken for the same is less likely than
+Hashes of keys and source texts have 36 bits. Of a translation, there are 24 of
+the text and 12 of its key. That two different texts are taken for the same is less likely than
 one in ten million.
 */
 class ORRELIN_LOCALIZATION_EXPORT TranslationRecord {
@@ -147,6 +147,19 @@ public:
         Containers::StringView key, Containers::StringView translation,
         Containers::StringView source) const;
 
+    /**
+     * @brief What @ref origin() gives for a known translation
+     *
+     * 0 if it isn't known.
+     */
+    std::uint32_t knownOrigin(Containers::StringView code,
+        Containers::StringView key, Containers::StringView translation,
+        Containers::StringView source) const;
+
+    /** @brief What @ref origin() gives for a translation that isn't known */
+    std::uint32_t originOfNew(
+        Containers::StringView key, Containers::StringView source) const;
+
     /** @brief Whether a translation is known */
     bool hasTranslation(Containers::StringView code, Containers::StringView key,
         Containers::StringView translation) const;
@@ -204,6 +217,7 @@ public:
     void remove(Containers::StringView code);
 
 private:
+    friend class StrayTranslations;
     friend class TextMoves;
     struct State;
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <vector>
+#include <Corrade/Containers/ArrayView.h>
 
 namespace OrrelinEngine { namespace Tracking {
 
@@ -43,6 +44,19 @@ public:
             return nullptr;
         skip(id);
         return &*found;
+    }
+
+    /* Those with an id in a range that includes its ends */
+    Containers::ArrayView<const Entry> range(
+        std::uint64_t first, std::uint64_t last) const {
+        const std::vector<Entry>& all = sorted();
+        const auto isBefore = [](const Entry& entry, std::uint64_t id) {
+            return entry.id() < id;
+        };
+        const auto begin =
+            std::lower_bound(all.begin(), all.end(), first, isBefore);
+        const auto end = std::lower_bound(begin, all.end(), last + 1, isBefore);
+        return {all.data() + (begin - all.begin()), std::size_t(end - begin)};
     }
 
 private:

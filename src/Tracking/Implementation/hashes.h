@@ -29,15 +29,13 @@ inline std::uint32_t shortTextHash(Containers::StringView text) {
     return shortHash(textHash(text));
 }
 
-/* Of a text under a key. The multiplications, with two large primes, make each
-   bit of the result depend on all bits of both. */
+/* Bits of a translation's hash that are of its key. The others are of the text,
+   by which it's found under whatever key. */
+constexpr std::uint64_t KeyMask = 0xfff;
+
 inline std::uint64_t translationHash(
     Containers::StringView key, Containers::StringView text) {
-    std::uint64_t out = StrHash{}(key)*0x9e3779b97f4a7c15ull;
-    out ^= out >> 32;
-    out += StrHash{}(text);
-    out *= 0xc2b2ae3d27d4eb4full;
-    return (out ^ out >> 29) >> (64 - HashBits);
+    return (textHash(text) & ~KeyMask) | textHash(key) >> (HashBits - 12);
 }
 
 }}
