@@ -34,7 +34,9 @@ Containers::String keySuggestion(
             typed.size() > size + best)
             continue;
         const std::size_t distance = editDistance(typed, std::string{term.key});
-        if(distance && (distance < best || (!nearest && distance == best))) {
+        if(!distance)
+            return {};
+        if(distance < best || (!nearest && distance == best)) {
             best = distance;
             nearest = &term;
         }

@@ -318,7 +318,7 @@ int main(int argc, char** argv) {
         "  1  the command line is wrong\n"
         "  2  the command failed, or a language file has an error\n"
         "  3  the gate of status --fail-under isn't passed\n"
-        "  4  a text was changed both in the project and in a file");
+        "  4  a text was changed in a file, and export or the project has another");
 
     Arguments arguments;
     addTermCommands(app, arguments);
