@@ -259,6 +259,7 @@ void removeLeftovers(const ProjectFolders& folders, const Descriptor& hidden) {
     for(const Containers::String& path:
         {folders.path(), project, folders.languages})
         sweep(path, prefix);
+    sweep(folders.path(), ArchiveName);
 }
 
 void sweep(const Containers::String& path, const Containers::String& prefix) {

@@ -13,6 +13,11 @@ namespace OrrelinEngine { namespace Host {
 constexpr const char* NewRecordName = "commit.new";
 constexpr const char* RecordName = "commit";
 
+/* In the hidden folder of the project, where only the command with the lock
+   writes one. As the name isn't made of where the project is, it's still found
+   in a folder that was moved. */
+constexpr const char* ArchiveName = "archive.zip";
+
 /* Makes the changes of a record, in these steps. Each returns why it failed.
 
     stage()    writes the new contents to the disk, beside the files
@@ -69,11 +74,11 @@ private:
     Descriptor _folder, _staging;
 };
 
-/* Removes what commands left that were killed before their changes took effect:
-   in the folders of the project and in those that the record names */
+/* Removes what killed commands left apart from changes that took effect: in the
+   folders of the project and in those that the record names */
 void removeLeftovers(const ProjectFolders& folders, const Descriptor& hidden);
 
-/* Removes the staged files with a prefix from a folder's hidden folder, and the
+/* Removes the files with a prefix from a folder's hidden folder, and the
    hidden folder if it's empty then */
 void sweep(const Containers::String& path, const Containers::String& prefix);
 

@@ -14,9 +14,6 @@ namespace OrrelinEngine { namespace Host {
 
 namespace {
 
-/* After the prefix of what is staged */
-constexpr const char* ArchiveName = "archive.zip";
-
 FileContent failed(const Containers::String& file, Containers::String fault) {
     FileContent out;
     out.identity = identityOf(file);
@@ -45,7 +42,7 @@ bool isReadOnly(const Containers::String& path) {
 Storage::~Storage() {
     /* With the temporary files of who wrote it */
     if(_block)
-        sweep(_folders.path(), stagedPrefix(_folders.id) + ArchiveName);
+        sweep(_folders.path(), ArchiveName);
 }
 
 Containers::String Storage::open(Containers::StringView projectFile) {
@@ -119,8 +116,7 @@ Containers::String Storage::archivePath() {
     CORRADE_ASSERT(_lock.isHeld(), "Storage::archivePath(): no lock", {});
     if(!_block)
         _block = std::make_unique<SignalBlock>();
-    return Utility::Path::join({_folders.path(), StagingFolder,
-        stagedPrefix(_folders.id) + ArchiveName});
+    return Utility::Path::join({_folders.path(), StagingFolder, ArchiveName});
 }
 
 Containers::String Storage::writeArchive(Containers::StringView file) {
@@ -194,6 +190,8 @@ Containers::String Storage::recover() {
                                "files as they are now",
             fault, Utility::Path::join(_folders.path(), StagingFolder));
 
+    /* An archive that the command wrote isn't part of its commit */
+    removeLeftovers(_folders, _lock.folder());
     _pending = Containers::NullOpt;
     const Containers::String changed = _snapshot.refresh();
     return changed.isEmpty()

@@ -222,7 +222,7 @@ TEST(StorageTest, Left) {
             std::string{toText({7, 0,
                 {{"", versionOf("old"), versionOf("new")},
                     {row.name, versionOf(row.before), versionOf("neu")}}})});
-        files.shell("mkdir languages/.orrelin; "
+        files.shell("mkdir languages/.orrelin; touch .orrelin/archive.zip; "
                     "echo -n new > .orrelin/0000000000000007-0; "
                     "echo -n neu > languages/.orrelin/0000000000000007-1");
         files.shell(row.edit);
