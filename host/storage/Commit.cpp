@@ -86,14 +86,15 @@ Containers::String Commit::clean() {
         sweep(path, prefix);
         last = path;
     }
+    removeMadeFolders();
 
+    /* Last, as it says what is to be removed if this is killed, too */
     Containers::String out;
     if(::unlinkat(*_hidden, _isPublished ? RecordName : NewRecordName, 0) !=
             0 &&
         errno != ENOENT)
         out = fault("clean up the folder", _folders.path());
     sync(*_hidden);
-    removeMadeFolders();
     return out;
 }
 
