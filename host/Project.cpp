@@ -406,9 +406,15 @@ Containers::String Project::onlyArchive() {
 }
 
 LanguageSource Project::place() {
-    for(const LanguageSource& source: sources())
-        if(Utility::Path::exists(source.path))
+    for(const LanguageSource& source: sources()) {
+        const int error = identityOf(source.path).error;
+        if(!error)
             return source;
+        if(error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG)
+            continue;
+        fail(fault("find", source.path, error));
+        _state->hasReadFault = true;
+    }
     return target();
 }
 

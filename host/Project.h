@@ -66,7 +66,8 @@ public:
     /* Reads a file. A missing one isn't a failure. */
     bool readFile(Containers::StringView file, FileContent& out);
 
-    /* Whether that failed for a file, which may be fine another time */
+    /* Whether that failed for a file, or place() for one, which may be fine
+       another time */
     bool hasReadFault() const;
 
     /* Lets the record say where the files are. writeFiles() does that, too. */
@@ -124,7 +125,8 @@ public:
     LanguageSource target();
     std::vector<LanguageSource> sources();
 
-    /* The first of these that exists, otherwise the target */
+    /* The first of these that exists, otherwise the target. Prints a line if it
+       can't be found out whether one exists. */
     LanguageSource place();
 
     /* A file at the target that isn't read, as the files were last written to

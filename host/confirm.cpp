@@ -89,7 +89,7 @@ int confirmTranslations(const ProjectOptions& options,
         return fail(Utility::format("'{}' has no translation in {}{}", key,
             code, keySuggestion(key, all.terms)));
     project.setRecordedPlace(project.place());
-    if(!project.writeRecord() || !project.commit())
+    if(project.hasReadFault() || !project.writeRecord() || !project.commit())
         return Failure;
     printLine(Utility::format("Confirmed {} in {}",
         counted(reader.count(), "outdated translation"), code));

@@ -25,6 +25,8 @@ Codes exportedCodes(Project& project, const Codes& named) {
     Codes out = named;
     /* Otherwise the others would be read from the place before the last one */
     const bool isElsewhere = project.place().path != project.target().path;
+    if(project.hasReadFault())
+        return {};
     if(out.empty() || project.target().isArchive || isElsewhere ||
         hasMovedTexts(project)) {
         out.clear();

@@ -188,7 +188,7 @@ int removeLanguages(const ProjectOptions& options, const Codes& codes) {
     if(!project.place().isArchive)
         for(const Containers::String& code: codes)
             project.record().remove(code);
-    if(!project.write() ||
+    if(project.hasReadFault() || !project.write() ||
         (!project.record().isEmpty() && !project.writeRecord()) ||
         !project.commit())
         return Failure;
