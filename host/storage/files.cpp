@@ -97,8 +97,12 @@ FileContent readFile(int folder, const Containers::String& name, int flags) {
         if(errno != ENOENT)
             out.fault = std::strerror(errno);
         else if(::fstatat(folder, name.data(), &status, AT_SYMLINK_NOFOLLOW) ==
-            0)
+                0 &&
+            S_ISLNK(status.st_mode))
             out.fault = "it's a link to a file that isn't there";
+        else
+            /* Missing, even if another command has just made it */
+            return out;
         /* As asking for it tells, which may be allowed where reading isn't */
         if(::fstatat(folder, name.data(), &status, 0) == 0)
             out.identity = identityOf(status);
