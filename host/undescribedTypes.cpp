@@ -1,5 +1,6 @@
 #include "undescribedTypes.h"
 
+#include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/StringIterable.h>
 #include <Corrade/Utility/Format.h>
 #include <rapidjson/document.h>
@@ -101,10 +102,10 @@ Containers::String description(
 
     ProjectLook look;
     look.lineEnd = {};
-    rapidjson::StringBuffer out;
+    Containers::Array<char> out;
     std::size_t lost;
     writeValue(document, look, out, lost, 2);
-    return Containers::StringView{out.GetString(), out.GetSize()}
+    return Containers::StringView{out.data(), out.size()}
         .exceptPrefix(1)
         .exceptSuffix(1);
 }

@@ -4,10 +4,10 @@
 #include <string>
 #include <utility>
 #include <vector>
+#include <Corrade/Containers/GrowableArray.h>
 #include <Corrade/Containers/Optional.h>
 #include <Corrade/Utility/Debug.h>
 #include <Corrade/Utility/Path.h>
-#include <rapidjson/stringbuffer.h>
 
 #include "ChangeManager.h"
 #include "editor/EditorSceneData.h"
@@ -29,14 +29,14 @@ typedef std::vector<std::string> LanguageRecords;
 
 void appendText(
     LanguageRecords& out, Containers::StringView name, const JsonValue& value) {
-    rapidjson::StringBuffer text;
+    Containers::Array<char> text;
     std::size_t lost;
     /* If a value can't be written, the text ends there. Comparing it is enough,
        as addLanguage() writes no such value, and the change manager notices
        what was pushed to it. */
     writeValue(value, {}, text, lost, EditorSession::MaxDepth);
     out.push_back(std::string{name.data(), name.size()} + '\0' +
-        std::string{text.GetString(), text.GetSize()});
+        std::string{text.data(), text.size()});
 }
 
 LanguageRecords languageRecords(const OrrelinEditor& editor) {
@@ -59,7 +59,7 @@ LanguageRecords languageRecords(const OrrelinEditor& editor) {
 /* The file isn't kept in memory for this, as only few who open a project save
    it */
 bool updateFile(Containers::StringView file, const JsonValue& document,
-    const ProjectLook& look, rapidjson::StringBuffer& out, std::size_t& lost) {
+    const ProjectLook& look, Containers::Array<char>& out, std::size_t& lost) {
     Containers::String text;
     return !file.isEmpty() && readFile(file, text).isEmpty() &&
         updateProject(text, document, look, out, lost, EditorSession::MaxDepth);
@@ -68,12 +68,12 @@ bool updateFile(Containers::StringView file, const JsonValue& document,
 /* Writes the document, as it is in the file where it's the same. On a failure
    prints that the operation can't write it, and why. */
 bool writeDocument(const JsonValue& document, const ProjectLook& look,
-    Containers::StringView file, rapidjson::StringBuffer& out,
+    Containers::StringView file, Containers::Array<char>& out,
     Containers::StringView operation, Containers::StringView what) {
     std::size_t lost = 0;
     Containers::String fault;
     if(!updateFile(file, document, look, out, lost)) {
-        out.Clear();
+        out = {};
         fault =
             writeProject(document, look, out, lost, EditorSession::MaxDepth);
     }
@@ -171,20 +171,24 @@ Containers::String EditorSession::load(
 }
 
 Containers::Optional<Containers::String> EditorSession::write() {
-    rapidjson::StringBuffer out;
+    Containers::Array<char> out;
     if(!writeDocument(_state->projectFile.document, _state->look, _state->file,
            out, "EditorSession::write():", "the project"))
         return {};
-    return Containers::String{out.GetString(), out.GetSize()};
+    /* A large one isn't copied. The string has a zero behind it. */
+    arrayAppend(out, '\0');
+    const std::size_t size = out.size() - 1;
+    const auto free = out.deleter();
+    return Containers::String{out.release(), size, free};
 }
 
 bool EditorSession::save(Containers::StringView file) {
-    rapidjson::StringBuffer out;
+    Containers::Array<char> out;
     if(!writeDocument(_state->projectFile.document, _state->look, _state->file,
            out, "EditorSession::save():", file))
         return false;
     const Containers::String fault =
-        replaceFile(file, {out.GetString(), out.GetSize()});
+        replaceFile(file, {out.data(), out.size()});
     if(!fault.isEmpty()) {
         Utility::Error{} << "EditorSession::save():" << fault;
         return false;

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
+#include <Corrade/Containers/GrowableArray.h>
 #include <rapidjson/document.h>
 
 #include "session/projectJson.h"
@@ -218,7 +218,7 @@ typedef std::vector<const Place*> Places;
 class Update {
 public:
     explicit Update(Containers::StringView text, const ProjectLook& look,
-        rapidjson::StringBuffer& out, unsigned int maxDepth):
+        Containers::Array<char>& out, unsigned int maxDepth):
         _at{text.begin()},
         _end{text.end()}, _look{look}, _out(out), _maxDepth{maxDepth} {}
 
@@ -231,9 +231,8 @@ public:
 
 private:
     void put(const char* begin, const char* end) {
-        const std::size_t size = std::size_t(end - begin);
-        if(!_onlyCompares && size)
-            std::memcpy(_out.Push(size), begin, size);
+        if(!_onlyCompares)
+            append(_out, {begin, std::size_t(end - begin)});
     }
     void put(Containers::StringView text) { put(text.begin(), text.end()); }
 
@@ -261,13 +260,13 @@ private:
     const char* _at;
     const char* _end;
     ProjectLook _look;
-    rapidjson::StringBuffer& _out;
+    Containers::Array<char>& _out;
     unsigned int _maxDepth;
     unsigned int _depth = 0;
     std::size_t _lost = 0;
     /* Writes nothing and fails at the first difference */
     bool _onlyCompares = false;
-    rapidjson::StringBuffer _spelling;
+    Containers::Array<char> _spelling;
 };
 
 bool Update::write(const JsonValue& value, Containers::StringView line) {
@@ -352,12 +351,11 @@ bool Update::findItem(bool isFirst, bool isNamed, Place& out) {
 bool Update::spells(Containers::StringView text, const JsonValue& scalar) {
     if(scalar.IsObject() || scalar.IsArray())
         return false;
-    _spelling.Clear();
+    arrayRemoveSuffix(_spelling, _spelling.size());
     std::size_t lost = 0;
     if(!writeValue(scalar, _look, _spelling, lost, 0).isEmpty() || lost)
         return false;
-    if(text ==
-        Containers::StringView{_spelling.GetString(), _spelling.GetSize()})
+    if(text == Containers::StringView{_spelling.data(), _spelling.size()})
         return true;
     JsonDocument read;
     return parseProject(read, "{\"\":" + text + "}", 1).isEmpty() &&
@@ -483,14 +481,13 @@ Places Update::originsByName(const JsonValue& object, std::size_t begin,
     if(all.empty())
         return out;
     for(std::size_t i = 0; i != out.size(); ++i) {
-        _spelling.Clear();
+        arrayRemoveSuffix(_spelling, _spelling.size());
         std::size_t lost;
         if(!writeValue(
                *itemOf(object, begin + i).name, _look, _spelling, lost, 0)
                 .isEmpty())
             continue;
-        const auto found =
-            all.find({_spelling.GetString(), _spelling.GetSize()});
+        const auto found = all.find({_spelling.data(), _spelling.size()});
         if(found == all.end())
             continue;
         out[i] = found->second;
@@ -535,7 +532,7 @@ ProjectLook lookOf(Containers::StringView json) {
 }
 
 bool updateProject(Containers::StringView text, const JsonValue& document,
-    const ProjectLook& look, rapidjson::StringBuffer& out, std::size_t& lost,
+    const ProjectLook& look, Containers::Array<char>& out, std::size_t& lost,
     unsigned int maxDepth) {
     if(!document.IsObject())
         return false;
@@ -543,13 +540,9 @@ bool updateProject(Containers::StringView text, const JsonValue& document,
     inner.before = inner.after = {};
     Update update{text.suffix(text.findOr('{', text.end()).begin()), inner, out,
         maxDepth};
-    if(!look.before.isEmpty())
-        std::memcpy(out.Push(look.before.size()), look.before.data(),
-            look.before.size());
+    append(out, look.before);
     const bool isWritten = update.write(document, look.lineEnd);
-    if(!look.after.isEmpty())
-        std::memcpy(
-            out.Push(look.after.size()), look.after.data(), look.after.size());
+    append(out, look.after);
     lost = update.lost();
     return isWritten;
 }

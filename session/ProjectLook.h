@@ -1,8 +1,8 @@
 #ifndef Orrelin_session_ProjectLook_h
 #define Orrelin_session_ProjectLook_h
 
+#include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/String.h>
-#include <rapidjson/stringbuffer.h>
 
 #include "OrrelinEngine.h"
 
@@ -46,7 +46,7 @@ ProjectLook lookOf(Containers::StringView json);
    writeProject(). Returns false if the text isn't JSON, or the document can't
    be written, and then out is of no use. */
 bool updateProject(Containers::StringView text, const JsonValue& document,
-    const ProjectLook& look, rapidjson::StringBuffer& out, std::size_t& lost,
+    const ProjectLook& look, Containers::Array<char>& out, std::size_t& lost,
     unsigned int maxDepth);
 
 }

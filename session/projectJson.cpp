@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstring>
+#include <Corrade/Containers/GrowableArray.h>
 #include <Corrade/Utility/Format.h>
 #include <rapidjson/document.h>
 #include <rapidjson/error/en.h>
@@ -230,15 +230,10 @@ Containers::String read(JsonDocument& document, Containers::StringView json,
                                : fault(NoObject, json, 0);
 }
 
-void put(rapidjson::StringBuffer& out, Containers::StringView text) {
-    if(!text.isEmpty())
-        std::memcpy(out.Push(text.size()), text.data(), text.size());
-}
-
 /* Ends where it's too deep, thus before that is too much for the call stack */
 class ProjectWriter {
 public:
-    explicit ProjectWriter(rapidjson::StringBuffer& out,
+    explicit ProjectWriter(Containers::Array<char>& out,
         const ProjectLook& look, unsigned int maxDepth):
         _out(out),
         _look(look), _maxDepth{maxDepth} {}
@@ -248,7 +243,8 @@ public:
     std::size_t lost() const { return _lost; }
 
 private:
-    void put(Containers::StringView text) { OrrelinEngine::put(_out, text); }
+    void put(Containers::StringView text) { append(_out, text); }
+    void put(char c) { arrayAppend(_out, c); }
     void newLine();
     void beginItem(bool first, bool oneLine);
     bool enter(char bracket);
@@ -266,7 +262,7 @@ private:
             !(_look.ascii && (c & '\x80'));
     }
 
-    rapidjson::StringBuffer& _out;
+    Containers::Array<char>& _out;
     const ProjectLook& _look;
     unsigned int _maxDepth;
     unsigned int _depth = 0;
@@ -313,7 +309,7 @@ void ProjectWriter::beginItem(bool first, bool oneLine) {
 
 bool ProjectWriter::enter(char bracket) {
     _tooDeep = _depth++ == _maxDepth;
-    _out.Put(bracket);
+    put(bracket);
     return !_tooDeep;
 }
 
@@ -321,7 +317,7 @@ void ProjectWriter::leave(char bracket, bool empty, bool oneLine) {
     --_depth;
     if(empty ? _look.openEmpty : !oneLine)
         newLine();
-    _out.Put(bracket);
+    put(bracket);
 }
 
 bool ProjectWriter::writeObject(const JsonValue& object) {
@@ -412,7 +408,7 @@ void ProjectWriter::escape(unsigned unit) {
         _look.lowerCaseDigits ? "0123456789abcdef"_s : "0123456789ABCDEF"_s;
     put("\\u");
     for(int shift = 12; shift >= 0; shift -= 4)
-        _out.Put(digits[(unit >> shift) & 0xf]);
+        put(digits[(unit >> shift) & 0xf]);
 }
 
 /* A character that can't be written as it is. Returns where the next begins. */
@@ -421,8 +417,8 @@ const char* ProjectWriter::writeEscaped(const char* begin, const char* end) {
     const Containers::StringView letters = "\"\\bfnrt"_s;
     for(std::size_t i = 0; i != characters.size(); ++i)
         if(*begin == characters[i]) {
-            _out.Put('\\');
-            _out.Put(letters[i]);
+            put('\\');
+            put(letters[i]);
             return begin + 1;
         }
 
@@ -441,7 +437,7 @@ bool ProjectWriter::writeText(const JsonValue& text) {
     const Containers::StringView all{text.GetString(), text.GetStringLength()};
     if(utf8Size(all) != all.size())
         return false;
-    _out.Put('"');
+    put('"');
     for(const char* i = all.begin(); i != all.end();) {
         const char* const plainEnd =
             std::find_if(i, all.end(), [this](char c) { return !isPlain(c); });
@@ -449,7 +445,7 @@ bool ProjectWriter::writeText(const JsonValue& text) {
         i = plainEnd == all.end() ? plainEnd
                                   : writeEscaped(plainEnd, all.end());
     }
-    _out.Put('"');
+    put('"');
     return true;
 }
 
@@ -476,22 +472,27 @@ Containers::String memberPlace(Containers::StringView content,
 }
 
 Containers::String writeProject(const JsonValue& document,
-    const ProjectLook& look, rapidjson::StringBuffer& out, std::size_t& lost,
+    const ProjectLook& look, Containers::Array<char>& out, std::size_t& lost,
     unsigned int maxDepth) {
     if(!document.IsObject())
         return NoObject;
-    put(out, look.before);
+    append(out, look.before);
     Containers::String fault = writeValue(document, look, out, lost, maxDepth);
-    put(out, look.after);
+    append(out, look.after);
     return fault;
 }
 
 Containers::String writeValue(const JsonValue& value, const ProjectLook& look,
-    rapidjson::StringBuffer& out, std::size_t& lost, unsigned int maxDepth) {
+    Containers::Array<char>& out, std::size_t& lost, unsigned int maxDepth) {
     ProjectWriter writer{out, look, maxDepth};
     const bool written = writer.write(value);
     lost = writer.lost();
     return written ? Containers::String{} : writer.fault();
+}
+
+void append(Containers::Array<char>& out, Containers::StringView text) {
+    arrayAppend(
+        out, Containers::ArrayView<const char>{text.data(), text.size()});
 }
 
 }

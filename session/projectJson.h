@@ -1,9 +1,8 @@
 #ifndef Orrelin_session_projectJson_h
 #define Orrelin_session_projectJson_h
 
-#include <Corrade/Containers/ArrayView.h>
+#include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/String.h>
-#include <rapidjson/stringbuffer.h>
 
 #include "OrrelinEngine.h"
 
@@ -25,12 +24,15 @@ Containers::String memberPlace(Containers::StringView content,
    that became null because they aren't finite. Returns why the result couldn't
    be read again, or nothing. */
 Containers::String writeProject(const JsonValue& document,
-    const ProjectLook& look, rapidjson::StringBuffer& out, std::size_t& lost,
+    const ProjectLook& look, Containers::Array<char>& out, std::size_t& lost,
     unsigned int maxDepth);
 
 /* The same for any value of a document */
 Containers::String writeValue(const JsonValue& value, const ProjectLook& look,
-    rapidjson::StringBuffer& out, std::size_t& lost, unsigned int maxDepth);
+    Containers::Array<char>& out, std::size_t& lost, unsigned int maxDepth);
+
+/* Appends a piece to a text that is written */
+void append(Containers::Array<char>& out, Containers::StringView text);
 
 }
 
