@@ -17,6 +17,15 @@ void Snapshot::addFolder(
     _folders.push_back({folder, std::move(names)});
 }
 
+const Version* Snapshot::find(const Containers::String& path) const {
+    const Identity now = identityOf(path);
+    for(const Entry& entry: _entries)
+        if(entry.path == path && entry.version.exists && !entry.isRecent &&
+            entry.identity == now)
+            return &entry.version;
+    return nullptr;
+}
+
 Containers::String Snapshot::changed() const {
     for(const Entry& entry: _entries)
         if(!(identityOf(entry.path) == entry.identity) ||

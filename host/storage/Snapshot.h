@@ -18,6 +18,10 @@ public:
     void addFolder(const Containers::String& folder,
         std::vector<Containers::String> names);
 
+    /* The version of a file, if it was read from that path and looks as it did
+       then; null otherwise. Doesn't read it. */
+    const Version* find(const Containers::String& path) const;
+
     /* The first file or folder that has changed since it was read, empty if
        none has. Compares times. Reads a file again only if it had been written
        within seconds before: another change may leave its times the same. */

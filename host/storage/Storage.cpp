@@ -278,12 +278,20 @@ Containers::String Storage::prepare(CommitRecord& record) {
 Containers::String Storage::prepareChange(
     const Containers::String& key, const Version& after, CommitRecord& record) {
     const Containers::String path = _folders.path(key);
-    const FileContent before = read(path);
-    if(!before.fault.isEmpty())
-        return Utility::format("can't write {}: {}", path, before.fault);
-    if(before.exists == after.exists &&
-        before.content == _contents.find(key)->second)
-        return {};
+    /* A file is only read again if that may show that it doesn't change */
+    const Version* const known = _snapshot.find(path);
+    Version before;
+    if(known && !(*known == after))
+        before = *known;
+    else {
+        const FileContent content = read(path);
+        if(!content.fault.isEmpty())
+            return Utility::format("can't write {}: {}", path, content.fault);
+        if(content.exists == after.exists &&
+            content.content == _contents.find(key)->second)
+            return {};
+        before = versionOf(content);
+    }
     Containers::String folder, name;
     Containers::String fault = _folders.resolve(key, folder, name);
     if(fault.isEmpty() && isReadOnly(path))
@@ -294,7 +302,7 @@ Containers::String Storage::prepareChange(
         if(!reason.isEmpty())
             fault = Utility::format("can't write {}: {}", path, reason);
     }
-    record.changes.push_back({key, versionOf(before), after});
+    record.changes.push_back({key, before, after});
     return fault;
 }
 

@@ -165,6 +165,30 @@ TEST(StorageTest, ChangedMeanwhile) {
     }
 }
 
+/* Written long enough ago that their times tell of any change */
+TEST(StorageTest, Settled) {
+    const Files files;
+    files.shell("echo -n fr > languages/fr.json; sleep 3");
+    const auto before = files.state();
+    const auto write = [&](const char* content, const char* edit) {
+        Storage storage;
+        EXPECT_EQ(files.start(storage), "");
+        files.read(storage, "languages/de.json");
+        files.read(storage, "languages/fr.json");
+        storage.write(files.path("languages/de.json"), "de");
+        storage.write(files.path("languages/fr.json"), content);
+        files.shell(edit);
+        return std::string{storage.commit()};
+    };
+    EXPECT_NE(write("new", "echo -n it > languages/fr.json")
+                  .find("languages/fr.json was changed"),
+        std::string::npos);
+    EXPECT_EQ(write("new", "true"), "");
+    EXPECT_EQ(files.folder.read("museum/languages/fr.json"), "new");
+    const std::string de = files.path("languages/de.json");
+    EXPECT_EQ(files.state()[de], before.at(de));
+}
+
 TEST(StorageTest, NamesTheHolder) {
     const Files files;
     Storage first;
