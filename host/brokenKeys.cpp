@@ -37,6 +37,9 @@ const char* kindOf(const JsonValue& value) {
 
 void warnOfBrokenKeys(Project& project) {
     /* Keys that the project doesn't choose are never empty */
+    const TermPathMap& terms = project.localization().terms;
+    if(terms.find(Containers::StringView{}) == terms.end())
+        return;
     std::vector<Containers::StringView> paths;
     for(const auto& value: project.strings())
         if(value.second.isEmpty())
