@@ -449,12 +449,4 @@ std::vector<Term> Project::terms() {
     return Tracking::listTerms(editor());
 }
 
-std::vector<Term> Project::translatedTerms() {
-    std::vector<Term> out = terms();
-    out.erase(std::remove_if(out.begin(), out.end(),
-                  [](const Term& term) { return !term.isTranslated; }),
-        out.end());
-    return out;
-}
-
 }}

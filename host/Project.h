@@ -143,9 +143,6 @@ public:
        change */
     std::vector<Term> terms();
 
-    /* The terms that are to be translated */
-    std::vector<Term> translatedTerms();
-
 private:
     struct Contents;
     struct State;

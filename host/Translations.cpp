@@ -327,7 +327,7 @@ bool readReplaced(Project& project, Codes& codes, ReplacedFiles& out) {
     return succeeded;
 }
 
-void recordExport(
+std::size_t recordExport(
     Project& project, const Codes& codes, const Origins& origins) {
     const std::vector<Term> terms = project.terms();
     for(const Containers::String& code: codes) {
@@ -342,6 +342,8 @@ void recordExport(
                 return Tracking::TranslationRecord::originOf(term.source);
             });
     }
+    return std::size_t(std::count_if(terms.begin(), terms.end(),
+        [](const Term& term) { return term.isTranslated; }));
 }
 
 void rememberSources(

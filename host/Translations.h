@@ -91,8 +91,9 @@ struct ReplacedFiles {
 bool readReplaced(Project& project, Codes& codes, ReplacedFiles& out);
 
 /* Describes the files of the languages in the project's record, as an export
-   writes them */
-void recordExport(Project& project, const Codes& codes, const Origins& origins);
+   writes them. Returns how many terms they have. */
+std::size_t recordExport(
+    Project& project, const Codes& codes, const Origins& origins);
 
 /* Remembers texts of the default language's file that it won't have anymore, as
    translations may have been made from them */

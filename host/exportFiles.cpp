@@ -69,22 +69,21 @@ bool canWrite(Project& project, const SourceMerge& sources, int& result) {
     return false;
 }
 
-void printTable(Project& project, const Codes& codes) {
+void printTable(Project& project, const Codes& codes, std::size_t termCount) {
     Table table{{{"file"}, {"texts", ColumnKind::Number},
         {"to translate", ColumnKind::Number}}};
-    const std::vector<Term> terms = project.translatedTerms();
     for(const Containers::String& code: codes) {
         const TranslationMap& translations =
             project.localization().translations[code];
         /* All texts of the project are in the default language's file. The
            tables of others only have terms of the project. */
         const std::size_t count = code == project.defaultLanguage()
-            ? terms.size()
+            ? termCount
             : std::size_t(
                   std::count_if(translations.begin(), translations.end(),
                       [](const auto& entry) { return bool(entry.second); }));
         table.add({{code + ".json"}, {Utility::format("{}", count)},
-            {Utility::format("{}", terms.size() - count)}});
+            {Utility::format("{}", termCount - count)}});
     }
     table.print();
 }
@@ -170,12 +169,13 @@ int exportFiles(
             counted(replaced.losses.dropped, "text"), replaced.losses.example));
     keepOrigins(codes, sources.taken, replaced.origins);
     takeSources(project, sources.taken);
-    recordExport(project, codes, replaced.origins);
+    const std::size_t termCount =
+        recordExport(project, codes, replaced.origins);
     if((!sources.taken.empty() && !project.write()) ||
         !project.writeFiles(codes) || !project.writeRecord() ||
         !project.commit())
         return Failure;
-    printTable(project, codes);
+    printTable(project, codes, termCount);
     printTaken(sources.taken);
     printLine();
     if(!options.codes.empty() && options.codes.size() != codes.size())
