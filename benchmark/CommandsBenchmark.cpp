@@ -16,6 +16,7 @@
 #include <Corrade/Containers/StringStl.h>
 #include <rapidjson/document.h>
 
+#include "Tracking/TranslationRecord.h"
 #include "shared/LocalizationData.h"
 
 namespace {
@@ -134,13 +135,19 @@ struct Projects {
         writeLanguage(languageFile("en"), "", true);
         settle();
         /* Begins the record of what the translations were made from */
-        if(std::system((HOST_BINARY " import " + loose + " > /dev/null").data()))
+        if(std::system(
+               (HOST_BINARY " import " + loose + " > /dev/null").data()))
             std::abort();
     }
     ~Projects() { std::filesystem::remove_all(folder); }
 
     std::string languageFile(const std::string& language) const {
         return loose + "/languages/" + language + ".json";
+    }
+
+    std::string record() const {
+        return loose + "/languages/" +
+            OrrelinEngine::Tracking::TranslationRecord::FileName;
     }
 
     std::vector<std::string> files(bool withLanguages) const {
@@ -184,6 +191,10 @@ void measure(benchmark::State& state, const std::vector<std::string>& files,
     }
     state.counters["peakBytes"] = peak;
     state.counters["fileBytes"] = size;
+    state.counters["recordBytes"] =
+        double(std::filesystem::file_size(projects().record()));
+    state.counters["languageBytes"] =
+        double(std::filesystem::file_size(projects().languageFile("en")));
 }
 
 /* Calls the function with each document and whether it's the project */
@@ -250,6 +261,60 @@ bool fillTables(const std::vector<std::string>& files) {
         });
 }
 
+std::string readText(const std::string& file) {
+    std::string out(std::filesystem::file_size(file), '\0');
+    std::ifstream{file}.read(out.data(), std::streamsize(out.size()));
+    return out;
+}
+
+OrrelinEngine::Containers::StringView view(const rapidjson::Value& text) {
+    return {text.GetString(), text.GetStringLength()};
+}
+
+/* All that is done for the record in an import or export where nothing moved:
+   reads it, takes each text from it and puts it into a new one, and writes
+   that. Parses the language files for their texts, the default one first. */
+bool renewRecord(const std::vector<std::string>& files) {
+    typedef OrrelinEngine::Tracking::TranslationRecord Record;
+    Record& record = *new Record;
+    if(!record.parse(readText(projects().record())))
+        return false;
+    rapidjson::Value::ConstMemberIterator sources, source;
+    int language = 0;
+    std::uint64_t sum = 0;
+    const bool isRead =
+        parse(files, [&](const rapidjson::Document& document, bool isDefault) {
+            const char* const code = Languages[language++];
+            const auto texts = document["translation"].GetObject();
+            if(isDefault) {
+                record.beginSources(code);
+                sources = texts.MemberBegin();
+            } else
+                record.beginTranslations(code);
+            source = sources;
+            for(const auto& text: texts) {
+                const auto key = view(text.name), value = view(text.value);
+                if(isDefault) {
+                    /* As it's found out that the text didn't move */
+                    sum += record.hasSource(key) + Record::originOf(value);
+                    record.addSource(key, value);
+                    continue;
+                }
+                const auto now = view((source++)->value);
+                const std::uint32_t origin =
+                    record.origin(code, key, value, now);
+                /* Whether it's outdated */
+                sum += origin != Record::originOf(now);
+                record.addTranslation(key, value, origin);
+            }
+        });
+    benchmark::DoNotOptimize(sum);
+    const OrrelinEngine::Containers::String content = record.write();
+    std::ofstream{projects().folder + "/record"}.write(
+        content.data(), std::streamsize(content.size()));
+    return isRead;
+}
+
 bool run(std::vector<const char*> arguments, const std::string& project) {
     const int null = open("/dev/null", O_WRONLY);
     dup2(null, STDOUT_FILENO);
@@ -272,12 +337,11 @@ void changeFiles() {
     settle();
 }
 
-/* The archive is written from loose files each time */
+/* The archive is written from loose files each time, with their record */
 void removeArchive() {
     const std::string folder = projects().archived + "/languages";
-    if(!std::filesystem::exists(folder))
-        std::filesystem::copy(projects().loose + "/languages", folder);
-    std::filesystem::remove(folder + "/large.zip");
+    std::filesystem::remove_all(folder);
+    std::filesystem::copy(projects().loose + "/languages", folder);
     settle();
 }
 
@@ -315,7 +379,32 @@ void add(const Command& command) {
         });
 }
 
+/* Reading alone, and with all that is done for the record */
+void addRecord() {
+    const auto files = [] {
+        std::vector<std::string> out = projects().files(true);
+        out.erase(out.begin());
+        return out;
+    };
+    const auto add = [&](const char* name, auto&& child) {
+        benchmark::RegisterBenchmark(name,
+            [=](benchmark::State& state) {
+                measure(
+                    state, files(), [] {}, [=] { return child(files()); });
+            })
+            ->Iterations(3)
+            ->UseManualTime()
+            ->Unit(benchmark::kMillisecond);
+    };
+    add("commands/(record alone)/ours", renewRecord);
+    add("commands/(record alone)/reference",
+        [](const std::vector<std::string>& all) {
+            return parse(all, [](const rapidjson::Document&, bool) {});
+        });
+}
+
 const bool registered = [] {
+    addRecord();
     const auto nothing = [] {};
     for(const Command& command:
         {Command{"(tables of terms alone)", {}, false, false, nothing},
