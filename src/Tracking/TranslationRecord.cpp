@@ -23,23 +23,22 @@ constexpr const char Help[] =
     "# the language files in version control. After a merge, keep both sides.\n";
 constexpr const char Digits[] =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_";
-constexpr int LongDigits = HashBits / 6;
-constexpr int ShortDigits = ShortHashBits / 6;
+constexpr std::size_t LongDigits = HashBits / 6;
+constexpr std::size_t ShortDigits = ShortHashBits / 6;
 
-void appendHash(std::string& out, std::uint64_t hash, int digits) {
-    for(int i = digits - 1; i >= 0; --i)
+void appendHash(std::string& out, std::uint64_t hash, std::size_t digits) {
+    for(std::size_t i = digits; i-- != 0;)
         out += Digits[hash >> 6 * i & 63];
 }
 
 struct DigitValues {
-    signed char values[256];
+    std::int16_t values[256];
 
     explicit DigitValues() {
-        for(signed char& value: values)
+        for(std::int16_t& value: values)
             value = -1;
         for(int i = 0; i != 64; ++i)
-            values[static_cast<unsigned char>(Digits[i])] =
-                static_cast<signed char>(i);
+            values[static_cast<unsigned char>(Digits[i])] = std::int16_t(i);
     }
 };
 
@@ -146,7 +145,7 @@ private:
     void addSource(Containers::StringView line) {
         std::uint64_t key, text;
         if(line.size() == 2 * LongDigits &&
-            parseHash(line.prefix(std::size_t(LongDigits)), key) &&
+            parseHash(line.prefix(LongDigits), key) &&
             parseHash(line.exceptPrefix(LongDigits), text))
             _sources.entries.add({key, text});
     }
@@ -155,7 +154,7 @@ private:
         std::uint64_t translation, source;
         if((line.size() == LongDigits ||
                line.size() == LongDigits + ShortDigits) &&
-            parseHash(line.prefix(std::size_t(LongDigits)), translation) &&
+            parseHash(line.prefix(LongDigits), translation) &&
             parseHash(line.exceptPrefix(LongDigits), source))
             _translations->add(
                 TranslationEntry{translation, std::uint32_t(source)});
@@ -164,7 +163,7 @@ private:
     void addFormerSource(Containers::StringView line) {
         std::uint64_t hash;
         if(line.size() <= ShortDigits + 1 || line[ShortDigits] != ' ' ||
-            !parseHash(line.prefix(std::size_t(ShortDigits)), hash))
+            !parseHash(line.prefix(ShortDigits), hash))
             return;
         const Containers::StringView json = line.exceptPrefix(ShortDigits + 1);
         rapidjson::Document text;
