@@ -17,6 +17,21 @@ bool addDifference(const LanguageTexts& texts, const LanguageText& text,
     return true;
 }
 
+namespace {
+
+/* Somebody may bring the term of a translation back. Known ones stay known
+   after their keys left the file of the source texts. */
+bool mayReturn(const TranslationRecord& record, Containers::StringView code,
+    const LanguageText& text) {
+    if(text.term != TextMoves::None || !text.text.data())
+        return false;
+    const bool isBlank = text.text.isEmpty() || text.text == "None";
+    return (record.hasSource(text.key) && !isBlank) ||
+        record.hasTranslation(code, text.key, text.text);
+}
+
+}
+
 void recordAsRead(TranslationRecord& record, Containers::StringView code,
     bool isDefault, const LanguageText& text) {
     const bool isTaken = text.kind == TextKind::Text;
@@ -28,9 +43,7 @@ void recordAsRead(TranslationRecord& record, Containers::StringView code,
             record.addSource(text.key, text.text);
     } else if(isTaken)
         record.addTranslation(text.key, text.text, text.origin);
-    /* Somebody may bring its term back */
-    else if(text.term == TextMoves::None && text.text.data() &&
-        record.hasSource(text.key))
+    else if(mayReturn(record, code, text))
         record.addTranslation(
             text.key, text.text, record.origin(code, text.key, text.text, {}));
     else if(text.kind != TextKind::WrongType)
