@@ -381,18 +381,21 @@ std::vector<LanguageSource> Project::sources() {
         Tracking::languageSources(editor(), record());
     if(record().isEmpty()) {
         const Containers::String archive = onlyArchive();
-        if(!archive.isEmpty())
+        if(!archive.isEmpty()) {
+            if(out.back().path == archive)
+                out.pop_back();
             out.insert(out.begin(), {archive, true});
+        }
     }
     return out;
 }
 
-/* Without a record, an archive under another name than the project's is likely
-   to be from before the project was renamed, unless there are several */
+/* Without a record, the only archive is likely to be from before the project was
+   renamed or switched to loose files */
 Containers::String Project::onlyArchive() {
     const LanguageSource files = target();
     std::vector<Containers::String> names;
-    if(!files.isArchive || Utility::Path::exists(files.path) ||
+    if(!fileIn(files).isEmpty() ||
         !_state->storage.list(files.folder(), names).isEmpty())
         return {};
     names.erase(std::remove_if(names.begin(), names.end(),
@@ -405,34 +408,44 @@ Containers::String Project::onlyArchive() {
         : Containers::String{};
 }
 
-LanguageSource Project::place() {
-    for(const LanguageSource& source: sources()) {
-        const int error = identityOf(source.path).error;
-        if(!error)
-            return source;
-        if(error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG)
-            continue;
-        fail(fault("find", source.path, error));
+/* A folder may be there for the record alone */
+Containers::String Project::fileIn(const LanguageSource& source) {
+    if(source.isArchive)
+        return isThere(source.path) ? source.path : Containers::String{};
+    for(const ProjectLanguage& language: languages()) {
+        const Containers::String file =
+            Utility::Path::join(source.path, language.code + ".json");
+        if(isThere(file))
+            return file;
+    }
+    return {};
+}
+
+/* What can't be looked at isn't taken for missing */
+bool Project::isThere(Containers::StringView path) {
+    const int error = identityOf(path).error;
+    if(error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG)
+        return false;
+    if(error) {
+        fail(fault("find", path, error));
         _state->hasReadFault = true;
     }
+    return true;
+}
+
+LanguageSource Project::place() {
+    for(const LanguageSource& source: sources())
+        if(!fileIn(source).isEmpty())
+            return source;
     return target();
 }
 
 Containers::String Project::unreadFile() {
     const LanguageSource files = target();
     const LanguageSource read = place();
-    if(read.path == files.path && read.isArchive == files.isArchive)
-        return {};
-    if(files.isArchive)
-        return Utility::Path::exists(files.path) ? files.path
-                                                 : Containers::String{};
-    for(const ProjectLanguage& language: languages()) {
-        const Containers::String file =
-            Utility::Path::join(files.path, language.code + ".json");
-        if(Utility::Path::exists(file))
-            return file;
-    }
-    return {};
+    return read.path == files.path && read.isArchive == files.isArchive
+        ? Containers::String{}
+        : fileIn(files);
 }
 
 Containers::String Project::recordFile() {

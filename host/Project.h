@@ -125,8 +125,8 @@ public:
     LanguageSource target();
     std::vector<LanguageSource> sources();
 
-    /* The first of these that exists, otherwise the target. Prints a line if it
-       can't be found out whether one exists. */
+    /* The first of these that has a file, otherwise the target. Prints a line if
+       it can't be found out whether there's one. */
     LanguageSource place();
 
     /* A file at the target that isn't read, as the files were last written to
@@ -155,6 +155,8 @@ private:
     bool readRecord();
 
     Containers::String onlyArchive();
+    Containers::String fileIn(const LanguageSource& source);
+    bool isThere(Containers::StringView path);
 
     bool writeArchive(const Codes& codes, Containers::StringView file);
 

@@ -168,7 +168,15 @@ int exportFiles(
             "place for such texts, --prune drops them",
             counted(replaced.losses.dropped, "text"), replaced.losses.example));
     keepOrigins(codes, sources.taken, replaced.origins);
+    const Containers::String target = project.target().path;
     takeSources(project, sources.taken);
+    /* What's in that place wasn't looked at for losses */
+    if(project.target().path != target &&
+        Utility::Path::exists(project.target().path))
+        return fail(Utility::format("nothing was written, as {} is there "
+                                    "already; 'import' takes the project's "
+                                    "name first",
+            project.target().path));
     const std::size_t termCount =
         recordExport(project, codes, replaced.origins);
     if((!sources.taken.empty() && !project.write()) ||
