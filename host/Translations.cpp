@@ -251,7 +251,8 @@ public:
             text.key, [](const Term& t, Containers::StringView key) {
                 return StrLess{}(t.key, key);
             });
-        if(term != _terms.end() && term->key == text.key && text.text.data() &&
+        if(term != _terms.end() && term->key == text.key &&
+            term->isTranslated && text.text.data() &&
             term->source == text.text)
             _inPlace.push_back(std::size_t(term - _terms.begin()));
     }
