@@ -21,6 +21,7 @@ nodejs command node
 npm command npm
 unzip command unzip
 python3 command python3
+git command git
 doxygen command doxygen
 translate-toolkit command json2po
 dpkg-dev command dpkg-shlibdeps
