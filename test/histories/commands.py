@@ -4,29 +4,14 @@ Each function chooses arguments, and says which exit codes are right, what
 checks the result, and the marks of texts that may be gone then.
 """
 
-from dataclasses import dataclass, field
-from typing import Callable
+from collections import namedtuple
 
 from people import LANGUAGES
-from project import CONFLICT, DONE, FAILED, is_blank, marks, values
+from project import CONFLICT, DONE, FAILED, expect, is_blank, marks, values
 
-
-class Fault(Exception):
-    pass
-
-
-def expect(condition, *message):
-    if not condition:
-        raise Fault(" ".join(map(str, message)))
-
-
-@dataclass
-class Expected:
-    arguments: list
-    codes: set
-    check: Callable = lambda output: None
-    gone: set = field(default_factory=set)
-    may_write_again: bool = False
+Expected = namedtuple(
+    "Expected", "arguments codes check gone may_write_again",
+    defaults=[lambda output: None, set(), False])
 
 
 class SourceMerge:
@@ -36,7 +21,8 @@ class SourceMerge:
 
     def __init__(self, history, takes_blank):
         now, base = history.files.sources(), history.base
-        default = history.texts().get("en", {})
+        texts = history.texts()
+        default = texts.get("en", {})
         other = {key: text for key, text in default.items()
                  if now.get(key, text) != text is not None and
                  (takes_blank or not is_blank(text, now[key]))}
@@ -50,12 +36,10 @@ class SourceMerge:
             ["file", "project", *(f"file:{key}" for key in differing)]) \
             if history.chance(5) else ""
         self.arguments = ["--take", decision] if decision else []
-        self.taken = differing if decision == "file" else {
-            key: text for key, text in differing.items()
-            if decision == f"file:{key}"}
-        # Those that nobody decided about
-        self.left = set() if decision == "project" else \
-            differing.keys() - self.taken
+        self.is_project = decision == "project"
+        self.taken = {key: text for key, text in differing.items()
+                      if decision in ("file", f"file:{key}")}
+        self.left = set() if self.is_project else differing.keys() - self.taken
         self.gone = marks(now, default) if decision else \
             marks([now[key] for key in self.file])
         self.is_moved = any(now.get(key) != text and text in now.values()
@@ -64,19 +48,18 @@ class SourceMerge:
         self.is_open = self.is_moved and default != base
         # A second command knows keys that were new to the first one, in files
         # that don't follow moved texts and in the default language's
-        self.has_new_keys = self.is_moved and not history.texts().keys() <= \
-            set(history.files.codes()) or \
-            default.keys() - now.keys() - base.keys()
-        self.is_project = decision == "project"
+        self.may_write_again = self.is_open or bool(
+            self.is_moved and texts.keys() - history.files.codes() or
+            default.keys() - now.keys() - base.keys())
 
 
 def import_(history):
     codes = history.some(history.files.codes())
     allow = ["--allow-empty"] if history.chance(10) else []
     merge = SourceMerge(history, bool(allow))
-    wanted = history.files.sources()
-    right = {DONE}
-    if "en" in (codes or ["en"]):
+    wanted, right = history.files.sources(), {DONE}
+    reads_default = "en" in (codes or ["en"])
+    if reads_default:
         wanted |= merge.taken if merge.is_project else merge.file | merge.taken
         if merge.left & merge.both.keys():
             right = {CONFLICT}
@@ -87,34 +70,33 @@ def import_(history):
 
     def check(output):
         now = history.files.sources()
-        history.blanks_allowed |= bool(allow)
-        if merge.is_project and "en" in (codes or ["en"]):
-            # An export writes over them from now on
-            history.dead |= marks(merge.file, merge.both)
         expect(merge.is_open or now == wanted,
                "the project has", now, "not", wanted)
         expect(codes or history.place != history.files.place() or
                set(history.texts()) <= set(history.files.codes()),
                "a language with a file wasn't added")
-        if "en" in (codes or ["en"]):
+        history.blanks_allowed |= bool(allow)
+        if reads_default:
             history.record()
-    return Expected(
-        codes + merge.arguments + allow, right, check, merge.gone,
-        bool(merge.is_open or merge.has_new_keys))
+            # An export writes over those that were given up
+            if merge.is_project:
+                history.dead |= marks(merge.file, merge.both)
+    return Expected(codes + merge.arguments + allow, right, check, merge.gone,
+                    merge.may_write_again)
 
 
 def export(history):
     place = history.files.place()
     codes = history.some(history.files.codes())
-    merge = SourceMerge(history, True)
     prune = ["--prune"] if history.chance(3) else []
-    before, texts = history.files.sources(), history.texts()
+    merge = SourceMerge(history, True)
+    before = history.files.sources()
     lost = history.files.marks() - history.shown_marks - history.dead - \
         merge.gone
     right = {CONFLICT} if merge.left else \
         {FAILED} if lost and not prune else {DONE}
     if not prune and (merge.is_moved or any(
-            set(keys) - set(before) for keys in texts.values())):
+            keys - before.keys() for keys in history.texts().values())):
         right |= {FAILED}
     if place != history.place:
         # What stays in the former place isn't lost
@@ -133,51 +115,44 @@ def export(history):
         expect(history.texts().get("en") == now, "en.json isn't the project's")
         history.record()
     return Expected(codes + prune + merge.arguments, right, check, merge.gone,
-                    bool(merge.is_open or merge.has_new_keys))
+                    merge.may_write_again)
 
 
 def rename(history):
     now = history.files.sources()
-    old = history.choice(list(now) or ["none"])
-    history.count += 1
-    new = f"k{history.count}"
+    old, new = history.choice(list(now) or ["none"]), history.new_key()
+    fits = now and history.texts() == history.shown and \
+        history.shown.keys() == set(history.files.codes())
 
     def check(output):
         expect(history.files.sources() == {
             new if key == old else key: text for key, text in now.items()},
             "other texts have other keys")
-        history.tidy()
         history.record()
-    right = {DONE} if history.texts() == history.shown and now else \
-        {DONE, FAILED}
-    return Expected([old, new], right, check)
+    return Expected([old, new], {DONE} if fits else {DONE, FAILED}, check)
 
 
 def confirm(history):
-    code = history.choice(history.files.codes())
-    keys, now = history.some(history.files.sources()), history.files.sources()
-    shown = history.shown.get(code, {})
-    right = {DONE}
-    if code == "en" or not all(marks(shown.get(key)) for key in keys):
-        right |= {FAILED}
+    code, now = history.choice(history.files.codes()), history.files.sources()
+    keys, shown = history.some(now), history.shown.get(code, {})
+    fits = code != "en" and all(marks(shown.get(key)) for key in keys)
 
     def check(output):
         for key in keys or now:
             for mark in marks(shown.get(key)):
                 history.made[mark] = {now[key]}
-    return Expected([code, *keys], right, check)
+    return Expected([code, *keys], {DONE} if fits else {DONE, FAILED}, check)
 
 
 def pin(history):
     keys = [key for _, _, key in values(history.files.document())]
 
     def check(output):
-        pinned = [holder.get(name + "_term")
-                  for holder, name, _ in values(history.files.document())]
-        expect(pinned == keys, "other keys are pinned")
+        expect([holder.get(name + "_term") for holder, name, _ in values(
+            history.files.document())] == keys, "other keys are pinned")
     # What has moved has to be exported first
-    return Expected([], {DONE} if history.base == history.files.sources()
-                    else {DONE, FAILED}, check)
+    fits = history.base == history.files.sources()
+    return Expected([], {DONE} if fits else {DONE, FAILED}, check)
 
 
 def add(history):

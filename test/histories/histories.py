@@ -8,6 +8,7 @@ of it is allowed.
 
 import collections
 import concurrent.futures
+import functools
 import json
 import re
 import shutil
@@ -17,9 +18,8 @@ import traceback
 from pathlib import Path
 
 import commands
-from commands import Fault, expect
 from people import People
-from project import DONE, GATE, is_blank, marks, sources, values
+from project import DONE, GATE, Fault, expect, is_blank, marks, values
 
 LENGTH = 50
 
@@ -179,15 +179,15 @@ def main():
     program, fail_at = sys.argv[1:3]
     steps, seed, jobs = map(int, sys.argv[3:])
     print(f"Seed {seed}", flush=True)
+    parts = range(0, steps, LENGTH)
     with concurrent.futures.ProcessPoolExecutor(jobs) as pool:
-        histories = [
-            pool.submit(run, program, fail_at, seed + start // LENGTH,
-                        min(LENGTH, steps - start))
-            for start in range(0, steps, LENGTH)]
-        for history in histories:
-            if history.result():
+        for fault in pool.map(
+                functools.partial(run, program, fail_at),
+                range(seed, seed + len(parts)),
+                [min(LENGTH, steps - start) for start in parts]):
+            if fault:
                 pool.shutdown(cancel_futures=True)
-                sys.exit(history.result())
+                sys.exit(fault)
     print(f"{steps} steps")
 
 

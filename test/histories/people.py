@@ -1,7 +1,5 @@
 """What people do to the files of a project, and who wrote what for which text.
-
-Each text has a mark of its own, so none can go unnoticed.
-"""
+Each text has a mark of its own, so none can go unnoticed."""
 
 import json
 import random
@@ -15,11 +13,7 @@ class People:
     def __init__(self, root, seed):
         self.random = random.Random(seed)
         self.choice = self.random.choice
-        self.files = Files(root)
-        # Where the language files are, also after the settings changed
-        self.place = self.files.languages
-        self.log = []
-        self.count = 0
+        self.log, self.count = [], 0
         # Of texts that their authors have replaced or removed themselves
         self.dead = set()
         # What the default language's file had when the program last wrote or
@@ -29,6 +23,9 @@ class People:
         # for; none if nobody can know
         self.made = {}
         self.blanks_allowed = False
+        self.files = Files(root)
+        # Where the language files are, also after the settings changed
+        self.place = self.files.languages
         self.files.create(self.text(), {f"o{i}": {"components": [
             self.component() for _ in range(self.random.randint(1, 4))]}
             for i in range(self.random.randint(1, 3))})
@@ -42,16 +39,20 @@ class People:
         return self.random.sample(items, self.random.randint(1, len(items))) \
             if items and self.chance(3) else []
 
+    def new_key(self):
+        self.count += 1
+        return f"k{self.count}"
+
     def text(self):
         self.count += 1
         return f"T{self.count}" + self.choice(
             ["", "", " é", ' "q"', " {{n}} $t(x)"])
 
     def component(self):
-        return {"type": "sign", "sign": {
-            "title": self.text(), "hint": self.text(), "size": 1}} \
-            if self.chance(3) else \
-            {"type": "text", "text": {"text": self.text()}}
+        if self.chance(3):
+            return {"type": "sign", "sign": {
+                "title": self.text(), "hint": self.text()}}
+        return {"type": "text", "text": {"text": self.text()}}
 
     def texts(self):
         return self.files.texts(self.place)
@@ -88,26 +89,22 @@ class People:
         parts = document["objects"][thing]["components"]
         at = self.random.randrange(len(parts) + 1)
         if len(parts) < 2 or len(parts) < 7 and self.chance(2):
-            new = self.component()
-            if parts and self.chance(6):
-                new = json.loads(json.dumps(self.choice(parts)))
-            parts.insert(at, new)
-            return f"inserts {thing} {at}: {new}"
-        if self.chance(3):
+            parts.insert(at, json.loads(json.dumps(self.choice(parts)))
+                         if self.chance(6) else self.component())
+        elif self.chance(3):
             self.random.shuffle(parts)
-            return f"shuffles {thing}: {parts}"
-        return f"removes {thing} {parts.pop(at - 1)}"
+        else:
+            parts.pop(at - 1)
+        return f"{thing} has {parts}"
 
     def change_key(self, document):
         holder, name, key = self.choice(list(values(document)))
         if self.chance(2):
-            flag = name + "_translate"
-            holder[flag] = not holder.get(flag, True)
-            return f"{key} translate: {holder[flag]}"
-        if not holder.pop(name + "_term", None):
-            self.count += 1
-            holder[name + "_term"] = f"k{self.count}"
-        return f"{key} has the key {holder.get(name + '_term')}"
+            holder[name + "_translate"] = not holder.get(
+                name + "_translate", True)
+        elif not holder.pop(name + "_term", None):
+            holder[name + "_term"] = self.new_key()
+        return f"{key} has {holder}"
 
     def change_settings(self, document):
         settings = document["settings"]
@@ -115,7 +112,7 @@ class People:
             settings["project"]["name"] = self.text()
         else:
             settings["localization"]["enableZipCompression"] ^= True
-        return f"settings {settings}"
+        return f"has {settings}"
 
     def translator(self):
         texts = self.texts()
@@ -153,8 +150,7 @@ class People:
     def tidy(self):
         """Somebody removes the files that aren't read anymore"""
         former, self.place = self.place, self.files.place()
-        if former == self.place:
-            return
-        self.edited(self.files.texts(former), self.texts())
-        for path in [former] if former.suffix else former.glob("*.json"):
-            path.unlink(missing_ok=True)
+        if former != self.place:
+            self.edited(self.files.texts(former), self.texts())
+            for path in [former] if former.suffix else former.glob("*.json"):
+                path.unlink(missing_ok=True)

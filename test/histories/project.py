@@ -11,6 +11,15 @@ RECORD = "translation-record.txt"
 DONE, FAILED, GATE, CONFLICT = 0, 2, 3, 4
 
 
+class Fault(Exception):
+    pass
+
+
+def expect(condition, *message):
+    if not condition:
+        raise Fault(" ".join(map(str, message)))
+
+
 def marks(*values):
     """The marks of all texts in the values; each text is written once"""
     return set(re.findall(r"\bT\d+\b", str(values)))
@@ -65,7 +74,7 @@ class Files:
     def create(self, name, objects):
         self.languages.mkdir(parents=True)
         (self.root / "components.json").write_text(
-            '{"sign": {"title": "string", "hint": "string", "size": "int"}}')
+            '{"sign": {"title": "string", "hint": "string"}}')
         self.save({"settings": {"project": {"name": name}, "localization": {
             "defaultLanguage": "en", "languagesFolder": "languages",
             "format": "i18next", "enableZipCompression": False}},
