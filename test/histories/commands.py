@@ -45,12 +45,11 @@ class SourceMerge:
         self.is_moved = any(now.get(key) != text and text in now.values()
                             for key, text in (base or default).items())
         # Then it may be argued which text of a new file belongs where
-        self.is_open = self.is_moved and default != base
+        self.is_open = history.is_unsure or self.is_moved and default != base
         # A second command knows keys that were new to the first one, in files
-        # that don't follow moved texts and in the default language's
+        # that don't follow moved texts
         self.may_write_again = self.is_open or bool(
-            self.is_moved and texts.keys() - history.files.codes() or
-            default.keys() - now.keys() - base.keys())
+            self.is_moved and texts.keys() - history.files.codes())
 
 
 def import_(history):
@@ -77,7 +76,7 @@ def import_(history):
                "a language with a file wasn't added")
         history.blanks_allowed |= bool(allow)
         if reads_default:
-            history.record()
+            history.record(merge.is_open)
             # An export writes over those that were given up
             if merge.is_project:
                 history.dead |= marks(merge.file, merge.both)

@@ -49,14 +49,15 @@ class History(People):
         self.perform(name.strip("_"), getattr(commands, name)(self),
                      self.chance(8))
 
-    def record(self):
+    def record(self, is_unsure=False):
         """The program read or wrote the default language's file"""
         now = self.files.sources()
-        self.base = {
-            key: self.base.get(key) if is_blank(text, now.get(key)) else text
-            for key, text in self.texts().get("en", {}).items()
-            if text is not None}
-        self.is_known = True
+        # What isn't taken stays a difference
+        base = {key: text if key in now and not is_blank(text, now[key])
+                else self.base.get(key)
+                for key, text in self.texts().get("en", {}).items()}
+        self.base = {key: base[key] for key in base if base[key] is not None}
+        self.is_known, self.is_unsure = True, is_unsure
 
     def run(self, *arguments):
         return self.files.run([self.program], *arguments)

@@ -17,8 +17,9 @@ class People:
         # Of texts that their authors have replaced or removed themselves
         self.dead = set()
         # What the default language's file had when the program last wrote or
-        # read it. Not known after the record is lost.
-        self.base, self.is_known = {}, False
+        # read it. Not known after the record is lost, unsure after the program
+        # had to guess.
+        self.base, self.is_known, self.is_unsure = {}, False, False
         # By a translation's mark, the source texts that it may have been made
         # for; none if nobody can know
         self.made = {}

@@ -37,10 +37,10 @@ void recordAsRead(TranslationRecord& record, Containers::StringView code,
     const bool isTaken = text.kind == TextKind::Text;
     if(isDefault) {
         /* What isn't taken stays a difference */
-        if(text.kind == TextKind::Empty || text.kind == TextKind::None)
-            record.keepSource(text.key);
-        else if(text.text.data())
+        if(isTaken)
             record.addSource(text.key, text.text);
+        else
+            record.keepSource(text.key);
     } else if(isTaken)
         record.addTranslation(text.key, text.text, text.origin);
     else if(mayReturn(record, code, text))
