@@ -252,8 +252,7 @@ public:
                 return StrLess{}(t.key, key);
             });
         if(term != _terms.end() && term->key == text.key &&
-            term->isTranslated && text.text.data() &&
-            term->source == text.text)
+            term->isTranslated && text.text.data() && term->source == text.text)
             _inPlace.push_back(std::size_t(term - _terms.begin()));
     }
 

@@ -144,6 +144,8 @@ class History(People):
 
     def check_moves(self, language, now):
         """A translation is where its source text is, if that's one place"""
+        if not self.is_known or self.is_unsure:
+            return
         old, chosen = list(self.base.values()), {
             holder.get(name + "_term")
             for holder, name, _ in values(self.files.document())}
@@ -151,7 +153,7 @@ class History(People):
         for key, text in texts.items():
             source = self.base.get(key)
             at = [other for other in now if now[other] == source]
-            if source and not is_blank(text, source) and self.is_known and \
+            if source and not is_blank(text, source) and \
                     old.count(source) == 1 and len(at) == 1 and \
                     self.made.get(min(marks(text))) == {source} and \
                     (at == [key] or key not in chosen and (

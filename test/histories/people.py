@@ -139,7 +139,8 @@ class People:
             return
         texts[key] = new = self.text()
         beside = {default.get(key), self.base.get(key)}
-        if self.is_known and None not in beside and code in self.files.codes():
+        if self.is_known and not self.is_unsure and None not in beside and \
+                code in self.files.codes():
             self.made[min(marks(new))] = beside
 
     def lose_record(self):
