@@ -134,19 +134,19 @@ bool Project::readRecord() {
 
 bool Project::findFile() {
     const Containers::String& path = _state->options.path;
-    if(!Utility::Path::exists(path)) {
+    if(!isThere(path)) {
         fail(Utility::format("there is no {}", path));
         return false;
     }
     _state->file = path;
     if(Utility::Path::isDirectory(path)) {
         _state->file = Utility::Path::join(path, "project.json");
-        if(!Utility::Path::exists(_state->file)) {
+        if(!isThere(_state->file)) {
             fail(Utility::format("the folder {} has no project.json", path));
             return false;
         }
     }
-    return true;
+    return !hasReadFault();
 }
 
 bool Project::readComponents() {
@@ -421,8 +421,7 @@ Containers::String Project::fileIn(const LanguageSource& source) {
     return {};
 }
 
-/* What can't be looked at isn't taken for missing */
-bool Project::isThere(Containers::StringView path) {
+bool Project::isThere(const Containers::String& path) {
     const int error = identityOf(path).error;
     if(error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG)
         return false;

@@ -125,8 +125,11 @@ public:
     LanguageSource target();
     std::vector<LanguageSource> sources();
 
-    /* The first of these that has a file, otherwise the target. Prints a line if
-       it can't be found out whether there's one. */
+    /* Whether there's something at a path. Where that can't be found out,
+       prints a line and returns true, as it isn't taken for missing. */
+    bool isThere(const Containers::String& path);
+
+    /* The first of these that has a file, otherwise the target */
     LanguageSource place();
 
     /* A file at the target that isn't read, as the files were last written to
@@ -156,7 +159,6 @@ private:
 
     Containers::String onlyArchive();
     Containers::String fileIn(const LanguageSource& source);
-    bool isThere(Containers::StringView path);
 
     bool writeArchive(const Codes& codes, Containers::StringView file);
 

@@ -172,7 +172,7 @@ int exportFiles(
     takeSources(project, sources.taken);
     /* What's in that place wasn't looked at for losses */
     if(project.target().path != target &&
-        Utility::Path::exists(project.target().path))
+        project.isThere(project.target().path))
         return fail(Utility::format("nothing was written, as {} is there "
                                     "already; 'import' takes the project's "
                                     "name first",

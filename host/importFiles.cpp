@@ -3,7 +3,6 @@
 #include <set>
 #include <utility>
 #include <Corrade/Utility/Format.h>
-#include <Corrade/Utility/Path.h>
 
 #include "ChangeManager.h"
 #include "Commands.h"
@@ -28,7 +27,7 @@ struct Import {
 
 bool hasFiles(Project& project) {
     for(const LanguageSource& source: project.sources())
-        if(Utility::Path::exists(source.path))
+        if(project.isThere(source.path))
             return true;
     fail(Utility::format(
         "there is no {}; 'export' writes it", project.target().path));
