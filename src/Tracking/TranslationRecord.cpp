@@ -1,5 +1,6 @@
 #include "Tracking/TranslationRecord.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <rapidjson/document.h>
@@ -99,15 +100,33 @@ void appendFormerSource(
     out += '\n';
 }
 
+void appendAccepted(std::string& out, Containers::StringView code,
+    const std::set<AcceptedEntry>& all) {
+    if(all.empty() || !isOneLine(code))
+        return;
+    append(out, "[accepted "_s + code + "]\n"_s);
+    for(const AcceptedEntry& entry: all) {
+        appendHash(out, entry.translation, LongDigits);
+        appendHash(out, entry.source, ShortDigits);
+        append(out, " "_s + entry.rule + "\n"_s);
+    }
+}
+
+bool isRuleName(Containers::StringView name) {
+    return !name.isEmpty() && std::all_of(name.begin(), name.end(), [](char c) {
+        return (c >= 'a' && c <= 'z') || c == '-';
+    });
+}
+
 /* Reads lines into the section that the last header named */
 class RecordParser {
 public:
     explicit RecordParser(Sources& sources, LanguageRecords& languages,
         std::map<std::uint32_t, Containers::String>& formerSources,
-        Containers::String& archive):
+        AcceptedEntries& accepted, Containers::String& archive):
         _sources(sources),
         _languages(languages), _formerSources(formerSources),
-        _archive(archive) {}
+        _accepted(accepted), _archive(archive) {}
 
     void add(Containers::StringView line) {
         if(line.hasPrefix('[') && line.hasSuffix(']'))
@@ -119,7 +138,7 @@ public:
     }
 
 private:
-    enum class Section { None, Sources, Translations, FormerSources };
+    enum class Section { None, Sources, Translations, FormerSources, Accepted };
 
     void beginSection(Containers::StringView name) {
         if(name.hasPrefix("sources "_s)) {
@@ -127,6 +146,10 @@ private:
             _sources.code = name.exceptPrefix("sources "_s);
         } else if(name == "former sources") {
             _section = Section::FormerSources;
+        } else if(name.hasPrefix("accepted "_s)) {
+            _section = Section::Accepted;
+            _acceptedOfLanguage = &_accepted[Containers::String{
+                name.exceptPrefix("accepted "_s)}];
         } else {
             _section = Section::Translations;
             _translations = &_languages[Containers::String{name}];
@@ -140,6 +163,8 @@ private:
             addTranslation(line);
         else if(_section == Section::FormerSources)
             addFormerSource(line);
+        else if(_section == Section::Accepted)
+            addAccepted(line);
     }
 
     void addSource(Containers::StringView line) {
@@ -158,6 +183,17 @@ private:
             parseHash(line.exceptPrefix(LongDigits), source))
             _translations->add(
                 TranslationEntry{translation, std::uint32_t(source)});
+    }
+
+    void addAccepted(Containers::StringView line) {
+        std::uint64_t translation, source;
+        constexpr std::size_t Begin = LongDigits + ShortDigits;
+        if(line.size() > Begin && line[Begin] == ' ' &&
+            parseHash(line.prefix(std::size_t(LongDigits)), translation) &&
+            parseHash(line.slice(LongDigits, Begin), source) &&
+            isRuleName(line.exceptPrefix(Begin + 1)))
+            _acceptedOfLanguage->insert({translation, std::uint32_t(source),
+                line.exceptPrefix(Begin + 1)});
     }
 
     void addFormerSource(Containers::StringView line) {
@@ -181,9 +217,11 @@ private:
     Sources& _sources;
     LanguageRecords& _languages;
     std::map<std::uint32_t, Containers::String>& _formerSources;
+    AcceptedEntries& _accepted;
     Containers::String& _archive;
     Section _section = Section::None;
     Translations* _translations = nullptr;
+    std::set<AcceptedEntry>* _acceptedOfLanguage = nullptr;
 };
 
 /* The next line, without its end and without the carriage return that some
@@ -215,7 +253,7 @@ bool TranslationRecord::parse(Containers::StringView content) {
     /* After a merge, marks of a conflict may stand before the title */
     bool isRecord = false;
     RecordParser parser{_state->sources, _state->languages,
-        _state->formerSources, _state->archive};
+        _state->formerSources, _state->accepted, _state->archive};
     while(!content.isEmpty()) {
         const Containers::StringView line = takeLine(content);
         if(line == Title)
@@ -268,6 +306,9 @@ Containers::String TranslationRecord::write() const {
     }
     for(; renewed != end; ++renewed)
         add(renewed->first, renewed->second);
+
+    for(const auto& language: state.accepted)
+        appendAccepted(out, language.first, language.second);
 
     bool isFirst = true;
     for(const auto& former: state.formerSources)
@@ -428,7 +469,32 @@ void TranslationRecord::renew() {
     _state->begun = nullptr;
 }
 
+bool TranslationRecord::isAccepted(Containers::StringView code,
+    Containers::StringView rule, Containers::StringView source,
+    Containers::StringView translation) const {
+    const auto language = _state->accepted.find(code);
+    return language != _state->accepted.end() &&
+        language->second.count(
+            {textHash(translation), shortTextHash(source), rule});
+}
+
+void TranslationRecord::beginAccepted(Containers::StringView code) {
+    const auto found = _state->accepted.find(code);
+    if(found != _state->accepted.end())
+        found->second.clear();
+}
+
+void TranslationRecord::accept(Containers::StringView code,
+    Containers::StringView rule, Containers::StringView source,
+    Containers::StringView translation) {
+    _state->accepted[Containers::String{code}].insert(
+        {textHash(translation), shortTextHash(source), rule});
+}
+
 void TranslationRecord::remove(Containers::StringView code) {
+    const auto accepted = _state->accepted.find(code);
+    if(accepted != _state->accepted.end())
+        _state->accepted.erase(accepted);
     for(LanguageRecords* const all:
         {&_state->languages, &_state->newLanguages}) {
         const auto found = all->find(code);

@@ -39,7 +39,8 @@ were when last written or read:
 -   of each text in the default language's file, a hash;
 -   of each translation, a hash of it with its key, and one of the source text
     that it was made from;
--   source texts that were replaced since their translations were made.
+-   source texts that were replaced since their translations were made;
+-   which findings of checks somebody accepted.
 
 There's one line for each text, in the order of the language file. So version
 control can merge the record where it can merge the language files. Of a
@@ -212,6 +213,36 @@ public:
 
     /** @brief Let the new descriptions hold for all other operations, too */
     void renew();
+
+    /**
+     * @brief Whether somebody accepted what a rule finds in a translation
+     * @param code          Language code
+     * @param rule          Name of the rule
+     * @param source        The source text
+     * @param translation   The translation
+     *
+     * That holds for these two texts under any key, and not anymore once one of
+     * them changes. Takes logarithmic time.
+     */
+    bool isAccepted(Containers::StringView code, Containers::StringView rule,
+        Containers::StringView source,
+        Containers::StringView translation) const;
+
+    /**
+     * @brief Begin to list anew what is accepted in a language
+     *
+     * All that was accepted in it is forgotten. Has no effect on the
+     * descriptions of the files.
+     */
+    void beginAccepted(Containers::StringView code);
+
+    /**
+     * @brief Accept what a rule finds in a translation
+     *
+     * The name of the rule has to consist of small letters and hyphens.
+     */
+    void accept(Containers::StringView code, Containers::StringView rule,
+        Containers::StringView source, Containers::StringView translation);
 
     /** @brief Forget a language */
     void remove(Containers::StringView code);

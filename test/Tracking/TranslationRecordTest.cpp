@@ -1,3 +1,4 @@
+#include <array>
 #include <gtest/gtest.h>
 
 #include "Tracking/TranslationRecord.h"
@@ -20,6 +21,8 @@ TranslationRecord example() {
     out.renew();
     out.addFormerSource("Old");
     out.addFormerSource("Nobody translated this");
+    out.accept("de", "numbers", "New", "Alt");
+    out.accept("fr", "tags", "New", "Vieux");
     out.setArchive("Demo.zip");
     return out;
 }
@@ -64,6 +67,18 @@ TEST(TranslationRecordTest, parse) {
         EXPECT_EQ(record.formerSource(origin), "Old");
         EXPECT_EQ(record.archive(), "Demo.zip");
         EXPECT_FALSE(record.hasTranslation("de", "b", ""));
+        EXPECT_TRUE(record.isAccepted("de", "numbers", "New", "Alt"));
+        /* Nothing else is, and not once a text has changed */
+        for(const auto& other: {std::array{"de", "tags", "New", "Alt"},
+                {"fr", "numbers", "New", "Alt"},
+                {"de", "numbers", "Old", "Alt"},
+                {"de", "numbers", "New", "Neu"}})
+            EXPECT_FALSE(
+                record.isAccepted(other[0], other[1], other[2], other[3]));
+        record.beginAccepted("de");
+        EXPECT_FALSE(record.isAccepted("de", "numbers", "New", "Alt"));
+        record.remove("fr");
+        EXPECT_EQ(written(record).find("accepted"), std::string::npos);
     }
 }
 
@@ -75,6 +90,7 @@ TEST(TranslationRecordTest, merge) {
     theirs.beginTranslations("de");
     theirs.addTranslation("a", "Alt", theirs.originOf("New"));
     theirs.renew();
+    theirs.accept("de", "links", "New", "Alt");
     const std::string both = "<<<<<<< ours\n" + written(example()) +
         "=======\n" + written(theirs) + ">>>>>>> theirs\n";
     TranslationRecord record;
@@ -86,6 +102,8 @@ TEST(TranslationRecordTest, merge) {
     EXPECT_EQ(record.compare("a", "New", "x"), SourceState::ChangedInProject);
     EXPECT_EQ(record.compare("a", "x", "Newer"), SourceState::ChangedInFile);
     EXPECT_EQ(record.compare("a", "x", "y"), SourceState::Conflict);
+    EXPECT_TRUE(record.isAccepted("de", "links", "New", "Alt"));
+    EXPECT_TRUE(record.isAccepted("de", "numbers", "New", "Alt"));
 }
 
 /* A name from a stranger doesn't become other lines */
@@ -97,6 +115,7 @@ TEST(TranslationRecordTest, lineBreaks) {
     record.addSource("a", "A");
     record.beginTranslations("d\ne");
     record.addTranslation("a", "Ä", record.originOf("A"));
+    record.accept("d\ne", "tags", "A", "Ä");
     EXPECT_EQ(written(record), none);
 }
 
