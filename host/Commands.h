@@ -2,6 +2,7 @@
 #define Orrelin_host_Commands_h
 
 #include <optional>
+#include <string>
 
 #include "SourceMerge.h"
 
@@ -62,6 +63,38 @@ int exportFiles(const ProjectOptions& project, const ExportOptions& options);
    given */
 int confirmTranslations(const ProjectOptions& project,
     Containers::StringView code, const Codes& keys);
+
+enum class FindingFormat { Text, Json, Sarif };
+
+struct CheckOptions {
+    /* Languages to check, all if empty */
+    Codes codes;
+    /* Names of rules; all if only is empty */
+    Codes only, skip;
+    std::optional<double> maxGrowth;
+    /* Whether warnings fail the command as well as errors */
+    bool failsOnWarning = false;
+    FindingFormat format = FindingFormat::Text;
+};
+
+/* Why a name isn't that of a rule, empty if it is */
+std::string ruleFault(const std::string& name);
+
+int checkTranslations(
+    const ProjectOptions& project, const CheckOptions& options);
+
+struct AcceptOptions {
+    Containers::String rule;
+    Containers::String code;
+    /* All translations in which the rule finds something if empty */
+    Codes keys;
+    std::optional<double> maxGrowth;
+    /* Takes back what was accepted */
+    bool withdraws = false;
+};
+
+/* Lets findings pass in all further checks */
+int acceptFindings(const ProjectOptions& project, const AcceptOptions& options);
 
 /* Stores all generated keys in the project */
 int pinKeys(const ProjectOptions& project);

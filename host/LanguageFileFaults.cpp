@@ -7,6 +7,7 @@
 #include <rapidjson/reader.h>
 
 #include "Messages.h"
+#include "TextPlaces.h"
 #include "session/EditorSession.h"
 
 namespace OrrelinEngine { namespace Host {
@@ -62,17 +63,12 @@ private:
     bool add() {
         if(!_isInside || _depth != 2)
             return true;
-        for(; _counted != _keyBegin; ++_counted) {
-            if(*_counted == '\n') {
-                ++_line;
-                _column = 1;
-            } else
-                _column += (*_counted & '\xc0') != '\x80';
-        }
+        _counted = countPlace(_counted, _keyBegin, _place);
         _lines.add(std::string{Utility::format(
             "{}: the value of '{}' at line {}, column {} is neither a text nor "
             "null, and is left out",
-            _file.path, Containers::StringView{_key}, _line, _column)});
+            _file.path, Containers::StringView{_key}, _place.line,
+            _place.column)});
         return true;
     }
 
@@ -81,8 +77,7 @@ private:
     Lines _lines;
     const char* _counted;
     const char* _keyBegin = nullptr;
-    std::size_t _line = 1;
-    std::size_t _column = 1;
+    Place _place;
     unsigned int _depth = 0;
     bool _isInside = false;
     std::string _key;

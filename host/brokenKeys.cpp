@@ -1,7 +1,6 @@
 #include "brokenKeys.h"
 
 #include <algorithm>
-#include <map>
 #include <string>
 #include <vector>
 #include <Corrade/Containers/StringStl.h>
@@ -10,7 +9,6 @@
 
 #include "Messages.h"
 #include "Terminal.h"
-#include "shared/StringFunctors.h"
 
 namespace OrrelinEngine { namespace Host {
 
@@ -62,19 +60,24 @@ void warnOfBrokenKeys(Project& project) {
     lines.print();
 }
 
-void warnOfSharedKeys(Project& project) {
+std::map<Containers::StringView, Containers::StringView, StrLess>
+differentSharedTexts(Project& project) {
+    std::map<Containers::StringView, Containers::StringView, StrLess> out;
     const TermPathMap& terms = project.localization().terms;
     if(project.strings().size() == terms.size())
-        return;
-    std::map<Containers::StringView, Containers::StringView, StrLess> different;
+        return out;
     for(const auto& value: project.strings()) {
         const Containers::StringView first = terms.at(value.second);
         if(!value.second.isEmpty() && value.first != first &&
             project.source(value.first) != project.source(first))
-            different.emplace(value.first, value.second);
+            out.emplace(value.first, value.second);
     }
+    return out;
+}
+
+void warnOfSharedKeys(Project& project) {
     Lines lines;
-    for(const auto& value: different)
+    for(const auto& value: differentSharedTexts(project))
         lines.add(std::string{
             Utility::format("{} shares the key '{}' with another text, which "
                             "is the one in the language files",

@@ -22,28 +22,36 @@ std::size_t editDistance(const std::string& a, const std::string& b) {
     return row[b.size()];
 }
 
-Containers::String keySuggestion(
-    Containers::StringView key, const std::vector<Tracking::Term>& terms) {
-    const std::string typed{key};
-    std::size_t best = 1 + typed.size() / 6;
-    const Tracking::Term* nearest = nullptr;
-    for(const Tracking::Term& term: terms) {
-        const std::size_t size = term.key.size();
+Containers::String nameSuggestion(Containers::StringView typed,
+    const std::vector<Containers::StringView>& names) {
+    const std::string text{typed};
+    std::size_t best = 1 + text.size() / 6;
+    const Containers::StringView* nearest = nullptr;
+    for(const Containers::StringView& name: names) {
+        const std::size_t size = name.size();
         /* Nearly all are too long or too short, which is quickly seen */
-        if(!term.isTranslated || size > typed.size() + best ||
-            typed.size() > size + best)
+        if(size > text.size() + best || text.size() > size + best)
             continue;
-        const std::size_t distance = editDistance(typed, std::string{term.key});
+        const std::size_t distance = editDistance(text, std::string{name});
         if(!distance)
             return {};
         if(distance < best || (!nearest && distance == best)) {
             best = distance;
-            nearest = &term;
+            nearest = &name;
         }
     }
-    return nearest ? Containers::String{Utility::format(
-                         "; did you mean '{}'?", nearest->key)}
-                   : Containers::String{};
+    return nearest
+        ? Containers::String{Utility::format("; did you mean '{}'?", *nearest)}
+        : Containers::String{};
+}
+
+Containers::String keySuggestion(
+    Containers::StringView key, const std::vector<Tracking::Term>& terms) {
+    std::vector<Containers::StringView> keys;
+    for(const Tracking::Term& term: terms)
+        if(term.isTranslated)
+            keys.push_back(term.key);
+    return nameSuggestion(key, keys);
 }
 
 }}

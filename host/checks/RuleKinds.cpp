@@ -52,7 +52,8 @@ template<class F> void forEachCodePoint(Containers::StringView text, F&& each) {
 /* The text without what isn't looked at */
 class Outside {
 public:
-    explicit Outside(const Value& row): _pattern{pattern(row, "outside")} {}
+    explicit Outside(const Value& row, const char* name = "outside"):
+        _pattern{pattern(row, name)} {}
 
     Containers::StringView strip(Containers::StringView text,
         const Bytes& bytes, std::string& storage) const {
@@ -113,7 +114,9 @@ class SameMatches: public RuleKind {
 public:
     explicit SameMatches(const Value& row):
         _pattern{view(row["pattern"])}, _ignore{pattern(row, "ignore")},
-        _exceptKeys{pattern(row, "exceptKeys")}, _outside{row},
+        _exceptKeys{pattern(row, "exceptKeys")},
+        _mayLose{pattern(row, "mayLose")}, _outside{row}, _outsideSource{row,
+                                                              "outsideSource"},
         _isOnce{row.HasMember("once")}, _isCounted{row.HasMember("counted")} {
         if(const Value* const optional = parameter(row, "optional")) {
             _optionalKey = pattern(*optional, "key");
@@ -131,7 +134,10 @@ public:
             _pattern.mayMatch(text.translationBytes);
         if(!isPossible || (_exceptKeys && _exceptKeys->matches(text.key)))
             return {};
-        const Strings before = matches(text.source, text.sourceBytes);
+        std::string storage;
+        const Strings before = matches(
+            _outsideSource.strip(text.source, text.sourceBytes, storage),
+            text.sourceBytes);
         const Strings now = matches(text.translation, text.translationBytes);
         if(before == now)
             return {};
@@ -139,11 +145,12 @@ public:
             return before.size() == now.size() ? ""
                                                : std::to_string(now.size()) +
                     " instead of " + std::to_string(before.size());
-        const std::string lost =
-            named("lacks", withoutOptional(text.key, lacking(before, now)));
-        const std::string added =
-            named("adds", withoutOptional(text.key, lacking(now, before)));
-        return lost + (lost.empty() || added.empty() ? "" : ", ") + added;
+        const Strings lost = withoutOptional(text.key, lacking(before, now));
+        const Strings added = withoutOptional(text.key, lacking(now, before));
+        return isFree(lost, added) ? ""
+                                   : named("lacks", lost) +
+                (lost.empty() || added.empty() ? "" : ", ") +
+                named("adds", added);
     }
 
 private:
@@ -163,6 +170,17 @@ private:
                     out.push_back(std::move(value));
             });
         return out;
+    }
+
+    /* Words may stand for numbers */
+    bool isFree(const Strings& lost, const Strings& added) const {
+        return _mayLose &&
+            (lost.empty() ||
+                (added.empty() &&
+                    std::all_of(lost.begin(), lost.end(),
+                        [&](const std::string& match) {
+                            return _mayLose->matches(match);
+                        })));
     }
 
     std::string withPlainDigits(const std::string& text) const {
@@ -191,8 +209,9 @@ private:
     }
 
     Pattern _pattern;
-    std::optional<Pattern> _ignore, _exceptKeys, _optionalKey, _optionalMatch;
-    Outside _outside;
+    std::optional<Pattern> _ignore, _exceptKeys, _mayLose, _optionalKey,
+        _optionalMatch;
+    Outside _outside, _outsideSource;
     std::vector<ucs4_t> _zeros;
     bool _isOnce, _isCounted;
 };

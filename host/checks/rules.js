@@ -47,6 +47,9 @@ const makeChecks = (() => {
             const pattern = regex(rule.pattern);
             const ignore = rule.ignore && regex(rule.ignore);
             const outside = rule.outside && regex(rule.outside);
+            const outsideSource =
+                rule.outsideSource && regex(rule.outsideSource);
+            const mayLose = rule.mayLose && new RegExp(rule.mayLose, "u");
             const exceptKeys =
                 rule.exceptKeys && new RegExp(rule.exceptKeys, "u");
             const optional = rule.optional && {
@@ -59,7 +62,7 @@ const makeChecks = (() => {
                 const zero = zeros.find(z => code >= z && code <= z + 9);
                 return zero === undefined ? character : String(code - zero);
             };
-            const matches = (text, key) => {
+            const matches = text => {
                 let out = without(text, outside).match(pattern) || [];
                 out = out.map(match => without(match, ignore));
                 if(zeros.length)
@@ -70,18 +73,22 @@ const makeChecks = (() => {
             return ({key, source, translation}) => {
                 if(exceptKeys && exceptKeys.test(key))
                     return "";
-                const before = matches(source);
+                const before = matches(without(source, outsideSource));
                 const now = matches(translation);
                 if(rule.counted)
                     return before.length === now.length ? ""
                         : `${now.length} instead of ${before.length}`;
                 const isFree = optional && optional.key.test(key)
                     ? match => optional.match.test(match) : () => false;
+                const lost = lacking(before, now).filter(m => !isFree(m));
+                const added = lacking(now, before).filter(m => !isFree(m));
+                // Words may stand for numbers
+                if(mayLose && (!lost.length || (!added.length &&
+                    lost.every(match => mayLose.test(match)))))
+                    return "";
                 return [
-                    ...named("lacks",
-                        lacking(before, now).filter(m => !isFree(m))),
-                    ...named("adds",
-                        lacking(now, before).filter(m => !isFree(m))),
+                    ...named("lacks", lost),
+                    ...named("adds", added),
                 ].join(", ");
             };
         },

@@ -478,17 +478,20 @@ bool TranslationRecord::isAccepted(Containers::StringView code,
             {textHash(translation), shortTextHash(source), rule});
 }
 
-void TranslationRecord::beginAccepted(Containers::StringView code) {
-    const auto found = _state->accepted.find(code);
-    if(found != _state->accepted.end())
-        found->second.clear();
-}
-
 void TranslationRecord::accept(Containers::StringView code,
     Containers::StringView rule, Containers::StringView source,
     Containers::StringView translation) {
     _state->accepted[Containers::String{code}].insert(
         {textHash(translation), shortTextHash(source), rule});
+}
+
+void TranslationRecord::withdraw(Containers::StringView code,
+    Containers::StringView rule, Containers::StringView source,
+    Containers::StringView translation) {
+    const auto language = _state->accepted.find(code);
+    if(language != _state->accepted.end())
+        language->second.erase(
+            {textHash(translation), shortTextHash(source), rule});
 }
 
 void TranslationRecord::remove(Containers::StringView code) {

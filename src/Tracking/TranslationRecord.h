@@ -221,20 +221,11 @@ public:
      * @param source        The source text
      * @param translation   The translation
      *
-     * That holds for these two texts under any key, and not anymore once one of
-     * them changes. Takes logarithmic time.
+     * That holds for these two texts under any key. Takes logarithmic time.
      */
     bool isAccepted(Containers::StringView code, Containers::StringView rule,
         Containers::StringView source,
         Containers::StringView translation) const;
-
-    /**
-     * @brief Begin to list anew what is accepted in a language
-     *
-     * All that was accepted in it is forgotten. Has no effect on the
-     * descriptions of the files.
-     */
-    void beginAccepted(Containers::StringView code);
 
     /**
      * @brief Accept what a rule finds in a translation
@@ -242,6 +233,10 @@ public:
      * The name of the rule has to consist of small letters and hyphens.
      */
     void accept(Containers::StringView code, Containers::StringView rule,
+        Containers::StringView source, Containers::StringView translation);
+
+    /** @brief Take back that something was accepted */
+    void withdraw(Containers::StringView code, Containers::StringView rule,
         Containers::StringView source, Containers::StringView translation);
 
     /** @brief Forget a language */

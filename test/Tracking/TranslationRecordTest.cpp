@@ -75,7 +75,7 @@ TEST(TranslationRecordTest, parse) {
                 {"de", "numbers", "New", "Neu"}})
             EXPECT_FALSE(
                 record.isAccepted(other[0], other[1], other[2], other[3]));
-        record.beginAccepted("de");
+        record.withdraw("de", "numbers", "New", "Alt");
         EXPECT_FALSE(record.isAccepted("de", "numbers", "New", "Alt"));
         record.remove("fr");
         EXPECT_EQ(written(record).find("accepted"), std::string::npos);
