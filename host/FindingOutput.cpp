@@ -89,8 +89,8 @@ void printLanguage(Containers::StringView title, Texts& texts) {
     for(std::size_t i = 0; i != std::min(texts.size(), Lines::MaxCount); ++i)
         printText(*texts[i]);
     if(texts.size() > Lines::MaxCount)
-        printLine(Utility::format(
-            "  and {} more", counted(texts.size() - Lines::MaxCount, "text")));
+        printLine(
+            Utility::format("  and {} more", texts.size() - Lines::MaxCount));
     printLine();
 }
 
@@ -230,7 +230,8 @@ private:
 
     void writeLocation(const FaultyText& text) {
         object("physicalLocation", [&] {
-            object("artifactLocation", [&] { add("uri", uriOf(text.file)); });
+            object(
+                "artifactLocation", [&] { add("uri", uriOf(text.artifact)); });
             if(text.place)
                 object("region", [&] {
                     add("startLine", text.place->line);

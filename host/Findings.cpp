@@ -1,7 +1,6 @@
 #include "Findings.h"
 
 #include <algorithm>
-#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <Corrade/Containers/StringStl.h>
@@ -73,13 +72,10 @@ public:
         const FindingOptions& options, Findings& out):
         _project(project),
         _texts(texts), _codes(options.codes),
-        _out(out), _keys{nestableKeys(texts.terms())},
-        _sourceCode{project.defaultLanguage()},
+        _out(out), _sourceCode{project.defaultLanguage()},
         _rules{options.rules,
             {_sourceCode, options.maxGrowth,
-                [this](Containers::StringView key) {
-                    return _keys.count(key) != 0;
-                }}} {
+                [this](Containers::StringView key) { return hasKey(key); }}} {
         if(hasRule(options.rules, "several-translations"))
             _groups.emplace(texts.terms());
     }
@@ -97,6 +93,7 @@ public:
         ++_out.languageCount;
         _code = file.code;
         _file = file.path;
+        _artifact = source.isArchive ? source.path : file.path;
         _isArchive = source.isArchive;
         _begin = _out.texts.size();
         _first.clear();
@@ -117,7 +114,7 @@ public:
             compareWithFirst(term, text);
         if(!_found.empty())
             _out.texts.push_back({_code, term.key, term.path, term.source,
-                text.text, _file, text.key, {}, std::move(_found)});
+                text.text, _file, _artifact, text.key, {}, std::move(_found)});
     }
 
     void end() override {
@@ -126,6 +123,13 @@ public:
     }
 
 private:
+    /* Few projects nest texts */
+    bool hasKey(Containers::StringView key) {
+        if(!_keys)
+            _keys = nestableKeys(_texts.terms());
+        return _keys->count(key);
+    }
+
     void addFinding(const Rule& rule, std::string&& detail,
         Containers::StringView source, Containers::StringView translation) {
         _found.push_back({&rule, std::move(detail),
@@ -149,22 +153,17 @@ private:
     }
 
     void findPlaces() {
-        std::unordered_multimap<std::string_view, FaultyText*> missing;
-        for(std::size_t i = _begin; i != _out.texts.size(); ++i)
-            missing.emplace(std::string_view{_out.texts[i].fileKey.data(),
-                                _out.texts[i].fileKey.size()},
-                &_out.texts[i]);
         FileContent content;
         if(!_project.readFile(_file, content))
             return;
+        /* Both are in the order of the file */
+        auto next = _out.texts.begin() + std::ptrdiff_t(_begin);
         forEachPlace(content.content,
             [&](Containers::StringView key, Containers::StringView text,
                 const Place& place) {
-                const auto range =
-                    missing.equal_range({key.data(), key.size()});
-                for(auto i = range.first; i != range.second; ++i)
-                    if(i->second->translation == text)
-                        i->second->place = place;
+                if(next != _out.texts.end() && next->fileKey == key &&
+                    next->translation == text)
+                    (next++)->place = place;
             });
     }
 
@@ -180,11 +179,11 @@ private:
     const LanguageTexts& _texts;
     const Codes& _codes;
     Findings& _out;
-    Keys _keys;
+    std::optional<Keys> _keys;
     Containers::String _sourceCode;
     RuleSet _rules;
     std::optional<SourceGroups> _groups;
-    Containers::String _code, _file;
+    Containers::String _code, _file, _artifact;
     bool _isArchive = false;
     std::size_t _begin = 0;
     /* The first translations of the groups */
@@ -200,7 +199,7 @@ void addSharedKeys(Project& project, Findings& out) {
             project.source(project.localization().terms.at(value.second));
         const Containers::StringView other = project.source(value.first);
         out.texts.push_back({code, value.second, value.first, shown, other,
-            project.file(), {}, {},
+            project.file(), project.file(), {}, {},
             {{&rule, "another text has the key",
                 project.record().isAccepted(code, rule.name, shown, other)}}});
     }

@@ -27,7 +27,10 @@ struct FaultyText {
     Containers::String path;
     Containers::String source;
     Containers::String translation;
+    /* An archive stands in front like a folder */
     Containers::String file;
+    /* What is on the disk, the archive or the file */
+    Containers::String artifact;
     /* The key in the file, as texts may have moved since it was written */
     Containers::String fileKey;
     /* Of the translation; files in archives have no lines for anybody */
