@@ -513,7 +513,9 @@ public:
     std::string find(const ScannedText& text) const override {
         const std::size_t before = lengthOf(text.source, text.sourceBytes);
         const double limit = double(before) * (100.0 + percent(before));
-        if(!before || double(text.translation.size()) * 100.0 <= limit)
+        /* Most are short enough with the combining characters counted, which
+           takes no tables */
+        if(!before || double(codePointCount(text.translation)) * 100.0 <= limit)
             return {};
         const std::size_t now =
             lengthOf(text.translation, text.translationBytes);
@@ -523,6 +525,11 @@ public:
     }
 
 private:
+    static std::size_t codePointCount(Containers::StringView text) {
+        return std::size_t(std::count_if(text.begin(), text.end(),
+            [](char c) { return (c & '\xc0') != '\x80'; }));
+    }
+
     static std::size_t lengthOf(
         Containers::StringView text, const Bytes& bytes) {
         static const Bytes aboveAscii = bytesFrom(0x80);
