@@ -413,6 +413,7 @@ const bool registered = [] {
             Command{"terms", {"terms"}, false, false, nothing},
             Command{"terms --json", {"terms", "--json"}, false, false, nothing},
             Command{"status", {"status"}, true, false, nothing},
+            Command{"check", {"check"}, true, false, nothing},
             Command{"import --dry-run", {"import", "--dry-run"}, true, false,
                 nothing},
             Command{"import, one text changed", {"import"}, true, false,
