@@ -10,6 +10,7 @@ target_include_directories(RapidJSON SYSTEM INTERFACE ${RAPIDJSON_INCLUDE_DIR})
 # Debian's CMake package of libzip fails where its command-line tools are
 # missing; its pkg-config file does not.
 pkg_check_modules(LibZip REQUIRED IMPORTED_TARGET libzip)
+pkg_check_modules(PugiXml REQUIRED IMPORTED_TARGET pugixml)
 
 if(NOT ORRELIN_STANDINS)
     find_package(Corrade QUIET CONFIG COMPONENTS Utility)

@@ -59,6 +59,35 @@ struct ExportOptions {
 
 int exportFiles(const ProjectOptions& project, const ExportOptions& options);
 
+/* Formats of translation tools */
+enum class ExchangeFormat : std::uint8_t { Xliff, Csv };
+
+struct HandOutOptions {
+    /* Languages to write, all but the project's own if empty */
+    Codes codes;
+    ExchangeFormat format = ExchangeFormat::Xliff;
+    /* A file, or for XLIFF also the folder for one of each language */
+    Containers::String output;
+    /* Replaces files that are there */
+    bool force = false;
+};
+
+int handOut(const ProjectOptions& project, const HandOutOptions& options);
+
+struct HandInOptions {
+    std::vector<Containers::String> files;
+    /* Languages to take from them, all if empty */
+    Codes codes;
+    /* Who is right where a translation was changed in the project's files and
+       in these */
+    SourceChoice choice;
+    /* Takes the word None */
+    bool allowsEmpty = false;
+    bool dryRun = false;
+};
+
+int handIn(const ProjectOptions& project, const HandInOptions& options);
+
 /* Lets outdated translations count as up to date, all of them if no keys are
    given */
 int confirmTranslations(const ProjectOptions& project,

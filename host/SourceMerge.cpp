@@ -127,6 +127,14 @@ void printTaken(const std::vector<SourceDifference>& taken) {
     }
 }
 
+int failUndecided(std::size_t count, Containers::StringView key) {
+    fail(Utility::format(
+        "nothing was written, as it isn't known which {} right; decide with "
+        "--take file or --take project, for one text as --take file:{}",
+        count == 1 ? "text is" : "texts are", key));
+    return Conflict;
+}
+
 int failOnConflicts(
     Project& project, const std::vector<SourceDifference>& conflicts) {
     {
@@ -137,12 +145,7 @@ int failOnConflicts(
                 conflict.key, conflict.inFile, project.defaultLanguage(),
                 conflict.inProject));
     }
-    fail(Utility::format(
-        "nothing was written, as it isn't known which {} right; decide with "
-        "--take file or --take project, for one text as --take file:{}",
-        conflicts.size() == 1 ? "text is" : "texts are",
-        conflicts.front().key));
-    return Conflict;
+    return failUndecided(conflicts.size(), conflicts.front().key);
 }
 
 }}

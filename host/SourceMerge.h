@@ -60,6 +60,10 @@ void takeSources(Project& project, const std::vector<SourceDifference>& taken);
 /* Prints the project's texts before and after */
 void printTaken(const std::vector<SourceDifference>& taken);
 
+/* Prints that nothing was written because of so many conflicts, and what to do
+   about them or the one of the key. Returns the exit code. */
+int failUndecided(std::size_t count, Containers::StringView key);
+
 /* Prints both texts of each, the first ones of many, and what to do. Returns
    the exit code. */
 int failOnConflicts(

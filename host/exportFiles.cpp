@@ -1,73 +1,15 @@
 #include <algorithm>
-#include <utility>
 #include <vector>
 #include <Corrade/Utility/Format.h>
-#include <Corrade/Utility/Path.h>
 
 #include "Commands.h"
-#include "LanguageFiles.h"
+#include "FileExport.h"
 #include "Messages.h"
-#include "SourceMerge.h"
 #include "Table.h"
-#include "undescribedTypes.h"
 
 namespace OrrelinEngine { namespace Host {
 
 namespace {
-
-/* Codes of the languages to export. All go into an archive, as it's written
-   anew, and all have to follow texts that have other keys now. Empty if there's
-   something wrong, which was printed. */
-Codes exportedCodes(Project& project, const Codes& named) {
-    for(const Containers::String& code: named)
-        if(!project.checkLanguage(code))
-            return {};
-    Codes out = named;
-    /* Otherwise the others would be read from the place before the last one */
-    const bool isElsewhere = project.place().path != project.target().path;
-    if(project.hasReadFault())
-        return {};
-    if(out.empty() || project.target().isArchive || isElsewhere ||
-        hasMovedTexts(project)) {
-        out.clear();
-        for(const ProjectLanguage& language: project.languages())
-            out.push_back(language.code);
-    }
-    if(out.empty())
-        fail("the project has no languages yet; 'add' gives it one");
-    for(const Containers::String& code: out)
-        if(!isFileName(code))
-            return {};
-    return out;
-}
-
-/* Translations were made from the texts that the project has before it takes
-   others */
-void keepOrigins(const Codes& codes, const std::vector<SourceDifference>& taken,
-    Origins& origins) {
-    for(const Containers::String& code: codes)
-        for(const SourceDifference& difference: taken)
-            origins[code].emplace(difference.key,
-                Tracking::TranslationRecord::originOf(difference.inProject));
-}
-
-/* Whether nothing that a person wrote into a file would be written over.
-   Otherwise prints it and sets the exit code. */
-bool canWrite(Project& project, const SourceMerge& sources, int& result) {
-    if(!sources.conflicts.empty()) {
-        result = failOnConflicts(project, sources.conflicts);
-        return false;
-    }
-    if(sources.changedInFile.empty())
-        return true;
-    fail(Utility::format("{} changed in {}.json, such as '{}'; 'import' takes "
-                         "the file's first, --take project keeps the project's",
-        counted(sources.changedInFile.size(), "text") +
-            (sources.changedInFile.size() == 1 ? " was" : " were"),
-        project.defaultLanguage(), sources.changedInFile.front().key));
-    result = Conflict;
-    return false;
-}
 
 void printTable(Project& project, const Codes& codes, std::size_t termCount) {
     Table table{{{"file"}, {"texts", ColumnKind::Number},
@@ -88,50 +30,6 @@ void printTable(Project& project, const Codes& codes, std::size_t termCount) {
     table.print();
 }
 
-void printFiles(Project& project, const Codes& codes,
-    const std::vector<LanguageSource>& sources) {
-    const Containers::String target = project.target().path;
-    printLine(Utility::format(
-        "Wrote {} to {}", counted(codes.size(), "language file"), target));
-    for(const LanguageSource& source: sources) {
-        const auto exists = [&](const Containers::String& code) {
-            return Utility::Path::exists(
-                Utility::Path::join(source.path, code + ".json"));
-        };
-        if(source.path != target &&
-            (source.isArchive
-                    ? Utility::Path::exists(source.path)
-                    : std::any_of(codes.begin(), codes.end(), exists)))
-            printLine(Utility::format("{} stays as it is and isn't read for "
-                                      "these languages anymore",
-                source.path));
-    }
-}
-
-void printExport(
-    Project& project, const ReplacedFiles& before, const SourceMerge& sources) {
-    const std::size_t replaced = sources.staleCount + sources.replacedCount;
-    if(replaced)
-        printLine(Utility::format("{} in {}.json replaced by the project's.",
-            counted(replaced, "text"), project.defaultLanguage()));
-    if(!sources.taken.empty())
-        printLine(Utility::format("{} taken from {}.json. Saved {}",
-            counted(sources.taken.size(), "text"), project.defaultLanguage(),
-            project.file()));
-    if(before.movedCount)
-        printLine(Utility::format("{} other keys now, and the translations "
-                                  "went with them.",
-            counted(before.movedCount, "text") +
-                (before.movedCount == 1 ? " has" : " have")));
-    if(before.losses.emptied)
-        printLine(Utility::format(
-            "{} without meaning, empty or the word None, became null.",
-            counted(before.losses.emptied, "translation")));
-    if(before.losses.dropped)
-        printLine(Utility::format("{} dropped, such as {}.",
-            counted(before.losses.dropped, "text"), before.losses.example));
-}
-
 }
 
 int exportFiles(
@@ -140,63 +38,21 @@ int exportFiles(
     if(!project.openForWriting(projectOptions, "export") ||
         !options.choice.check(project))
         return Failure;
-    Codes codes = exportedCodes(project, options.codes);
-    if(codes.empty())
-        return Failure;
-    const std::vector<LanguageSource> before = project.sources();
-    const bool isFirst = project.record().isEmpty();
-    ReplacedFiles replaced;
-    if(!readReplaced(project, codes, replaced))
-        return fail("nothing was written, as what can't be read would be "
-                    "lost; repair it or move it away first");
-    if(!project.unreadFile().isEmpty() && !options.prune)
-        return fail("nothing was written, as what isn't read would be lost; "
-                    "--prune replaces it");
-    int result = Success;
-    rememberSources(project, replaced.differences);
-    const SourceMerge sources =
-        mergeSources(std::move(replaced.differences), options.choice, false);
-    if(!canWrite(project, sources, result))
+    FileExport files;
+    const int result = files.read(project, options);
+    if(result != Success)
         return result;
-    if(!options.allowUndescribed &&
-        mayLoseUndescribed(
-            project, replaced.losses.dropped, replaced.losses.example))
+    if(!files.write(project))
         return Failure;
-    if(replaced.losses.dropped && !options.prune)
-        return fail(Utility::format(
-            "{} would be lost, such as {}; the project has no "
-            "place for such texts, --prune drops them",
-            counted(replaced.losses.dropped, "text"), replaced.losses.example));
-    keepOrigins(codes, sources.taken, replaced.origins);
-    const Containers::String target = project.target().path;
-    takeSources(project, sources.taken);
-    /* What's in that place wasn't looked at for losses */
-    if(project.target().path != target &&
-        project.isThere(project.target().path))
-        return fail(Utility::format("nothing was written, as {} is there "
-                                    "already; 'import' takes the project's "
-                                    "name first",
-            project.target().path));
-    const std::size_t termCount =
-        recordExport(project, codes, replaced.origins);
-    if((!sources.taken.empty() && !project.write()) ||
-        !project.writeFiles(codes) || !project.writeRecord() ||
-        !project.commit())
-        return Failure;
-    printTable(project, codes, termCount);
-    printTaken(sources.taken);
+    printTable(project, files.codes, files.termCount);
+    printTaken(files.sources.taken);
     printLine();
-    if(!options.codes.empty() && options.codes.size() != codes.size())
+    if(!options.codes.empty() && options.codes.size() != files.codes.size())
         printLine(project.target().isArchive
                 ? "An archive has the files of all languages."
                 : "All files go together, as their place or keys are others "
                   "now.");
-    printExport(project, replaced, sources);
-    if(isFirst)
-        printLine(Utility::format("From now on, {} knows what the translations "
-                                  "were made from.",
-            project.recordFile()));
-    printFiles(project, codes, before);
+    files.print(project);
     return Success;
 }
 

@@ -24,10 +24,11 @@ struct Arguments {
     unsigned int maxArchive = 0;
     std::string oldKey, newKey;
     std::string filter;
-    std::vector<std::string> codes, keys, choices;
+    std::vector<std::string> codes, keys, choices, files;
     std::string rule;
     std::vector<std::string> onlyRules, skippedRules;
-    FindingFormat format = FindingFormat::Text;
+    FindingFormat findingFormat = FindingFormat::Text;
+    std::string format = "i18next", output;
     bool json = false;
     bool merge = false;
     bool dryRun = false;
@@ -35,6 +36,7 @@ struct Arguments {
     bool allowEmpty = false;
     bool allowUndescribed = false;
     bool allowOutdated = false;
+    bool force = false;
     bool failOnWarning = false;
     bool withdraw = false;
     std::optional<double> failUnder, maxGrowth;
@@ -45,7 +47,7 @@ struct Arguments {
     Codes keyList() const { return unique(keys); }
     CheckOptions checkOptions() const {
         return {codeList(), unique(onlyRules), unique(skippedRules), maxGrowth,
-            failOnWarning, format};
+            failOnWarning, findingFormat};
     }
     SourceChoice choice() const {
         SourceChoice out;
@@ -236,7 +238,7 @@ void addCheckCommands(CLI::App& app, Arguments& arguments) {
         ->option_text("error|warning")
         ->check(CLI::IsMember({"error", "warning"}));
     check
-        .add_option("--format", arguments.format,
+        .add_option("--format", arguments.findingFormat,
             "json for scripts, sarif for code hosts")
         ->option_text("text|json|sarif")
         ->transform(CLI::CheckedTransformer(
@@ -315,6 +317,43 @@ void addChoice(CLI::App& command, Arguments& arguments) {
         });
 }
 
+void addHandOut(CLI::App& exporting, Arguments& arguments) {
+    CLI::Option* const output =
+        exporting
+            .add_option("-o,--output", arguments.output,
+                "A .csv file; a .xlf file, or the folder for one of\n"
+                "each language")
+            ->option_text("PATH")
+            ->check([](const std::string& path) {
+                return path.empty() ? "the path is empty" : "";
+            });
+    CLI::Option* const force =
+        exporting.add_flag("--force", arguments.force, "Replace such files");
+    exporting
+        .add_option("--format", arguments.format,
+            "xliff or csv for translation tools and spreadsheets,\n"
+            "written to PATH without a change of the project;\n"
+            "i18next for the language files, if not given")
+        ->option_text("FORMAT")
+        ->check(CLI::IsMember({"i18next", "xliff", "csv"}));
+    /* Neither means anything without the other */
+    exporting.parse_complete_callback([&exporting, &arguments, output, force] {
+        const bool isHandOut = arguments.format != "i18next";
+        if(isHandOut && !*output)
+            throw CLI::RequiredError{
+                "--format " + arguments.format + " needs -o with what to write",
+                CLI::ExitCodes::RequiredError};
+        if(isHandOut) {
+            for(const char* const name:
+                {"--prune", "--take", "--allow-undescribed"})
+                if(*exporting.get_option(name))
+                    throw CLI::ExcludesError{name, "--format"};
+        } else if(*output || *force)
+            throw CLI::RequiresError{
+                *output ? "--output" : "--force", "--format"};
+    });
+}
+
 void addTransferCommands(CLI::App& app, Arguments& arguments) {
     CLI::App& exporting = addProjectCommand(app, arguments,
         {"export", "Write the files for the translators",
@@ -324,8 +363,14 @@ void addTransferCommands(CLI::App& app, Arguments& arguments) {
             "neither if somebody changed source texts in their file.",
             "export museum de fr"},
         [](const Arguments& a) {
-            return exportFiles(a.options(),
-                {a.codeList(), a.choice(), a.prune, a.allowUndescribed});
+            return a.format == "i18next"
+                ? exportFiles(a.options(),
+                      {a.codeList(), a.choice(), a.prune, a.allowUndescribed})
+                : handOut(a.options(),
+                      {a.codeList(),
+                          a.format == "csv" ? ExchangeFormat::Csv
+                                            : ExchangeFormat::Xliff,
+                          Containers::StringView{a.output}, a.force});
         });
     exporting
         .add_option("CODE", arguments.codes,
@@ -339,6 +384,7 @@ void addTransferCommands(CLI::App& app, Arguments& arguments) {
         "may be texts of");
 
     addChoice(exporting, arguments);
+    addHandOut(exporting, arguments);
 
     CLI::App& importing = addProjectCommand(app, arguments,
         {"import", "Read the translators' files back",
@@ -349,14 +395,29 @@ void addTransferCommands(CLI::App& app, Arguments& arguments) {
             "files, from which every command reads them.",
             "import museum --dry-run"},
         [](const Arguments& a) {
-            return importFiles(a.options(),
-                {a.codeList(), a.choice(), a.allowEmpty, a.dryRun});
+            return a.files.empty()
+                ? importFiles(a.options(),
+                      {a.codeList(), a.choice(), a.allowEmpty, a.dryRun})
+                : handIn(a.options(),
+                      {{a.files.begin(), a.files.end()}, a.codeList(),
+                          a.choice(), a.allowEmpty, a.dryRun});
         });
     importing
         .add_option("CODE", arguments.codes,
             "Language code; all that have files if there is none")
         ->option_text("...");
     addChoice(importing, arguments);
+    importing
+        .add_option("--from", arguments.files,
+            "Take translations from these files instead, which\n"
+            "export wrote with --format, and write them into the\n"
+            "language files. XLIFF and CSV are told apart by their\n"
+            "content. Where a translation was changed in both, --take\n"
+            "file takes that of FILE, --take project keeps the other")
+        ->option_text("FILE ...")
+        ->check([](const std::string& file) {
+            return file.empty() ? "the name of a file is empty" : "";
+        });
     importing.add_flag("--allow-empty", arguments.allowEmpty,
         "Take empty texts and the word None, which tools write\n"
         "for a missing translation");

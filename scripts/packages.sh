@@ -13,6 +13,7 @@ libzip-dev header zip.h
 libcli11-dev header CLI/CLI.hpp
 libpcre2-dev header pcre2.h
 libunistring-dev header uninorm.h
+libpugixml-dev header pugixml.hpp
 libgtest-dev header gtest/gtest.h
 libbenchmark-dev header benchmark/benchmark.h
 clang command clang++
@@ -76,8 +77,8 @@ need_packages() {
 # with the given arguments of "cmake --build"
 build() {
     need_packages g++ cmake ninja-build pkg-config rapidjson-dev libzip-dev \
-        libcli11-dev libpcre2-dev libunistring-dev libgtest-dev \
-        libbenchmark-dev
+        libcli11-dev libpcre2-dev libpugixml-dev libunistring-dev \
+        libgtest-dev libbenchmark-dev
     configured=$(cmake --preset "$1" 2>&1) || {
         printf '%s\n' "$configured" >&2
         exit 1

@@ -1,0 +1,313 @@
+#include "csv.h"
+
+#include <algorithm>
+#include <string_view>
+#include <Corrade/Containers/StringStl.h>
+#include <Corrade/Utility/Format.h>
+
+namespace OrrelinEngine { namespace Host {
+
+namespace {
+
+using namespace Containers::Literals;
+
+const char* const KeyColumn = "key";
+const char* const ObjectColumn = "object";
+const char* const PlaceColumn = "place";
+const char* const NoteColumn = "note";
+const char* const MarksColumn = "handed-out";
+
+/* Whether a spreadsheet may run it, perhaps once apostrophes are taken away */
+bool isFormula(Containers::StringView text) {
+    while(text.hasPrefix('\''))
+        text = text.exceptPrefix(1);
+    if(text.isEmpty())
+        return false;
+    if(std::string_view{"=+-@\t\r\n"}.find(text[0]) != std::string_view::npos)
+        return true;
+    return text.hasPrefix("＝"_s) || text.hasPrefix("＋"_s) ||
+        text.hasPrefix("－"_s) || text.hasPrefix("＠"_s);
+}
+
+class Writer {
+public:
+    explicit Writer(std::string& out): _out(out) {}
+
+    void add(Containers::StringView text) {
+        if(_isInRow)
+            _out += ',';
+        _isInRow = true;
+        const bool isHarmed = isFormula(text);
+        const std::string_view plain{text.data(), text.size()};
+        /* Spreadsheets in some languages separate with semicolons */
+        if(plain.find_first_of(",;\t\"\r\n") == plain.npos &&
+            !text.hasPrefix(' ') && !text.hasSuffix(' ')) {
+            if(isHarmed)
+                _out += '\'';
+            _out += plain;
+            return;
+        }
+        _out += '"';
+        if(isHarmed)
+            _out += '\'';
+        for(std::size_t begin = 0; begin != plain.size();) {
+            const std::size_t quote =
+                std::min(plain.find('"', begin), plain.size() - 1) + 1;
+            _out += plain.substr(begin, quote - begin);
+            if(plain[quote - 1] == '"')
+                _out += '"';
+            begin = quote;
+        }
+        _out += '"';
+    }
+
+    void endRow() {
+        _out += "\r\n";
+        _isInRow = false;
+    }
+
+private:
+    std::string& _out;
+    bool _isInRow = false;
+};
+
+void writeNote(
+    std::string& out, const ExchangeTable& table, std::size_t index) {
+    for(const ExchangeLanguage& language: table.languages) {
+        const ExchangeTarget& target = language.targets[index];
+        if(target.state != TargetState::NeedsReview)
+            continue;
+        if(!out.empty())
+            out += '\n';
+        out.append(language.code.data(), language.code.size()) += ": ";
+        appendNote(out, target);
+    }
+}
+
+void writeMarks(
+    std::string& out, const ExchangeTable& table, std::size_t index) {
+    const ExchangeText& text = table.texts[index];
+    appendMark(out, table.sourceCode, text.key, text.source);
+    for(const ExchangeLanguage& language: table.languages) {
+        const Containers::StringView target = language.targets[index].text;
+        if(target.isEmpty())
+            continue;
+        out += ' ';
+        appendMark(out, language.code, text.key, target);
+    }
+}
+
+}
+
+void writeCsv(std::string& out, const ExchangeTable& table) {
+    out += "\xef\xbb\xbf";
+    Writer writer{out};
+    for(const char* const name:
+        {KeyColumn, ObjectColumn, PlaceColumn, NoteColumn})
+        writer.add(name);
+    writer.add(table.sourceCode);
+    for(const ExchangeLanguage& language: table.languages)
+        writer.add(language.code);
+    writer.add(MarksColumn);
+    writer.endRow();
+
+    std::string cell;
+    for(std::size_t i = 0; i != table.texts.size(); ++i) {
+        const ExchangeText& text = table.texts[i];
+        writer.add(text.key);
+        writer.add(text.object);
+        writer.add(text.place);
+        cell.clear();
+        writeNote(cell, table, i);
+        writer.add(cell);
+        writer.add(text.source);
+        for(const ExchangeLanguage& language: table.languages)
+            writer.add(language.targets[i].text);
+        cell.clear();
+        writeMarks(cell, table, i);
+        writer.add(cell);
+        writer.endRow();
+    }
+}
+
+namespace {
+
+/* Takes rows off the content */
+class Reader {
+public:
+    explicit Reader(Containers::StringView content):
+        _at{content.begin()}, _end{content.end()} {
+        /* The first row has names, without any of these characters */
+        const char* const separator = std::find_if(_at, _end, [](char c) {
+            return c == ',' || c == ';' || c == '\t' || c == '\n';
+        });
+        if(separator != _end && *separator != '\n')
+            _separator = *separator;
+    }
+
+    /* False at the end of the content and for a fault */
+    bool next(std::vector<std::string>& row) {
+        _line = _nextLine;
+        std::size_t count = 0;
+        bool isRow = _at != _end;
+        for(bool isMore = isRow; isMore; ++count) {
+            if(count == row.size())
+                row.emplace_back();
+            row[count].clear();
+            if(!readCell(row[count]))
+                return false;
+            isMore = _at != _end && *_at == _separator;
+            if(isMore)
+                ++_at;
+        }
+        row.resize(count);
+        endRow();
+        return isRow;
+    }
+
+    /* In which the row begins */
+    std::size_t line() const { return _line; }
+
+    const Containers::String& fault() const { return _fault; }
+
+private:
+    bool isCellEnd() const {
+        return _at == _end || *_at == _separator || *_at == '\r' ||
+            *_at == '\n';
+    }
+
+    bool readCell(std::string& out) {
+        if(_at != _end && *_at == '"' && !readQuoted(out))
+            return false;
+        const char* const begin = _at;
+        while(!isCellEnd())
+            ++_at;
+        out.append(begin, _at);
+        const Containers::StringView text{out.data(), out.size()};
+        if(text.hasPrefix('\'') && isFormula(text))
+            out.erase(0, 1);
+        return true;
+    }
+
+    bool readQuoted(std::string& out) {
+        const std::size_t line = _nextLine;
+        for(;;) {
+            const char* const begin = ++_at;
+            _at = std::find(_at, _end, '"');
+            out.append(begin, _at);
+            _nextLine += std::size_t(std::count(begin, _at, '\n'));
+            if(_at == _end) {
+                _fault = Utility::format(
+                    "the quotation mark at line {} isn't closed", line);
+                return false;
+            }
+            if(++_at == _end || *_at != '"')
+                break;
+            out += '"';
+        }
+        if(isCellEnd())
+            return true;
+        _fault = Utility::format(
+            "text behind a closing quotation mark at line {}", _nextLine);
+        return false;
+    }
+
+    void endRow() {
+        if(_at != _end && *_at == '\r')
+            ++_at;
+        else if(_at == _end || *_at != '\n')
+            return;
+        if(_at != _end && *_at == '\n')
+            ++_at;
+        ++_nextLine;
+    }
+
+    const char* _at;
+    const char* _end;
+    char _separator = ',';
+    std::size_t _line = 1;
+    std::size_t _nextLine = 1;
+    Containers::String _fault;
+};
+
+/* Where the cells of a row belong */
+class Columns {
+public:
+    explicit Columns(const std::vector<std::string>& names): _names(names) {}
+
+    /* The number of columns if there is none */
+    std::size_t find(Containers::StringView name) const {
+        return std::size_t(std::find_if(_names.begin(), _names.end(),
+                               [&](const std::string& n) {
+                                   return Containers::StringView{n} == name;
+                               }) -
+            _names.begin());
+    }
+
+private:
+    const std::vector<std::string>& _names;
+};
+
+bool isEmpty(const std::vector<std::string>& row) {
+    return std::all_of(row.begin(), row.end(),
+        [](const std::string& cell) { return cell.empty(); });
+}
+
+}
+
+Containers::String readCsv(Containers::StringView content,
+    Containers::StringView sourceCode, ExchangeTable& out) {
+    Reader reader{withoutByteOrderMark(content)};
+    std::vector<std::string> names;
+    if(!reader.next(names) && !reader.fault().isEmpty())
+        return reader.fault();
+    const Columns columns{names};
+    const std::size_t key = columns.find(KeyColumn);
+    const std::size_t source = columns.find(sourceCode);
+    const std::size_t marks = columns.find(MarksColumn);
+    for(const Containers::StringView name:
+        {Containers::StringView{KeyColumn}, sourceCode})
+        if(columns.find(name) == names.size())
+            return Utility::format(
+                "the first row doesn't name a column '{}'", name);
+
+    out.sourceCode = sourceCode;
+    std::vector<std::size_t> languages;
+    for(std::size_t i = 0; i != names.size(); ++i) {
+        const Containers::StringView name = names[i];
+        if(i != source && !name.isEmpty() && name != KeyColumn &&
+            name != ObjectColumn && name != PlaceColumn && name != NoteColumn &&
+            name != MarksColumn) {
+            if(columns.find(name) != i)
+                return Utility::format("two columns are named '{}'", name);
+            languages.push_back(i);
+            out.languages.push_back({name, {}});
+        }
+    }
+
+    std::vector<std::string> row;
+    while(reader.next(row)) {
+        if(isEmpty(row))
+            continue;
+        if(row.size() > names.size() &&
+            !isEmpty({row.begin() + std::ptrdiff_t(names.size()), row.end()}))
+            return Utility::format("the row at line {} has {} cells, but there "
+                                   "are {} columns",
+                reader.line(), row.size(), names.size());
+        /* Spreadsheets may leave out empty cells at the end */
+        row.resize(names.size() + 1);
+        ExchangeText text;
+        text.key = Containers::String{row[key]};
+        text.source = Containers::String{row[source]};
+        text.marks = Containers::String{row[marks]};
+        text.line = reader.line();
+        out.texts.push_back(std::move(text));
+        for(std::size_t i = 0; i != languages.size(); ++i)
+            out.languages[i].targets.push_back(
+                {Containers::String{row[languages[i]]}, TargetState::Unknown,
+                    {}});
+    }
+    return reader.fault();
+}
+
+}}
