@@ -296,7 +296,7 @@ private:
 
     void warnOfSource(const ExchangeTable& table, const ExchangeText& text) {
         if(text.marks.isEmpty() ||
-            wasHandedOut(text.marks, table.sourceCode, text.key, text.source))
+            Marks{text.key}.areIn(text.marks, table.sourceCode, text.source))
             ++_out.older;
         else
             warn(text,
@@ -313,7 +313,7 @@ private:
         const auto found = _translations->find(term.key);
         const bool exists = found != _translations->end() && found->second;
         const auto isHandedOut = [&](Containers::StringView translation) {
-            return wasHandedOut(marks, _code, text.key, translation);
+            return Marks{text.key}.areIn(marks, _code, translation);
         };
         if(target.text.isEmpty()) {
             _out.emptied += exists && isHandedOut(*found->second);

@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
+#include <memory>
 #include <unordered_map>
 #include <Corrade/Containers/Pair.h>
 #include <Corrade/Containers/StaticArray.h>
@@ -18,7 +20,7 @@
 #include "exchange/xliff.h"
 #include "shared/Implementation/stringOf.h"
 #include "shared/RecordPath.h"
-#include "storage/writeOutput.h"
+#include "storage/OutputFile.h"
 
 namespace OrrelinEngine { namespace Host {
 
@@ -42,21 +44,27 @@ public:
         }
     }
 
-    /* An empty view if there is none */
-    Containers::StringView find(Containers::StringView path) const {
+    /* An empty view if there is none. Fast for texts of one object in a row. */
+    Containers::StringView find(Containers::StringView path) {
         constexpr Containers::StringView Objects = "/objects/"_s;
         if(!path.hasPrefix(Objects))
             return {};
         const Containers::StringView id =
             path.exceptPrefix(Objects.size()).partition('/')[0];
-        const auto found = _names.find(RecordPath::name(id));
-        return found != _names.end() ? found->second : Containers::StringView{};
+        if(id != _lastId) {
+            const auto found = _names.find(RecordPath::name(id));
+            _lastId = id;
+            _lastName = found != _names.end() ? found->second
+                                              : Containers::StringView{};
+        }
+        return _lastName;
     }
 
 private:
     std::unordered_map<Containers::StringView, Containers::StringView, StrHash,
         StrEq>
         _names;
+    Containers::StringView _lastId, _lastName;
 };
 
 /* What is handed out. Refers to texts of the project. */
@@ -75,7 +83,7 @@ public:
         Project& project, const LanguageTexts& texts, HandOut& out):
         _project(project),
         _texts(texts), _out(out) {
-        const ObjectNames objects{project};
+        ObjectNames objects{project};
         const auto view = [](Containers::StringView text) {
             return Containers::String::nullTerminatedView(text);
         };
@@ -192,31 +200,26 @@ bool checkTexts(const ExchangeTable& table, ExchangeFormat format) {
     bool areFine = true;
     const MessageLimit limit;
     const auto check = [&](const ExchangeText& text,
-                           Containers::StringView part,
-                           Containers::StringView where) {
-        const bool isFine = format == ExchangeFormat::Xliff
-            ? xmlHolds(part)
-            : std::find(part.begin(), part.end(), '\0') == part.end();
-        if(isFine)
+                           Containers::StringView part) {
+        if(format == ExchangeFormat::Xliff
+                ? xmlHolds(part)
+                : !std::memchr(part.data(), '\0', part.size()))
             return;
         areFine = false;
         fail(Utility::format(
-            "'{}' has a control character{} that the format can't hold: {}",
-            text.key, where, part));
+            "'{}' has a control character that the format can't hold: {}",
+            text.key, part));
     };
-    for(const ExchangeText& text: table.texts)
-        for(const Containers::StringView part:
-            {Containers::StringView{text.key},
-                Containers::StringView{text.source},
-                Containers::StringView{text.object},
-                Containers::StringView{text.place}})
-            check(text, part, "");
-    for(const ExchangeLanguage& language: table.languages)
-        for(std::size_t i = 0; i != table.texts.size(); ++i) {
-            const ExchangeTarget& target = language.targets[i];
-            check(table.texts[i], target.text, " in " + language.code);
-            check(table.texts[i], target.before, " in " + language.code);
+    for(std::size_t i = 0; i != table.texts.size(); ++i) {
+        const ExchangeText& text = table.texts[i];
+        for(const auto& part:
+            {&text.key, &text.source, &text.object, &text.place})
+            check(text, *part);
+        for(const ExchangeLanguage& language: table.languages) {
+            check(text, language.targets[i].text);
+            check(text, language.targets[i].before);
         }
+    }
     return areFine;
 }
 
@@ -276,35 +279,45 @@ std::vector<Containers::String> outputFiles(
     return {};
 }
 
-/* One after the other, as they are large */
+/* All files are there before the first one is moved to its place */
 bool writeFiles(Project& project, const ExchangeTable& table,
     const HandOutOptions& options,
     const std::vector<Containers::String>& files) {
+    std::vector<std::unique_ptr<OutputFile>> outputs;
+    std::vector<std::string*> buffers;
     for(const Containers::String& file: files) {
-        const Containers::String fault = outputFault(file, options.force);
-        if(!fault.isEmpty()) {
-            fail(fault);
-            return false;
-        }
+        outputs.push_back(std::make_unique<OutputFile>(file, options.force));
+        buffers.push_back(&outputs.back()->buffer());
+        if(!outputs.back()->fault().isEmpty())
+            break;
     }
-    const Containers::StringView name =
-        project.editor().project["settings/project/name"].asString();
-    std::string content;
-    for(std::size_t i = 0; i != files.size(); ++i) {
-        content.clear();
+    const auto isFine = [&](const std::unique_ptr<OutputFile>& output) {
+        return output->fault().isEmpty();
+    };
+    const auto areFine = [&] {
+        return std::all_of(outputs.begin(), outputs.end(), isFine);
+    };
+    const auto flush = [&] {
+        for(const auto& output: outputs)
+            output->flushIfFull();
+    };
+    if(areFine()) {
+        const Containers::StringView name =
+            project.editor().project["settings/project/name"].asString();
         if(options.format == ExchangeFormat::Csv)
-            writeCsv(content, table);
+            writeCsv(*buffers.front(), table, flush);
         else
-            writeXliff(
-                content, table, table.languages[i], xmlHolds(name) ? name : "");
-        const Containers::String fault =
-            writeOutput(files[i], content, options.force);
-        if(!fault.isEmpty()) {
-            fail(fault);
-            return false;
-        }
+            writeXliff(buffers, table, xmlHolds(name) ? name : "", flush);
+        for(const auto& output: outputs)
+            output->finish();
     }
-    return true;
+    if(areFine())
+        for(const auto& output: outputs)
+            output->publish();
+    for(const auto& output: outputs)
+        if(!isFine(output))
+            fail(output->fault());
+    return areFine();
 }
 
 void printHandOut(Project& project, const HandOut& out,

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <Corrade/Utility/Format.h>
 
-#include "Tracking/Implementation/hashes.h"
+#include "shared/StringFunctors.h"
 #include "shared/Implementation/utf8.h"
 
 namespace OrrelinEngine { namespace Host {
@@ -17,29 +17,34 @@ struct Mark {
     char letters[MarkSize];
 };
 
-Mark markOf(Containers::StringView code, Containers::StringView key,
+/* The multiplications, with two large primes, make each letter depend on all of
+   the three */
+Mark markOf(std::uint64_t key, Containers::StringView code,
     Containers::StringView text) {
-    std::uint64_t hash =
-        Tracking::translationHash(key, text) ^ StrHash {}(code);
+    std::uint64_t hash = (key ^ StrHash{}(code)) * 0x9e3779b97f4a7c15ull;
+    hash ^= hash >> 32;
+    hash = (hash + StrHash{}(text)) * 0xc2b2ae3d27d4eb4full;
     Mark out;
     for(char& letter: out.letters) {
-        letter = char('a' + (hash & 0xf));
-        hash >>= 4;
+        letter = char('a' + (hash >> 60));
+        hash <<= 4;
     }
     return out;
 }
 
 }
 
-void appendMark(std::string& out, Containers::StringView code,
-    Containers::StringView key, Containers::StringView text) {
-    out.append(markOf(code, key, text).letters, MarkSize);
+Marks::Marks(Containers::StringView key): _key{StrHash{}(key)} {}
+
+void Marks::append(std::string& out, Containers::StringView code,
+    Containers::StringView text) const {
+    out.append(markOf(_key, code, text).letters, MarkSize);
 }
 
-bool wasHandedOut(Containers::StringView marks, Containers::StringView code,
-    Containers::StringView key, Containers::StringView text) {
-    const std::string_view all{marks.data(), marks.size()};
-    const Mark mark = markOf(code, key, text);
+bool Marks::areIn(Containers::StringView list, Containers::StringView code,
+    Containers::StringView text) const {
+    const std::string_view all{list.data(), list.size()};
+    const Mark mark = markOf(_key, code, text);
     return all.find({mark.letters, MarkSize}) != all.npos;
 }
 

@@ -36,8 +36,8 @@ struct ExchangeText {
     /* Name of the object, and path in the project */
     Containers::String object;
     Containers::String place;
-    /* As it came back: the marks of what was handed out, see appendMark(), and where
-       it is in the file */
+    /* As it came back: the marks of what was handed out, and where it is in the
+       file */
     Containers::String marks;
     std::size_t line = 0;
 };
@@ -60,12 +60,20 @@ struct ExchangeTable {
 /* A text that was handed out is marked in the file, by eight letters that depend
    on its key and language, too. So it's known who changed it. Letters alone,
    as spreadsheets turn many other words into numbers. */
-void appendMark(std::string& out, Containers::StringView code,
-    Containers::StringView key, Containers::StringView text);
+class Marks {
+public:
+    explicit Marks(Containers::StringView key);
 
-/* Whether the marks, with spaces in between, have that of a text */
-bool wasHandedOut(Containers::StringView marks, Containers::StringView code,
-    Containers::StringView key, Containers::StringView text);
+    void append(std::string& out, Containers::StringView code,
+        Containers::StringView text) const;
+
+    /* Whether a list, with spaces in between, has the mark of a text */
+    bool areIn(Containers::StringView list, Containers::StringView code,
+        Containers::StringView text) const;
+
+private:
+    std::uint64_t _key;
+};
 
 /* Adds what is known of an outdated translation, for the translator */
 void appendNote(std::string& out, const ExchangeTarget& target);

@@ -9,8 +9,6 @@ namespace OrrelinEngine { namespace Host {
 
 namespace {
 
-using namespace Containers::Literals;
-
 const char* const KeyColumn = "key";
 const char* const ObjectColumn = "object";
 const char* const PlaceColumn = "place";
@@ -18,46 +16,58 @@ const char* const NoteColumn = "note";
 const char* const MarksColumn = "handed-out";
 
 /* Whether a spreadsheet may run it, perhaps once apostrophes are taken away */
-bool isFormula(Containers::StringView text) {
-    while(text.hasPrefix('\''))
-        text = text.exceptPrefix(1);
-    if(text.isEmpty())
+bool isFormula(std::string_view text) {
+    const std::size_t begin = text.find_first_not_of('\'');
+    if(begin == text.npos)
         return false;
-    if(std::string_view{"=+-@\t\r\n"}.find(text[0]) != std::string_view::npos)
+    switch(text[begin]) {
+    case '=':
+    case '+':
+    case '-':
+    case '@':
+    case '\t':
+    case '\r':
+    case '\n':
         return true;
-    return text.hasPrefix("＝"_s) || text.hasPrefix("＋"_s) ||
-        text.hasPrefix("－"_s) || text.hasPrefix("＠"_s);
+    case '\xef':
+        text = text.substr(begin, 3);
+        return text == "＝" || text == "＋" || text == "－" || text == "＠";
+    }
+    return false;
+}
+
+/* Spreadsheets in some languages separate with semicolons */
+bool needsQuotes(std::string_view text) {
+    if(text.empty())
+        return false;
+    bool out = text.front() == ' ' || text.back() == ' ';
+    for(const char c: text)
+        out = out | (c == ',') | (c == ';') | (c == '"') | (c == '\t') |
+            (c == '\n') | (c == '\r');
+    return out;
 }
 
 class Writer {
 public:
     explicit Writer(std::string& out): _out(out) {}
 
-    void add(Containers::StringView text) {
+    void add(Containers::StringView cell) {
         if(_isInRow)
             _out += ',';
         _isInRow = true;
-        const bool isHarmed = isFormula(text);
-        const std::string_view plain{text.data(), text.size()};
-        /* Spreadsheets in some languages separate with semicolons */
-        if(plain.find_first_of(",;\t\"\r\n") == plain.npos &&
-            !text.hasPrefix(' ') && !text.hasSuffix(' ')) {
-            if(isHarmed)
-                _out += '\'';
-            _out += plain;
-            return;
-        }
-        _out += '"';
-        if(isHarmed)
+        const std::string_view text{cell.data(), cell.size()};
+        const bool isQuoted = needsQuotes(text);
+        if(isQuoted)
+            _out += '"';
+        if(isFormula(text))
             _out += '\'';
-        for(std::size_t begin = 0; begin != plain.size();) {
-            const std::size_t quote =
-                std::min(plain.find('"', begin), plain.size() - 1) + 1;
-            _out += plain.substr(begin, quote - begin);
-            if(plain[quote - 1] == '"')
-                _out += '"';
-            begin = quote;
-        }
+        const std::size_t begin = _out.size();
+        _out += text;
+        if(!isQuoted)
+            return;
+        for(std::size_t i = begin; (i = _out.find('"', i)) != std::string::npos;
+            i += 2)
+            _out.insert(i, 1, '"');
         _out += '"';
     }
 
@@ -87,19 +97,21 @@ void writeNote(
 void writeMarks(
     std::string& out, const ExchangeTable& table, std::size_t index) {
     const ExchangeText& text = table.texts[index];
-    appendMark(out, table.sourceCode, text.key, text.source);
+    const Marks marks{text.key};
+    marks.append(out, table.sourceCode, text.source);
     for(const ExchangeLanguage& language: table.languages) {
         const Containers::StringView target = language.targets[index].text;
         if(target.isEmpty())
             continue;
         out += ' ';
-        appendMark(out, language.code, text.key, target);
+        marks.append(out, language.code, target);
     }
 }
 
 }
 
-void writeCsv(std::string& out, const ExchangeTable& table) {
+void writeCsv(std::string& out, const ExchangeTable& table,
+    const std::function<void()>& afterEach) {
     out += "\xef\xbb\xbf";
     Writer writer{out};
     for(const char* const name:
@@ -127,6 +139,7 @@ void writeCsv(std::string& out, const ExchangeTable& table) {
         writeMarks(cell, table, i);
         writer.add(cell);
         writer.endRow();
+        afterEach();
     }
 }
 
@@ -183,8 +196,7 @@ private:
         while(!isCellEnd())
             ++_at;
         out.append(begin, _at);
-        const Containers::StringView text{out.data(), out.size()};
-        if(text.hasPrefix('\'') && isFormula(text))
+        if(!out.empty() && out[0] == '\'' && isFormula(out))
             out.erase(0, 1);
         return true;
     }

@@ -1,6 +1,8 @@
 #ifndef Orrelin_host_exchange_csv_h
 #define Orrelin_host_exchange_csv_h
 
+#include <functional>
+
 #include "ExchangeTable.h"
 
 namespace OrrelinEngine { namespace Host {
@@ -14,8 +16,12 @@ namespace OrrelinEngine { namespace Host {
    forms, a tab or a line break. Such a text gets an apostrophe in front, and
    one that has apostrophes before such a character gets one more. A reader
    takes one away where such a character follows the apostrophes. All other
-   texts stay as they are, also those that begin with an apostrophe. */
-void writeCsv(std::string& out, const ExchangeTable& table);
+   texts stay as they are, also those that begin with an apostrophe.
+
+   The function is called after each text, and may take what was written so
+   far. */
+void writeCsv(std::string& out, const ExchangeTable& table,
+    const std::function<void()>& afterEach);
 
 /* Separators are commas, semicolons or tabs, as spreadsheets choose by the
    language of their user. Columns may come in any order. All that aren't among

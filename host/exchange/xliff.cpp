@@ -13,50 +13,47 @@ namespace {
 
 using namespace Containers::Literals;
 
-/* pugixml writes a carriage return in a text as it is, which readers take for
-   a line break. So this is written by hand, which also is faster. */
-void appendEscaped(std::string& out, Containers::StringView text) {
-    const std::string_view all{text.data(), text.size()};
-    for(std::size_t begin = 0; begin != all.size();) {
-        const std::size_t end =
-            std::min(all.find_first_of("&<>\"\t\n\r", begin), all.size());
-        out += all.substr(begin, end - begin);
-        if(end == all.size())
-            break;
-        switch(all[end]) {
-        case '&':
-            out += "&amp;";
-            break;
-        case '<':
-            out += "&lt;";
-            break;
-        case '>':
-            out += "&gt;";
-            break;
-        case '"':
-            out += "&quot;";
-            break;
-        case '\r':
-            out += "&#13;";
-            break;
-        default:
-            out += all[end];
-        }
-        begin = end + 1;
+/* What a character is written as where it can't stand for itself. In attributes,
+   line breaks and tabs would become spaces. */
+const char* escapeOf(char c, bool isAttribute) {
+    switch(c) {
+    case '&':
+        return "&amp;";
+    case '<':
+        return "&lt;";
+    case '>':
+        return "&gt;";
+    case '"':
+        return "&quot;";
+    case '\r':
+        return "&#13;";
+    case '\n':
+        return isAttribute ? "&#10;" : nullptr;
+    case '\t':
+        return isAttribute ? "&#9;" : nullptr;
     }
+    return nullptr;
 }
 
-/* Line breaks in an attribute become spaces otherwise */
+/* pugixml writes a carriage return in a text as it is, which readers take for
+   a line break. So this is written by hand, which is faster, too. */
+void appendEscaped(
+    std::string& out, Containers::StringView text, bool isAttribute = false) {
+    const char* begin = text.begin();
+    for(const char* i = begin; i != text.end(); ++i) {
+        const char* const escape = escapeOf(*i, isAttribute);
+        if(!escape)
+            continue;
+        out.append(begin, i) += escape;
+        begin = i + 1;
+    }
+    out.append(begin, text.end());
+}
+
 void appendAttribute(
     std::string& out, const char* name, Containers::StringView value) {
     ((out += ' ') += name) += "=\"";
-    const std::size_t begin = out.size();
-    appendEscaped(out, value);
-    for(std::size_t i = begin; i != out.size(); ++i)
-        if(out[i] == '\n' || out[i] == '\t') {
-            out.replace(i, 1, out[i] == '\n' ? "&#10;" : "&#9;");
-            ++i;
-        }
+    appendEscaped(out, value, true);
     out += '"';
 }
 
@@ -64,69 +61,101 @@ void appendContext(
     std::string& out, const char* type, Containers::StringView value) {
     if(value.isEmpty())
         return;
-    ((out += "          <context context-type=\"") += type) += "\">";
+    ((out += "<context context-type=\"") += type) += "\">";
     appendEscaped(out, value);
-    out += "</context>\n";
+    out += "</context>";
 }
 
 void appendTarget(std::string& out, const ExchangeTarget& target) {
     if(target.text.isEmpty())
         return;
     out += target.state == TargetState::NeedsReview
-        ? "        <target state=\"needs-review-translation\">"
-        : "        <target state=\"translated\">";
+        ? "    <target state=\"needs-review-translation\">"
+        : "    <target state=\"translated\">";
     appendEscaped(out, target.text);
     out += "</target>\n";
 }
 
-void appendUnit(std::string& out, const ExchangeTable& table,
-    const ExchangeLanguage& language, std::size_t index) {
-    const ExchangeText& text = table.texts[index];
-    const ExchangeTarget& target = language.targets[index];
-    out += "      <trans-unit";
-    appendAttribute(out, "id", text.key);
-    appendAttribute(out, "resname", text.key);
-    /* Some tools go by this instead of the state */
-    if(!target.text.isEmpty() && target.state == TargetState::Translated)
-        out += " approved=\"yes\"";
-    out += " xml:space=\"preserve\" extradata=\"";
-    appendMark(out, table.sourceCode, text.key, text.source);
-    if(!target.text.isEmpty()) {
-        out += ' ';
-        appendMark(out, language.code, text.key, target.text);
-    }
-    out += "\">\n        <source>";
-    appendEscaped(out, text.source);
-    out += "</source>\n";
-    appendTarget(out, target);
-    out += "        <context-group purpose=\"location\">\n";
-    appendContext(out, "sourcefile", text.place);
-    appendContext(out, "x-object", text.object);
-    out += "        </context-group>\n";
+void appendNoteElement(std::string& out, const ExchangeTarget& target) {
     std::string note;
     appendNote(note, target);
-    if(!note.empty()) {
-        out += "        <note from=\"developer\">";
-        appendEscaped(out, note);
-        out += "</note>\n";
-    }
-    out += "      </trans-unit>\n";
+    if(note.empty())
+        return;
+    out += "    <note from=\"developer\">";
+    appendEscaped(out, note);
+    out += "</note>\n";
 }
 
-}
-
-void writeXliff(std::string& out, const ExchangeTable& table,
-    const ExchangeLanguage& language, Containers::StringView original) {
+void appendBegin(std::string& out, const ExchangeTable& table,
+    Containers::StringView code, Containers::StringView original) {
     out += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
            "<xliff version=\"1.2\" "
-           "xmlns=\"urn:oasis:names:tc:xliff:document:1.2\">\n  <file";
+           "xmlns=\"urn:oasis:names:tc:xliff:document:1.2\">\n <file";
     appendAttribute(out, "original", original);
     appendAttribute(out, "source-language", table.sourceCode);
-    appendAttribute(out, "target-language", language.code);
-    out += " datatype=\"plaintext\">\n    <body>\n";
-    for(std::size_t i = 0; i != table.texts.size(); ++i)
-        appendUnit(out, table, language, i);
-    out += "    </body>\n  </file>\n</xliff>\n";
+    appendAttribute(out, "target-language", code);
+    out += " datatype=\"plaintext\">\n  <body>\n";
+}
+
+/* What a text's element has in all languages */
+class SharedParts {
+public:
+    void set(const ExchangeTable& table, std::size_t row, const Marks& marks) {
+        const ExchangeText& text = table.texts[row];
+        _begin = "   <trans-unit";
+        appendAttribute(_begin, "id", text.key);
+        appendAttribute(_begin, "resname", text.key);
+        _begin += " xml:space=\"preserve\" extradata=\"";
+        marks.append(_begin, table.sourceCode, text.source);
+        _source = ">\n    <source>";
+        appendEscaped(_source, text.source);
+        _source += "</source>\n";
+        _place = "    <context-group purpose=\"location\">";
+        appendContext(_place, "sourcefile", text.place);
+        appendContext(_place, "x-object", text.object);
+        _place += "</context-group>\n";
+    }
+
+    void appendUnit(std::string& out, const ExchangeLanguage& language,
+        std::size_t row, const Marks& marks) const {
+        const ExchangeTarget& target = language.targets[row];
+        out += _begin;
+        if(!target.text.isEmpty()) {
+            out += ' ';
+            marks.append(out, language.code, target.text);
+        }
+        out += '"';
+        /* Some tools go by this instead of the state */
+        if(!target.text.isEmpty() && target.state == TargetState::Translated)
+            out += " approved=\"yes\"";
+        out += _source;
+        appendTarget(out, target);
+        out += _place;
+        appendNoteElement(out, target);
+        out += "   </trans-unit>\n";
+    }
+
+private:
+    std::string _begin, _source, _place;
+};
+
+}
+
+void writeXliff(const std::vector<std::string*>& outputs,
+    const ExchangeTable& table, Containers::StringView original,
+    const std::function<void()>& afterEach) {
+    for(std::size_t i = 0; i != outputs.size(); ++i)
+        appendBegin(*outputs[i], table, table.languages[i].code, original);
+    SharedParts parts;
+    for(std::size_t row = 0; row != table.texts.size(); ++row) {
+        const Marks marks{table.texts[row].key};
+        parts.set(table, row, marks);
+        for(std::size_t i = 0; i != outputs.size(); ++i)
+            parts.appendUnit(*outputs[i], table.languages[i], row, marks);
+        afterEach();
+    }
+    for(std::string* const out: outputs)
+        *out += "  </body>\n </file>\n</xliff>\n";
 }
 
 namespace {
@@ -141,6 +170,14 @@ bool isXmlCharacter(unsigned int character) {
 /* Where the first byte is that XML can't have; the end if there's none. The text
    is UTF-8, which has no halves of surrogate pairs. */
 const char* xmlEnd(Containers::StringView text) {
+    /* Without an early exit, which lets the compiler check many at a time */
+    bool isPlain = true;
+    for(const char c: text) {
+        const unsigned char byte = static_cast<unsigned char>(c);
+        isPlain = isPlain & ((byte >= ' ') | (byte == '\n')) & (byte != 0xef);
+    }
+    if(isPlain)
+        return text.end();
     return std::find_if(text.begin(), text.end(), [&](const char& c) {
         const unsigned char byte = static_cast<unsigned char>(c);
         /* The last two of the basic plane */

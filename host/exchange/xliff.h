@@ -1,14 +1,19 @@
 #ifndef Orrelin_host_exchange_xliff_h
 #define Orrelin_host_exchange_xliff_h
 
+#include <functional>
+
 #include "ExchangeTable.h"
 
 namespace OrrelinEngine { namespace Host {
 
-/* XLIFF 1.2 with one language of the table. The attribute original names the
-   project. Texts have to pass xmlHolds(). */
-void writeXliff(std::string& out, const ExchangeTable& table,
-    const ExchangeLanguage& language, Containers::StringView original);
+/* Writes XLIFF 1.2, which has one language in each file, for each language of
+   the table into one of the outputs. So what is the same in all is made once.
+   The attribute original names the project. Texts have to pass xmlHolds(). The
+   function is called after each text, and may take what was written so far. */
+void writeXliff(const std::vector<std::string*>& outputs,
+    const ExchangeTable& table, Containers::StringView original,
+    const std::function<void()>& afterEach);
 
 /* Whether XML can have a text, which most control characters prevent */
 bool xmlHolds(Containers::StringView text);

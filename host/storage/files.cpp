@@ -164,7 +164,7 @@ Descriptor createFile(
     })};
 }
 
-bool writeAndSync(int file, Containers::StringView content) {
+bool writeAll(int file, Containers::StringView content) {
     while(!content.isEmpty()) {
         const ssize_t count = retried(
             [&] { return ::write(file, content.data(), content.size()); });
@@ -172,7 +172,11 @@ bool writeAndSync(int file, Containers::StringView content) {
             return false;
         content = content.exceptPrefix(std::size_t(count));
     }
-    return sync(file);
+    return true;
+}
+
+bool writeAndSync(int file, Containers::StringView content) {
+    return writeAll(file, content) && sync(file);
 }
 
 bool sync(int descriptor) {

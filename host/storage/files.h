@@ -71,6 +71,8 @@ Containers::String listFolder(const Descriptor& folder,
 Descriptor createFile(
     int folder, const Containers::String& name, bool isPrivate);
 
+bool writeAll(int file, Containers::StringView content);
+
 /* Writes all and waits until it's on the disk */
 bool writeAndSync(int file, Containers::StringView content);
 
