@@ -216,6 +216,7 @@ public:
             _translations = &_project.localization().translations[_code];
             _origins = &_out.files.replaced.origins[_code];
             _counts = &_out.languages[_code];
+            _marks = &_allMarks[_code];
             for(std::size_t i = 0; i != terms.size(); ++i)
                 if(terms[i] != TermFinder::NotFound)
                     merge(
@@ -224,6 +225,11 @@ public:
     }
 
 private:
+    /* By key, the marks in the files */
+    typedef std::unordered_map<Containers::StringView, Containers::String,
+        StrHash, StrEq>
+        Marking;
+
     /* The term of each row. Prints rows that have none. */
     std::vector<std::size_t> findTerms(const ExchangeTable& table) {
         std::vector<std::size_t> out;
@@ -307,7 +313,7 @@ private:
     void merge(const ExchangeText& text, const Term& term,
         const ExchangeTarget& target) {
         /* Converters may add a second unit without them */
-        Containers::String& marks = _marks[term.key];
+        Containers::String& marks = (*_marks)[term.key];
         if(marks.isEmpty())
             marks = text.marks;
         const auto found = _translations->find(term.key);
@@ -394,9 +400,7 @@ private:
     const std::vector<Term> _terms;
     std::unordered_map<Containers::StringView, std::size_t, StrHash, StrEq>
         _bySource;
-    std::unordered_map<Containers::StringView, Containers::String, StrHash,
-        StrEq>
-        _marks;
+    std::map<Containers::String, Marking, StrLess> _allMarks;
     std::size_t _suggestionCount = 0;
 
     /* Of the file and the language that are being merged */
@@ -404,6 +408,7 @@ private:
     TranslationMap* _translations = nullptr;
     std::map<Containers::String, std::uint32_t, StrLess>* _origins = nullptr;
     LanguageCounts* _counts = nullptr;
+    Marking* _marks = nullptr;
 };
 
 int failOnConflicts(const std::vector<TargetConflict>& conflicts) {
