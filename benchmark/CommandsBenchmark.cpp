@@ -318,6 +318,8 @@ bool renewRecord(const std::vector<std::string>& files) {
 bool run(std::vector<const char*> arguments, const std::string& project) {
     const int null = open("/dev/null", O_WRONLY);
     dup2(null, STDOUT_FILENO);
+    if(chdir(projects().folder.data()) != 0)
+        return false;
     arguments.insert(arguments.begin(), HOST_BINARY);
     arguments.insert(arguments.begin() + 2, project.data());
     arguments.push_back(nullptr);

@@ -505,8 +505,10 @@ void printNotes(const HandIn& out) {
                     (language.second.equal == 1 ? " is" : " are"),
                 language.first));
     printNote(out.moved, "text",
-        "has another key now, and its translations went with it.",
-        "have other keys now, and their translations went with them.");
+        "had another key when it was handed out; its translations went with "
+        "it.",
+        "had other keys when they were handed out; their translations went "
+        "with them.");
     printNote(out.older, "text",
         "was handed out before it changed in the project, so its translations "
         "are outdated.",

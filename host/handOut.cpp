@@ -286,6 +286,10 @@ bool writeFiles(Project& project, const ExchangeTable& table,
     std::vector<std::unique_ptr<OutputFile>> outputs;
     std::vector<std::string*> buffers;
     for(const Containers::String& file: files) {
+        if(project.isOwnFile(file)) {
+            fail(Utility::format("{} is a file of the project itself", file));
+            return false;
+        }
         outputs.push_back(std::make_unique<OutputFile>(file, options.force));
         buffers.push_back(&outputs.back()->buffer());
         if(!outputs.back()->fault().isEmpty())
