@@ -96,12 +96,13 @@ public:
         for(const Containers::String& code: _options.codes)
             if(!isFileName(code))
                 return false;
+        const MessageLimit limit;
         for(Returned& file: files)
             for(ExchangeTable& table: file.tables) {
                 auto& all = table.languages;
                 all.erase(std::remove_if(all.begin(), all.end(),
                               [&](const ExchangeLanguage& language) {
-                                  return !isTaken(file.path, language);
+                                  return !isTaken(file.path, table, language);
                               }),
                     all.end());
             }
@@ -124,25 +125,30 @@ private:
         return std::find(codes.begin(), codes.end(), code) != codes.end();
     }
 
-    bool isTaken(
-        Containers::StringView file, const ExchangeLanguage& language) {
+    bool isTaken(Containers::StringView file, const ExchangeTable& table,
+        const ExchangeLanguage& language) {
         const Containers::StringView code = language.code;
         if(!_options.codes.empty() && !contains(_options.codes, code))
             return false;
-        if(code == _project.defaultLanguage() || !isFileName(code)) {
+        if(!isLanguage(_project, code)) {
+            fail(Utility::format("{}: '{}' isn't the code of a language, so "
+                                 "nothing is taken from there{}",
+                file, code,
+                MessageLimit::isReached() ? Containers::String{}
+                                          : suggestion(code, allLanguages())));
+            /* Of many columns, one may be for something else */
+            _isFine = _isFine && table.languages.size() != 1;
+            return false;
+        }
+        if(code == _project.defaultLanguage()) {
             fail(Utility::format("{} can't have translations to '{}', the "
                                  "language of the project's own texts",
                 file, code));
             return _isFine = false;
         }
+        if(!isFileName(code))
+            return _isFine = false;
         const bool hasTexts = hasTargets(language);
-        if(!isLanguage(_project, code)) {
-            /* Somebody may have added a column for something else */
-            fail(Utility::format("{}: '{}' isn't the code of a language, so "
-                                 "nothing is taken from there{}",
-                file, code, suggestion(code, allLanguages())));
-            return false;
-        }
         if(!contains(codes, code) && (hasTexts || _project.hasLanguage(code)))
             codes.emplace_back(code);
         return hasTexts;

@@ -1,6 +1,7 @@
 #include "csv.h"
 
 #include <algorithm>
+#include <map>
 #include <string_view>
 #include <Corrade/Containers/StringStl.h>
 #include <Corrade/Utility/Format.h>
@@ -8,6 +9,8 @@
 namespace OrrelinEngine { namespace Host {
 
 namespace {
+
+constexpr std::size_t MaxColumns = 1000;
 
 const char* const KeyColumn = "key";
 const char* const ObjectColumn = "object";
@@ -242,24 +245,6 @@ private:
     Containers::String _fault;
 };
 
-/* Where the cells of a row belong */
-class Columns {
-public:
-    explicit Columns(const std::vector<std::string>& names): _names(names) {}
-
-    /* The number of columns if there is none */
-    std::size_t find(Containers::StringView name) const {
-        return std::size_t(std::find_if(_names.begin(), _names.end(),
-                               [&](const std::string& n) {
-                                   return Containers::StringView{n} == name;
-                               }) -
-            _names.begin());
-    }
-
-private:
-    const std::vector<std::string>& _names;
-};
-
 bool isEmpty(const std::vector<std::string>& row) {
     return std::all_of(row.begin(), row.end(),
         [](const std::string& cell) { return cell.empty(); });
@@ -273,29 +258,39 @@ Containers::String readCsv(Containers::StringView content,
     std::vector<std::string> names;
     if(!reader.next(names) && !reader.fault().isEmpty())
         return reader.fault();
-    const Columns columns{names};
-    const std::size_t key = columns.find(KeyColumn);
-    const std::size_t source = columns.find(sourceCode);
-    const std::size_t marks = columns.find(MarksColumn);
+    /* Each row takes time and memory for all of them */
+    if(names.size() > MaxColumns)
+        return Utility::format(
+            "the first row names {} columns, but {} are the most", names.size(),
+            MaxColumns);
+    std::map<std::string_view, std::size_t> columns;
+    for(std::size_t i = 0; i != names.size(); ++i)
+        if(!names[i].empty() && !columns.emplace(names[i], i).second)
+            return Utility::format(
+                "two columns are named '{}'", Containers::StringView{names[i]});
+    const auto find = [&](Containers::StringView name) {
+        const auto found = columns.find({name.data(), name.size()});
+        return found == columns.end() ? names.size() : found->second;
+    };
     for(const Containers::StringView name:
         {Containers::StringView{KeyColumn}, sourceCode})
-        if(columns.find(name) == names.size())
+        if(find(name) == names.size())
             return Utility::format(
                 "the first row doesn't name a column '{}'", name);
+    const std::size_t key = find(KeyColumn);
+    const std::size_t source = find(sourceCode);
+    const std::size_t marks = find(MarksColumn);
 
     out.sourceCode = sourceCode;
+    for(const char* const name:
+        {KeyColumn, ObjectColumn, PlaceColumn, NoteColumn, MarksColumn})
+        columns.erase(name);
     std::vector<std::size_t> languages;
-    for(std::size_t i = 0; i != names.size(); ++i) {
-        const Containers::StringView name = names[i];
-        if(i != source && !name.isEmpty() && name != KeyColumn &&
-            name != ObjectColumn && name != PlaceColumn && name != NoteColumn &&
-            name != MarksColumn) {
-            if(columns.find(name) != i)
-                return Utility::format("two columns are named '{}'", name);
+    for(std::size_t i = 0; i != names.size(); ++i)
+        if(i != source && columns.count(names[i])) {
             languages.push_back(i);
-            out.languages.push_back({name, {}});
+            out.languages.push_back({Containers::String{names[i]}, {}});
         }
-    }
 
     std::vector<std::string> row;
     while(reader.next(row)) {

@@ -346,18 +346,25 @@ void readUnit(
     out.languages.front().targets.push_back(std::move(target));
 }
 
-Containers::String readFileElement(
-    const pugi::xml_node& file, LineCounter& lines, ExchangeTable& out) {
-    out.sourceCode = file.attribute("source-language").value();
-    out.languages.push_back({file.attribute("target-language").value(), {}});
-    if(out.languages.front().code.isEmpty())
+Containers::String readFileElement(const pugi::xml_node& file,
+    LineCounter& lines, std::vector<ExchangeTable>& out) {
+    const Containers::String source = file.attribute("source-language").value();
+    const Containers::String target = file.attribute("target-language").value();
+    if(target.isEmpty())
         return Utility::format("the file element at line {} doesn't name its "
                                "target-language",
             lines.lineOf(std::size_t(file.offset_debug())));
+    /* Converters may add one to those that they convert */
+    if(out.empty() || out.back().sourceCode != source ||
+        out.back().languages.front().code != target) {
+        out.emplace_back();
+        out.back().sourceCode = source;
+        out.back().languages.push_back({target, {}});
+    }
     for(pugi::xml_node i = file.first_child(); i;) {
         const bool isUnit = nameOf(i) == "trans-unit";
         if(isUnit)
-            readUnit(i, lines, out);
+            readUnit(i, lines, out.back());
         i = nextNode(i, file, !isUnit);
     }
     return {};
@@ -395,9 +402,7 @@ Containers::String readXliff(
     for(const pugi::xml_node& file: root.children()) {
         if(nameOf(file) != "file")
             continue;
-        out.emplace_back();
-        const Containers::String reason =
-            readFileElement(file, lines, out.back());
+        const Containers::String reason = readFileElement(file, lines, out);
         if(!reason.isEmpty())
             return reason;
     }

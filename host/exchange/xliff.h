@@ -18,10 +18,10 @@ void writeXliff(const std::vector<std::string*>& outputs,
 /* Whether XML can have a text, which most control characters prevent */
 bool xmlHolds(Containers::StringView text);
 
-/* Adds a table with one language for each file element. Versions 1.0 to 1.2,
-   also with other tools' prefixes and groups. Never reads a document type or
-   anything that the content refers to. Returns why the content can't be
-   read. */
+/* Adds a table with one language for file elements of the same language in a
+   row. Reads versions 1.0 to 1.2, also with other tools' prefixes and groups.
+   Never reads a document type or anything that the content refers to. Returns
+   why the content can't be read. */
 Containers::String readXliff(
     Containers::StringView content, std::vector<ExchangeTable>& out);
 
