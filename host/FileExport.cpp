@@ -59,11 +59,18 @@ bool canWrite(Project& project, const SourceMerge& sources, int& result) {
     }
     if(sources.changedInFile.empty())
         return true;
-    fail(Utility::format("{} changed in {}.json, such as '{}'; 'import' takes "
-                         "the file's first, --take project keeps the project's",
+    /* Which texts 'import' doesn't take otherwise */
+    const bool isBlank = std::any_of(sources.changedInFile.begin(),
+        sources.changedInFile.end(), [](const SourceDifference& difference) {
+            return difference.inFile.isEmpty() || difference.inFile == "None";
+        });
+    fail(Utility::format(
+        "{} changed in {}.json, such as '{}'; 'import{}' takes the file's "
+        "first, --take project keeps the project's",
         counted(sources.changedInFile.size(), "text") +
             (sources.changedInFile.size() == 1 ? " was" : " were"),
-        project.defaultLanguage(), sources.changedInFile.front().key));
+        project.defaultLanguage(), sources.changedInFile.front().key,
+        isBlank ? " --allow-empty" : ""));
     result = Conflict;
     return false;
 }
