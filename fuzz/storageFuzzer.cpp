@@ -5,7 +5,7 @@
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include "SampleProject.h"
-#include "host/storage/Storage.h"
+#include "storage/Storage.h"
 
 using namespace OrrelinEngine;
 using namespace OrrelinEngine::Host;

@@ -9,8 +9,8 @@
 #include <CLI/CLI.hpp>
 #include <Corrade/Containers/StringStl.h>
 
-#include "Commands.h"
-#include "Messages.h"
+#include "commands/Commands.h"
+#include "terminal/Messages.h"
 
 namespace {
 

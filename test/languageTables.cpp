@@ -16,7 +16,7 @@
 #include <Corrade/Utility/Path.h>
 
 #include "ChangeManager.h"
-#include "ComponentTypes.h"
+#include "project/ComponentTypes.h"
 #include "JsonText.h"
 #include "Tools/LocalizationTools.h"
 #include "session/EditorSession.h"

@@ -3,7 +3,7 @@
 #include <Corrade/Containers/StringStl.h>
 
 #include "TemporaryFolder.h"
-#include "host/checks/Rules.h"
+#include "checks/Rules.h"
 
 namespace OrrelinEngine { namespace Host { namespace {
 

@@ -3,8 +3,8 @@
 #include <Corrade/Containers/StringStl.h>
 
 #include "Random.h"
-#include "host/exchange/csv.h"
-#include "host/exchange/xliff.h"
+#include "exchange/csv.h"
+#include "exchange/xliff.h"
 
 namespace OrrelinEngine { namespace Host { namespace {
 

@@ -6,8 +6,8 @@
 #include <Corrade/Containers/StringStl.h>
 
 #include "TemporaryFolder.h"
-#include "host/storage/Commit.h"
-#include "host/storage/Storage.h"
+#include "storage/Commit.h"
+#include "storage/Storage.h"
 
 /* That nothing is lost when a command is killed is checked by
    scripts/check-kills */
