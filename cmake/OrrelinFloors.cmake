@@ -20,5 +20,5 @@ endfunction()
 # The editor's libraries implement the contract and see nothing else of src/
 orrelin_floor(CONTRACT src/OrrelinEngine.h src/shared src/editor)
 orrelin_floor(SESSION session)
-orrelin_floor(HOST host/checks host/commands host/exchange host/project
-    host/storage host/terminal)
+orrelin_floor(HOST host/checks host/commandLine host/commands host/exchange
+    host/project host/storage host/terminal)
