@@ -16,11 +16,11 @@
 #include <Corrade/Utility/Path.h>
 
 #include "ChangeManager.h"
-#include "project/ComponentTypes.h"
 #include "JsonText.h"
 #include "Tools/LocalizationTools.h"
-#include "session/EditorSession.h"
 #include "editor/OrrelinEditor.h"
+#include "project/ComponentTypes.h"
+#include "session/EditorSession.h"
 
 using namespace OrrelinEngine;
 

@@ -6,9 +6,9 @@
 #include <Corrade/Utility/Path.h>
 
 #include "project/LanguageFiles.h"
+#include "project/undescribedTypes.h"
 #include "terminal/Messages.h"
 #include "terminal/Terminal.h"
-#include "project/undescribedTypes.h"
 
 namespace OrrelinEngine { namespace Host {
 
@@ -57,20 +57,29 @@ bool canWrite(Project& project, const SourceMerge& sources, int& result) {
         result = failOnConflicts(project, sources.conflicts);
         return false;
     }
+    /* An import asks whether such a text is meant */
+    const auto blank =
+        std::find_if(sources.taken.begin(), sources.taken.end(), isBlank);
+    if(blank != sources.taken.end()) {
+        fail(Utility::format(
+            "nothing was written, as '{}' is {} in {}.json; 'import "
+            "--allow-empty' takes it, --take project:{} keeps the project's",
+            blank->key, blank->inFile.isEmpty() ? "empty" : "the word None",
+            project.defaultLanguage(), blank->key));
+        result = Conflict;
+        return false;
+    }
     if(sources.changedInFile.empty())
         return true;
-    /* Which texts 'import' doesn't take otherwise */
-    const bool isBlank = std::any_of(sources.changedInFile.begin(),
-        sources.changedInFile.end(), [](const SourceDifference& difference) {
-            return difference.inFile.isEmpty() || difference.inFile == "None";
-        });
+    const bool hasBlank = std::any_of(
+        sources.changedInFile.begin(), sources.changedInFile.end(), isBlank);
     fail(Utility::format(
         "{} changed in {}.json, such as '{}'; 'import{}' takes the file's "
         "first, --take project keeps the project's",
         counted(sources.changedInFile.size(), "text") +
             (sources.changedInFile.size() == 1 ? " was" : " were"),
         project.defaultLanguage(), sources.changedInFile.front().key,
-        isBlank ? " --allow-empty" : ""));
+        hasBlank ? " --allow-empty" : ""));
     result = Conflict;
     return false;
 }

@@ -7,11 +7,11 @@
 #include <Corrade/Utility/Format.h>
 
 #include "project/LanguageFiles.h"
-#include "terminal/Terminal.h"
 #include "project/Translations.h"
 #include "project/brokenKeys.h"
 #include "shared/StringFunctors.h"
 #include "storage/Storage.h"
+#include "terminal/Terminal.h"
 
 namespace OrrelinEngine { namespace Host {
 

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
+#include "checks/Rules.h"
 #include "project/Project.h"
 #include "project/TextPlaces.h"
-#include "checks/Rules.h"
 
 namespace OrrelinEngine { namespace Host {
 

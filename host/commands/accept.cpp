@@ -5,9 +5,9 @@
 
 #include "Commands.h"
 #include "Findings.h"
+#include "shared/StringFunctors.h"
 #include "terminal/Messages.h"
 #include "terminal/Terminal.h"
-#include "shared/StringFunctors.h"
 
 namespace OrrelinEngine { namespace Host {
 

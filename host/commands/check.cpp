@@ -4,6 +4,7 @@
 
 #include "Commands.h"
 #include "FindingOutput.h"
+#include "project/undescribedTypes.h"
 #include "terminal/Messages.h"
 #include "terminal/Terminal.h"
 #include "terminal/editDistance.h"
@@ -51,12 +52,14 @@ int checkTranslations(
     const ProjectOptions& options, const CheckOptions& check) {
     Project project;
     Findings findings;
+    std::size_t undescribedCount = 0;
     if(!project.read(options, [&](Project& p) {
            for(const Containers::String& code: check.codes)
                if(!p.checkLanguage(code))
                    return false;
            findings = findFaults(
                p, {check.codes, chosenRules(check), check.maxGrowth});
+           undescribedCount = findUndescribedTypes(p).size();
            return true;
        }))
         return Failure;
@@ -66,6 +69,11 @@ int checkTranslations(
         printSarif(findings);
     else
         printFindings(project.languages(), findings);
+    if(undescribedCount && check.format == FindingFormat::Text)
+        printLine(Utility::format("Texts of {} aren't checked, as {} doesn't "
+                                  "describe {}; 'status' lists them.",
+            counted(undescribedCount, "type") + " of components",
+            descriptionFile(project), undescribedCount == 1 ? "it" : "them"));
     if(!findings.areFilesFine)
         return Failure;
     const std::size_t count = faultCount(findings, check.failsOnWarning);

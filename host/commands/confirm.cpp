@@ -4,9 +4,9 @@
 
 #include "Commands.h"
 #include "project/LanguageFiles.h"
+#include "project/Translations.h"
 #include "terminal/Messages.h"
 #include "terminal/Terminal.h"
-#include "project/Translations.h"
 #include "terminal/editDistance.h"
 
 namespace OrrelinEngine { namespace Host {

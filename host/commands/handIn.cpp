@@ -5,17 +5,17 @@
 
 #include "Commands.h"
 #include "FileExport.h"
-#include "project/LanguageFiles.h"
-#include "project/LanguageTable.h"
-#include "terminal/Messages.h"
-#include "terminal/Table.h"
-#include "terminal/editDistance.h"
 #include "Tools/LocalizationTools.h"
 #include "Tools/languageIndex.h"
 #include "Tracking/Implementation/TermFinder.h"
 #include "exchange/csv.h"
 #include "exchange/xliff.h"
+#include "project/LanguageFiles.h"
+#include "project/LanguageTable.h"
 #include "storage/files.h"
+#include "terminal/Messages.h"
+#include "terminal/Table.h"
+#include "terminal/editDistance.h"
 
 namespace OrrelinEngine { namespace Host {
 

@@ -11,16 +11,16 @@
 #include <rapidjson/document.h>
 
 #include "Commands.h"
-#include "project/LanguageFiles.h"
-#include "terminal/Messages.h"
-#include "terminal/Table.h"
-#include "project/Translations.h"
 #include "Tools/Implementation/StoredMembers.h"
 #include "exchange/csv.h"
 #include "exchange/xliff.h"
+#include "project/LanguageFiles.h"
+#include "project/Translations.h"
 #include "shared/Implementation/stringOf.h"
 #include "shared/RecordPath.h"
 #include "storage/OutputFile.h"
+#include "terminal/Messages.h"
+#include "terminal/Table.h"
 
 namespace OrrelinEngine { namespace Host {
 

@@ -8,8 +8,8 @@
 #include "Commands.h"
 #include "project/ImportReader.h"
 #include "project/LanguageFiles.h"
-#include "terminal/Messages.h"
 #include "project/SourceMerge.h"
+#include "terminal/Messages.h"
 #include "terminal/Table.h"
 
 namespace OrrelinEngine { namespace Host {
@@ -75,7 +75,7 @@ bool import(Project& project, const ImportOptions& options, Import& out) {
         mergeSources(std::move(reader.differences()), options.choice, true);
     if(out.sources.conflicts.empty()) {
         takeSources(project, out.sources.taken);
-        reader.markOutdated(out.sources.taken);
+        reader.markTaken(out.sources.taken, out.isFirst);
     }
     out.files = reader.files();
     return true;
@@ -126,7 +126,7 @@ void printNotes(Project& project, const Import& import) {
                 (import.sources.staleCount == 1 ? " is" : " are"),
             project.defaultLanguage(),
             import.sources.staleCount == 1 ? "it" : "them"));
-    if(import.isFirst)
+    if(import.isFirst && !import.files.empty())
         printLine(Utility::format(
             "There was no record of what the translations were made from yet. "
             "It begins with this import in {}.",
@@ -161,8 +161,9 @@ bool saveImport(Project& project, const Import& import) {
     }
     if(isChanged && !project.write())
         return false;
-    /* If there's nothing to save, a file with a fault leaves all as it is */
-    if((isChanged || import.areFilesFine) &&
+    /* If there's nothing to save, a file with a fault leaves all as it is. No
+       file at all begins no record. */
+    if((isChanged || (import.areFilesFine && !import.files.empty())) &&
         (!project.writeRecord() || !project.commit()))
         return false;
     printLine(isChanged ? "Saved " + project.file()

@@ -9,16 +9,16 @@
 
 #include "ChangeManager.h"
 #include "Commands.h"
-#include "terminal/JsonList.h"
-#include "project/LanguageFiles.h"
-#include "project/LanguageTable.h"
-#include "terminal/Messages.h"
-#include "terminal/Table.h"
+#include "Tools/Implementation/parseLanguageFile.h"
 #include "Tools/LocalizationTools.h"
 #include "Tools/languageIndex.h"
-#include "Tools/Implementation/parseLanguageFile.h"
+#include "project/LanguageFiles.h"
+#include "project/LanguageTable.h"
 #include "shared/RecordPath.h"
 #include "storage/Storage.h"
+#include "terminal/JsonList.h"
+#include "terminal/Messages.h"
+#include "terminal/Table.h"
 
 namespace OrrelinEngine { namespace Host {
 

@@ -3,9 +3,9 @@
 
 #include "ChangeManager.h"
 #include "Commands.h"
+#include "project/Translations.h"
 #include "terminal/Messages.h"
 #include "terminal/Terminal.h"
-#include "project/Translations.h"
 
 namespace OrrelinEngine { namespace Host {
 

@@ -6,12 +6,12 @@
 #include <Corrade/Utility/Format.h>
 
 #include "Commands.h"
-#include "terminal/JsonList.h"
 #include "project/LanguageFiles.h"
-#include "terminal/Messages.h"
-#include "terminal/Table.h"
 #include "project/Translations.h"
 #include "project/undescribedTypes.h"
+#include "terminal/JsonList.h"
+#include "terminal/Messages.h"
+#include "terminal/Table.h"
 
 namespace OrrelinEngine { namespace Host {
 

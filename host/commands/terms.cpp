@@ -4,14 +4,14 @@
 
 #include "ChangeManager.h"
 #include "Commands.h"
-#include "terminal/JsonList.h"
+#include "Tools/LocalizationTools.h"
 #include "project/LanguageFiles.h"
-#include "terminal/Messages.h"
 #include "project/SourceMerge.h"
-#include "terminal/Table.h"
 #include "project/Translations.h"
 #include "project/undescribedTypes.h"
-#include "Tools/LocalizationTools.h"
+#include "terminal/JsonList.h"
+#include "terminal/Messages.h"
+#include "terminal/Table.h"
 
 namespace OrrelinEngine { namespace Host {
 

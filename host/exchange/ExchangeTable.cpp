@@ -4,8 +4,8 @@
 #include <string_view>
 #include <Corrade/Utility/Format.h>
 
-#include "shared/StringFunctors.h"
 #include "shared/Implementation/utf8.h"
+#include "shared/StringFunctors.h"
 
 namespace OrrelinEngine { namespace Host {
 

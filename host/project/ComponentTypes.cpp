@@ -6,12 +6,12 @@
 #include <Corrade/Utility/Format.h>
 #include <rapidjson/document.h>
 
-#include "terminal/Messages.h"
-#include "session/EditorSession.h"
-#include "session/projectJson.h"
 #include "editor/JavaScriptManager.h"
 #include "editor/ProjectFile.h"
+#include "session/EditorSession.h"
+#include "session/projectJson.h"
 #include "shared/Implementation/stringOf.h"
+#include "terminal/Messages.h"
 
 namespace OrrelinEngine { namespace Host {
 

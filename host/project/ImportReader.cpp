@@ -4,10 +4,10 @@
 #include <Corrade/Utility/Format.h>
 
 #include "LanguageFiles.h"
-#include "terminal/Messages.h"
-#include "terminal/editDistance.h"
 #include "Tools/LocalizationTools.h"
 #include "Tools/languageIndex.h"
+#include "terminal/Messages.h"
+#include "terminal/editDistance.h"
 
 namespace OrrelinEngine { namespace Host {
 
@@ -66,8 +66,8 @@ void ImportReader::add(const LanguageText& text) {
     case TextKind::Displaced:
         if(text.text.data())
             warn(text,
-                "belongs to a text that the project doesn't have "
-                "anymore");
+                "belongs to a text that the project doesn't have at "
+                "this key anymore");
         return;
     case TextKind::Empty:
         warn(text, "is empty, so it isn't taken; --allow-empty takes it");
@@ -112,16 +112,19 @@ void ImportReader::warnOfUnknown(const LanguageText& text) {
                         : Containers::String{}));
 }
 
-void ImportReader::end() {
-    if(!_isTaken)
-        return;
-    ImportedFile& file = _files.back();
-    const auto count = [&](char mark) {
+void ImportReader::count(ImportedFile& file) {
+    const auto countOf = [&](char mark) {
         return std::size_t(
             std::count(file.marks.begin(), file.marks.end(), mark));
     };
-    file.translated = count(Translated);
-    file.outdated = count(Outdated);
+    file.translated = countOf(Translated);
+    file.outdated = countOf(Outdated);
+}
+
+void ImportReader::end() {
+    if(!_isTaken)
+        return;
+    count(_files.back());
     if(_isDefault && !_repeated.empty())
         _differences.erase(
             std::remove_if(_differences.begin(), _differences.end(),
@@ -138,15 +141,18 @@ bool ImportReader::hasFile(Containers::StringView code) const {
         [&](const ImportedFile& file) { return file.code == code; });
 }
 
-void ImportReader::markOutdated(const std::vector<SourceDifference>& taken) {
-    for(ImportedFile& file: _files)
-        for(const SourceDifference& difference: taken)
-            if(file.code != _project.defaultLanguage() &&
-                file.marks[difference.term] == Translated) {
-                file.marks[difference.term] = Outdated;
-                --file.translated;
-                ++file.outdated;
-            }
+void ImportReader::markTaken(
+    const std::vector<SourceDifference>& taken, bool isFirst) {
+    for(ImportedFile& file: _files) {
+        if(file.code == _project.defaultLanguage())
+            continue;
+        for(const SourceDifference& difference: taken) {
+            char& mark = file.marks[difference.term];
+            if(mark == Translated || mark == Outdated)
+                mark = isFirst ? Translated : Outdated;
+        }
+        count(file);
+    }
 }
 
 }}

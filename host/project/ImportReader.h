@@ -36,14 +36,17 @@ public:
     const std::vector<ImportedFile>& files() const { return _files; }
     bool hasFile(Containers::StringView code) const;
 
-    /* After texts were taken, from which no translation was made */
-    void markOutdated(const std::vector<SourceDifference>& taken);
+    /* Counts translations again after their source texts were taken from the
+       file. They weren't made from those, unless it's the first import, before
+       which nothing is known about them. */
+    void markTaken(const std::vector<SourceDifference>& taken, bool isFirst);
 
     std::vector<SourceDifference>& differences() { return _differences; }
 
 private:
     bool isTaken(Containers::StringView code) const;
     void warn(const LanguageText& text, Containers::StringView what);
+    static void count(ImportedFile& file);
     void warnOfUnknown(const LanguageText& text);
 
     Project& _project;

@@ -6,9 +6,9 @@
 #include <Corrade/Utility/Format.h>
 #include <rapidjson/reader.h>
 
-#include "terminal/Messages.h"
 #include "TextPlaces.h"
 #include "session/EditorSession.h"
+#include "terminal/Messages.h"
 
 namespace OrrelinEngine { namespace Host {
 

@@ -9,11 +9,11 @@
 #include <Corrade/Utility/Path.h>
 
 #include "archiveLimit.h"
-#include "terminal/Messages.h"
 #include "editor/StringArray.h"
 #include "editor/Zip.h"
 #include "shared/StringFunctors.h"
 #include "storage/Storage.h"
+#include "terminal/Messages.h"
 
 namespace OrrelinEngine { namespace Host {
 

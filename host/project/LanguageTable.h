@@ -4,8 +4,8 @@
 #include <Corrade/Containers/ArrayView.h>
 #include <Corrade/Containers/String.h>
 
-#include "editor/AllLanguages.h"
 #include "OrrelinEngine.h"
+#include "editor/AllLanguages.h"
 
 namespace OrrelinEngine { namespace Host {
 

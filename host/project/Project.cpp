@@ -14,16 +14,16 @@
 #include <Corrade/Utility/Path.h>
 #include <rapidjson/document.h>
 
-#include "brokenKeys.h"
 #include "ChangeManager.h"
 #include "ComponentTypes.h"
 #include "LanguageTable.h"
+#include "Tools/Implementation/languagesFolder.h"
 #include "Tools/LocalizationTools.h"
 #include "Tools/languageIndex.h"
-#include "Tools/Implementation/languagesFolder.h"
+#include "brokenKeys.h"
 #include "editor/ProjectFile.h"
-#include "shared/RecordPath.h"
 #include "shared/Implementation/stringOf.h"
+#include "shared/RecordPath.h"
 #include "storage/Storage.h"
 
 namespace OrrelinEngine { namespace Host {

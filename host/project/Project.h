@@ -5,13 +5,13 @@
 #include <vector>
 #include <Corrade/Containers/String.h>
 
-#include "terminal/Messages.h"
-#include "session/EditorSession.h"
+#include "Tracking/Implementation/languageSources.h"
 #include "Tracking/Term.h"
 #include "Tracking/TranslationRecord.h"
-#include "Tracking/Implementation/languageSources.h"
 #include "editor/OrrelinEditor.h"
+#include "session/EditorSession.h"
 #include "shared/LocalizationData.h"
+#include "terminal/Messages.h"
 
 namespace OrrelinEngine { namespace Host {
 

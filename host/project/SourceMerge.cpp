@@ -54,6 +54,10 @@ bool SourceChoice::check(Project& project) const {
     return false;
 }
 
+bool isBlank(const SourceDifference& difference) {
+    return difference.inFile.isEmpty() || difference.inFile == "None";
+}
+
 SourceMerge mergeSources(std::vector<SourceDifference>&& differences,
     const SourceChoice& choice, bool takesFile) {
     SourceMerge out;

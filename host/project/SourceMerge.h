@@ -50,6 +50,10 @@ struct SourceMerge {
     std::size_t replacedCount = 0;
 };
 
+/* Whether the file's text is none, or only the word None that tools write for
+   a missing one */
+bool isBlank(const SourceDifference& difference);
+
 /* With takesFile, a text that was only changed in the file is taken from it */
 SourceMerge mergeSources(std::vector<SourceDifference>&& differences,
     const SourceChoice& choice, bool takesFile);

@@ -10,9 +10,9 @@
 #include "LanguageFileFaults.h"
 #include "LanguageFiles.h"
 #include "LanguageTable.h"
-#include "terminal/Messages.h"
-#include "Tools/languageIndex.h"
 #include "Tools/Implementation/parseLanguageFile.h"
+#include "Tools/languageIndex.h"
+#include "terminal/Messages.h"
 
 namespace OrrelinEngine { namespace Host {
 

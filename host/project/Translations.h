@@ -6,9 +6,9 @@
 #include <Corrade/Utility/Utility.h>
 
 #include "Project.h"
+#include "Tracking/Implementation/recordTexts.h"
 #include "Tracking/LanguageTexts.h"
 #include "Tracking/TranslationTracker.h"
-#include "Tracking/Implementation/recordTexts.h"
 
 namespace OrrelinEngine { namespace Host {
 

@@ -5,14 +5,14 @@
 #include <Corrade/Utility/Format.h>
 #include <rapidjson/document.h>
 
-#include "terminal/Messages.h"
-#include "terminal/Terminal.h"
 #include "Tools/Implementation/StoredMembers.h"
 #include "editor/EditorSceneData.h"
-#include "session/projectJson.h"
 #include "session/ProjectLook.h"
+#include "session/projectJson.h"
 #include "shared/Implementation/stringOf.h"
 #include "shared/RecordPath.h"
+#include "terminal/Messages.h"
+#include "terminal/Terminal.h"
 
 namespace OrrelinEngine { namespace Host {
 

@@ -92,7 +92,10 @@ def export(history):
     before = history.files.sources()
     lost = history.files.marks() - history.shown_marks - history.dead - \
         merge.gone
-    right = {CONFLICT} if merge.left else \
+    # Whether a blank one is meant is for an import to ask
+    is_asked = merge.left or any(
+        is_blank(text, before[key]) for key, text in merge.taken.items())
+    right = {CONFLICT} if is_asked else \
         {FAILED} if lost and not prune else {DONE}
     if not prune and (merge.is_moved or any(
             keys - before.keys() for keys in history.texts().values())):
