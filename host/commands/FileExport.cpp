@@ -6,6 +6,7 @@
 #include <Corrade/Utility/Path.h>
 
 #include "project/LanguageFiles.h"
+#include "project/brokenKeys.h"
 #include "project/undescribedTypes.h"
 #include "terminal/Messages.h"
 #include "terminal/Terminal.h"
@@ -109,6 +110,8 @@ void printFiles(Project& project, const Codes& codes,
 int FileExport::read(Project& project, const ExportOptions& options) {
     codes = exportedCodes(project, options.codes);
     if(codes.empty())
+        return Failure;
+    if(!project.checkArchives() || !checkGeneratedKeys(project))
         return Failure;
     before = project.sources();
     isFirst = project.record().isEmpty();

@@ -26,6 +26,12 @@ struct Import {
 };
 
 bool hasFiles(Project& project) {
+    if(!project.checkArchives())
+        return false;
+    const Containers::String unread = project.unreadLooseFile();
+    if(!unread.isEmpty())
+        fail(Utility::format("{} isn't read, as the files are in {}", unread,
+            project.place().path));
     for(const LanguageSource& source: project.sources())
         if(project.isThere(source.path))
             return true;

@@ -390,9 +390,8 @@ std::vector<LanguageSource> Project::sources() {
     return out;
 }
 
-/* Without a record, the only archive is likely to be from before the project was
-   renamed or switched to loose files */
-Containers::String Project::onlyArchive() {
+/* The archives beside which there are no files of the project */
+std::vector<Containers::String> Project::otherArchives() {
     const LanguageSource files = target();
     std::vector<Containers::String> names;
     if(!fileIn(files).isEmpty() ||
@@ -403,9 +402,36 @@ Containers::String Project::onlyArchive() {
                         return !name.hasSuffix(".zip");
                     }),
         names.end());
+    return names;
+}
+
+/* Without a record, the only archive is likely to be from before the project was
+   renamed or switched to loose files */
+Containers::String Project::onlyArchive() {
+    const std::vector<Containers::String> names = otherArchives();
     return names.size() == 1
-        ? Utility::Path::join(files.folder(), names.front())
+        ? Utility::Path::join(target().folder(), names.front())
         : Containers::String{};
+}
+
+bool Project::checkArchives() {
+    if(!record().isEmpty() || !fileIn(place()).isEmpty())
+        return true;
+    const std::size_t count = otherArchives().size();
+    if(count < 2)
+        return true;
+    fail(Utility::format("it isn't known which of {} archives in {} has the "
+                         "project's language files; rename it to {}, or move "
+                         "them all away",
+        count, target().folder(),
+        Tracking::languageSource(editor(), true).path));
+    return false;
+}
+
+Containers::String Project::unreadLooseFile() {
+    const LanguageSource read = place();
+    return read.isArchive ? fileIn({read.folder(), false})
+                          : Containers::String{};
 }
 
 /* A folder may be there for the record alone */

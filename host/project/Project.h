@@ -136,6 +136,14 @@ public:
        another place; empty if there is none */
     Containers::String unreadFile();
 
+    /* A file in the folder of the archive that is read in its place; empty if
+       there is none */
+    Containers::String unreadLooseFile();
+
+    /* If there's neither a file nor a record, but several archives, prints that
+       nobody can know which one is meant, and returns false */
+    bool checkArchives();
+
     /* File of the record beside the language files */
     Containers::String recordFile();
 
@@ -157,6 +165,7 @@ private:
     bool readProject();
     bool readRecord();
 
+    std::vector<Containers::String> otherArchives();
     Containers::String onlyArchive();
     Containers::String fileIn(const LanguageSource& source);
 

@@ -60,9 +60,8 @@ void warnOfBrokenKeys(Project& project) {
     lines.print();
 }
 
-std::map<Containers::StringView, Containers::StringView, StrLess>
-differentSharedTexts(Project& project) {
-    std::map<Containers::StringView, Containers::StringView, StrLess> out;
+KeysByPath differentSharedTexts(Project& project) {
+    KeysByPath out;
     const TermPathMap& terms = project.localization().terms;
     if(project.strings().size() == terms.size())
         return out;
@@ -73,6 +72,33 @@ differentSharedTexts(Project& project) {
             out.emplace(value.first, value.second);
     }
     return out;
+}
+
+KeysByPath clashingGeneratedKeys(Project& project) {
+    const auto isGenerated = [&](Containers::StringView path) {
+        return !project.editor().project[path + "_term"].hasValue();
+    };
+    KeysByPath out;
+    for(const auto& value: differentSharedTexts(project)) {
+        const Containers::StringView first =
+            project.localization().terms.at(value.second);
+        if(isGenerated(value.first) != isGenerated(first))
+            out.emplace(isGenerated(first) ? first : value.first, value.second);
+    }
+    return out;
+}
+
+bool checkGeneratedKeys(Project& project) {
+    const std::size_t count = clashingGeneratedKeys(project).size();
+    if(!count)
+        return true;
+    fail(Utility::format("nothing was written, as the {} of {} stored for {}; "
+                         "'pin' stores {}",
+        count == 1 ? "generated key" : "generated keys",
+        counted(count, "text") + (count == 1 ? " is" : " are"),
+        count == 1 ? "another" : "others",
+        count == 1 ? "a free one" : "free ones"));
+    return false;
 }
 
 void warnOfSharedKeys(Project& project) {

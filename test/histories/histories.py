@@ -19,7 +19,8 @@ from pathlib import Path
 
 import commands
 from people import People
-from project import DONE, GATE, Fault, expect, is_blank, marks, values
+from project import CONFLICT, DONE, FAILED, GATE, Fault, clashes, expect, \
+    is_blank, marks, values
 
 LENGTH = 50
 
@@ -103,8 +104,26 @@ class History(People):
                "neither old nor new")
         return result
 
+    def part_keys(self):
+        """No export may put a text in the place of one whose key is stored"""
+        before = self.files.document()
+        parted = clashes(before)
+        if not parted:
+            return
+        expect(self.run("export")[0] in (FAILED, CONFLICT),
+               "exports one of two texts")
+        code, output = self.run("pin")
+        expect(code == DONE, "can't part texts:", output)
+        now = self.files.document()
+        expect(not clashes(now), "texts share keys still")
+        expect([key for index, (_, _, key) in enumerate(values(now))
+                if index not in parted] ==
+               [key for index, (_, _, key) in enumerate(values(before))
+                if index not in parted], "other texts have other keys")
+
     def check(self):
         """Status has to count what an export would write"""
+        self.part_keys()
         code, output = self.run("status", "--json", "--fail-under", "100")
         expect(code in (DONE, GATE), "status fails:", output)
         counts = {count["code"]: count

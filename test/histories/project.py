@@ -54,6 +54,17 @@ def sources(document):
             if translate is not False}
 
 
+def clashes(document):
+    """Places among the values of those whose generated key is stored for
+    another text"""
+    everywhere = list(values(document))
+    stored = {key: holder[name] for holder, name, key in everywhere
+              if name + "_term" in holder}
+    return {index for index, (holder, name, key) in enumerate(everywhere)
+            if name + "_term" not in holder and
+            stored.get(key, holder[name]) != holder[name]}
+
+
 def contents(place):
     """Of the language files in a folder or an archive, by their names"""
     if place.is_dir():
