@@ -346,9 +346,13 @@ SourceState TranslationRecord::compare(Containers::StringView key,
     /* After a merge, both may be known */
     const bool isFileKnown = entries.contains({id, textHash(file)});
     const bool isProjectKnown = entries.contains({id, textHash(project)});
-    return isFileKnown == isProjectKnown ? SourceState::Conflict
-        : isFileKnown                    ? SourceState::ChangedInProject
-                                         : SourceState::ChangedInFile;
+    if(isFileKnown == isProjectKnown)
+        return SourceState::Conflict;
+    if(isFileKnown)
+        return SourceState::ChangedInProject;
+    return formerSource(shortTextHash(file)) == file
+        ? SourceState::Conflict
+        : SourceState::ChangedInFile;
 }
 
 void TranslationRecord::assumeSource(

@@ -113,6 +113,10 @@ public:
     /**
      * @brief Compare a text of the default language's file with the project's
      *
+     * A text that was the project's before, as far as it's known by
+     * @ref formerSource(), is in conflict with any other. An old file may have
+     * come back, or somebody means it.
+     *
      * Takes constant time if texts are asked for in the order of the file,
      * logarithmic time otherwise. So do the other operations.
      */

@@ -26,11 +26,13 @@ class SourceMerge:
         other = {key: text for key, text in default.items()
                  if now.get(key, text) != text is not None and
                  (takes_blank or not is_blank(text, now[key]))}
-        # Changed in the file alone, and in both
+        # Changed in the file alone, and in both. A text that the project had
+        # before may be an old file's.
+        former = history.files.former_sources()
         self.file = {key: text for key, text in other.items()
-                     if base.get(key) == now[key]}
+                     if base.get(key) == now[key] and text not in former}
         self.both = {key: text for key, text in other.items()
-                     if base.get(key) not in (now[key], text)}
+                     if key not in self.file and base.get(key) != text}
         differing = self.file | self.both
         decision = history.choice(
             ["file", "project", *(f"file:{key}" for key in differing)]) \

@@ -116,6 +116,14 @@ class Files:
         return {name.removesuffix(".json"): json.loads(content)["translation"]
                 for name, content in contents(place).items()}
 
+    def former_sources(self):
+        record = self.languages / "translation-record.txt"
+        if not record.exists():
+            return set()
+        _, _, former = record.read_text("utf-8").partition("[former sources]\n")
+        return {json.loads(line.partition(" ")[2])
+                for line in former.splitlines() if not line.startswith("[")}
+
     def write(self, place, code, texts):
         content = json.dumps({"translation": texts}, indent=2)
         if place == self.languages:
