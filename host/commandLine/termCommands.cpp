@@ -45,6 +45,21 @@ void addTermCommands(CLI::App& app, Arguments& arguments) {
     status.add_flag("--allow-outdated", arguments.allowOutdated,
         "Let translations pass whose source text changed since");
 
+    CLI::App& missing = addProjectCommand(app, arguments,
+        {"missing", "List the texts that wait for a translation",
+            "Those without a translation and those whose translation is\n"
+            "outdated, by object. Words are counted as Unicode defines them;\n"
+            "each ideograph is one.",
+            "missing museum de"},
+        [](const Arguments& a) {
+            return listMissing(a.options(), a.codeList(), a.json);
+        });
+    missing
+        .add_option("CODE", arguments.codes,
+            "Language code; all of the project's if there is none")
+        ->option_text("...");
+    addJson(missing, arguments);
+
     CLI::App& confirm = addProjectCommand(app, arguments,
         {"confirm", "Say that outdated translations still fit",
             "They count as made from the project's texts as they are now.",

@@ -35,6 +35,10 @@ struct Gate {
 
 int showStatus(const ProjectOptions& options, bool json, const Gate& gate);
 
+/* What isn't translated or is outdated, for all languages but the pseudo ones if
+   no codes are given */
+int listMissing(const ProjectOptions& options, const Codes& codes, bool json);
+
 struct ImportOptions {
     /* Languages to read, all if empty */
     Codes codes;

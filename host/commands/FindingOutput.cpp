@@ -50,13 +50,6 @@ Count countOf(const FaultyText& text) {
     return out;
 }
 
-/* A line cut to the terminal */
-void printCut(const Containers::String& text, Style style = Style::Plain) {
-    printLine(
-        terminal().isNarrow ? shortened(oneLine(text), terminal().width) : text,
-        style);
-}
-
 Containers::String placeOf(const FaultyText& text) {
     return text.place ? Utility::format("{}:{}:{}", text.file, text.place->line,
                             text.place->column)

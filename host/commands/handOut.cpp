@@ -2,7 +2,6 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
-#include <unordered_map>
 #include <Corrade/Containers/Pair.h>
 #include <Corrade/Containers/StaticArray.h>
 #include <Corrade/Containers/StringStl.h>
@@ -11,13 +10,11 @@
 #include <rapidjson/document.h>
 
 #include "Commands.h"
-#include "Tools/Implementation/StoredMembers.h"
 #include "exchange/csv.h"
 #include "exchange/xliff.h"
 #include "project/LanguageFiles.h"
+#include "project/ObjectNames.h"
 #include "project/Translations.h"
-#include "shared/Implementation/stringOf.h"
-#include "shared/RecordPath.h"
 #include "storage/OutputFile.h"
 #include "terminal/Messages.h"
 #include "terminal/Table.h"
@@ -27,45 +24,6 @@ namespace OrrelinEngine { namespace Host {
 namespace {
 
 using namespace Containers::Literals;
-
-/* Names of the objects, for the paths of their texts */
-class ObjectNames {
-public:
-    explicit ObjectNames(Project& project) {
-        const JsonValue* const objects =
-            project.editor().project["objects"].readValueNoDefault();
-        if(!objects || !objects->IsObject())
-            return;
-        for(const auto& object: objects->GetObject()) {
-            const JsonValue* const name =
-                LocalizationTools::storedMember(&object.value, "name");
-            if(name && name->IsString())
-                _names.emplace(stringOf(object.name), stringOf(*name));
-        }
-    }
-
-    /* An empty view if there is none. Fast for texts of one object in a row. */
-    Containers::StringView find(Containers::StringView path) {
-        constexpr Containers::StringView Objects = "/objects/"_s;
-        if(!path.hasPrefix(Objects))
-            return {};
-        const Containers::StringView id =
-            path.exceptPrefix(Objects.size()).partition('/')[0];
-        if(id != _lastId) {
-            const auto found = _names.find(RecordPath::name(id));
-            _lastId = id;
-            _lastName = found != _names.end() ? found->second
-                                              : Containers::StringView{};
-        }
-        return _lastName;
-    }
-
-private:
-    std::unordered_map<Containers::StringView, Containers::StringView, StrHash,
-        StrEq>
-        _names;
-    Containers::StringView _lastId, _lastName;
-};
 
 /* What is handed out. Refers to texts of the project. */
 struct HandOut {

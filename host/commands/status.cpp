@@ -7,8 +7,10 @@
 
 #include "Commands.h"
 #include "project/LanguageFiles.h"
+#include "project/StateReader.h"
 #include "project/Translations.h"
 #include "project/undescribedTypes.h"
+#include "project/words.h"
 #include "terminal/JsonList.h"
 #include "terminal/Messages.h"
 #include "terminal/Table.h"
@@ -23,6 +25,8 @@ struct LanguageStatus {
     std::size_t translated;
     std::size_t outdated;
     std::size_t total;
+    /* Of the source texts that aren't translated from what they are now */
+    std::size_t words;
 
     std::size_t missing() const { return total - translated - outdated; }
     double share() const {
@@ -38,9 +42,7 @@ struct LanguageStatus {
 struct Outdated {
     Containers::String code;
     Containers::String key;
-    /* What it was made from */
-    std::uint32_t origin;
-    /* The same as a text, empty if it isn't known anymore */
+    /* What it was made from, empty if it isn't known anymore */
     Containers::String before;
     Containers::String now;
 };
@@ -52,76 +54,22 @@ struct Status {
     bool areFilesFine = true;
 };
 
-/* Looks for translations in all files. Fills nothing of the project, which
-   takes less time and memory than reading the translations does. */
-class StatusReader: public TextVisitor {
-public:
-    explicit StatusReader(Project& project, const LanguageTexts& texts,
-        std::vector<Outdated>& outdated):
-        _project(project),
-        _texts(texts), _outdated(outdated) {}
-
-    bool isWanted(Containers::StringView) override { return true; }
-
-    bool begin(const LanguageSource&, const LanguageFile& file,
-        const Utility::Json&) override {
-        if(!isKnown(_project, file))
-            return false;
-        _code = file.code;
-        _isDefault = _code == _project.defaultLanguage();
-        _marks = &_all[_code];
-        _marks->assign(_texts.terms().size(), Untranslated);
-        return true;
-    }
-
-    void add(const LanguageText& text) override {
-        if(text.term == Tracking::TextMoves::None)
-            return;
-        const Term& term = _texts.terms()[text.term];
-        if(_isDefault) {
-            /* Translations may have been made from it */
-            if(text.kind == TextKind::Text && text.text != term.source)
-                _project.record().addFormerSource(text.text);
-            return;
-        }
-        (*_marks)[text.term] = text.kind != TextKind::Text ? Untranslated
-            : text.isOutdated                              ? IsOutdated
-                                                           : Translated;
-        if(text.isOutdated && _outdated.size() < Lines::MaxCount)
-            _outdated.push_back(
-                {_code, term.key, text.origin, {}, term.source});
-    }
-
-    std::size_t translatedCount(Containers::StringView code) {
-        return count(code, Translated);
-    }
-    std::size_t outdatedCount(Containers::StringView code) {
-        return count(code, IsOutdated);
-    }
-
-private:
-    enum : char { Untranslated, Translated, IsOutdated };
-
-    std::size_t count(Containers::StringView code, char mark) {
-        const std::vector<char>& marks = _all[code];
-        return std::size_t(std::count(marks.begin(), marks.end(), mark));
-    }
-
-    Project& _project;
-    const LanguageTexts& _texts;
-    std::vector<Outdated>& _outdated;
-    std::map<Containers::String, std::vector<char>, StrLess> _all;
-    std::vector<char>* _marks = nullptr;
-    Containers::String _code;
-    bool _isDefault = false;
-};
-
 /* Of the default language, what the project has */
 std::size_t sourceCount(const std::vector<Term>& terms) {
     return std::size_t(
         std::count_if(terms.begin(), terms.end(), [&](const Term& term) {
             return term.isTranslated && term.source.data();
         }));
+}
+
+std::size_t wordsLeft(const std::vector<Term>& terms, const StateReader& reader,
+    Containers::StringView code, TermWords& words) {
+    std::size_t out = 0;
+    reader.forEachLeft(code, [&](std::size_t term, TextState) {
+        if(terms[term].isTranslated)
+            out += words.of(terms, term);
+    });
+    return out;
 }
 
 void printRecordNote(Project& project) {
@@ -140,16 +88,20 @@ void findStatus(Project& project, Status& out) {
     const std::vector<Term>& terms = all.terms;
     const std::size_t total = std::size_t(std::count_if(terms.begin(),
         terms.end(), [](const Term& term) { return term.isTranslated; }));
-    StatusReader reader{project, all.texts, out.outdated};
+    StateReader reader{project, all.texts, Lines::MaxCount};
     out.areFilesFine = readTexts(project, all.texts, false, reader);
-    for(Outdated& translation: out.outdated)
-        translation.before = project.record().formerSource(translation.origin);
+    for(const OutdatedText& text: reader.outdated())
+        out.outdated.push_back({text.code, terms[text.term].key,
+            project.record().formerSource(text.origin),
+            terms[text.term].source});
+    TermWords words;
     for(const ProjectLanguage& language: project.languages())
-        out.languages.push_back({language,
-            language.isDefault ? sourceCount(terms)
-                               : reader.translatedCount(language.code),
-            language.isDefault ? 0 : reader.outdatedCount(language.code),
-            total});
+        out.languages.push_back(language.isDefault
+                ? LanguageStatus{language, sourceCount(terms), 0, total, 0}
+                : LanguageStatus{language,
+                      reader.count(language.code, TextState::Translated),
+                      reader.count(language.code, TextState::Outdated), total,
+                      wordsLeft(terms, reader, language.code, words)});
 }
 
 void printOutdated(const std::vector<LanguageStatus>& languages,
@@ -186,6 +138,7 @@ void printJson(const std::vector<LanguageStatus>& languages) {
         out.add("missing", status.missing());
         out.add("total", status.total);
         out.add("percent", status.percent());
+        out.add("words", status.words);
         out.endObject();
     }
     out.print();
@@ -194,7 +147,7 @@ void printJson(const std::vector<LanguageStatus>& languages) {
 void printTable(const std::vector<LanguageStatus>& languages) {
     Table table{{{"code"}, {"language"}, {"translated", ColumnKind::Number},
         {"outdated", ColumnKind::Number}, {"missing", ColumnKind::Number},
-        {"total", ColumnKind::Number}, {"", ColumnKind::Number},
+        {"words", ColumnKind::Number}, {"", ColumnKind::Number},
         {"", ColumnKind::Bar}}};
     for(const LanguageStatus& status: languages) {
         const Style style =
@@ -205,7 +158,7 @@ void printTable(const std::vector<LanguageStatus>& languages) {
             {Utility::format("{}", status.translated)},
             {Utility::format("{}", status.outdated)},
             {Utility::format("{}", status.missing())},
-            {Utility::format("{}", status.total)},
+            {Utility::format("{}", status.words)},
             {Utility::format("{:.1f} %", status.percent()), style},
             {{}, style, status.share()}});
     }

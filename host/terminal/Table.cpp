@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t Gap = 2;
 constexpr std::size_t MinTextWidth = 8;
-constexpr std::size_t MinBarWidth = 10;
+constexpr std::size_t MinBarWidth = 8;
 constexpr std::size_t MaxBarWidth = 30;
 
 /* Width of the table if no column is wider than the limit */

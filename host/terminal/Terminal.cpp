@@ -200,6 +200,13 @@ void printLine(Containers::StringView text, Style style) {
     Line{}.add(text, style).print();
 }
 
+void printCut(Containers::StringView text, Style style) {
+    if(terminal().isNarrow)
+        printLine(shortened(oneLine(text), terminal().width), style);
+    else
+        printLine(text, style);
+}
+
 void printJson(Containers::StringView json) {
     std::string out;
     appendEscaped(out, json, false);

@@ -53,6 +53,9 @@ private:
 /* Prints a line of one text */
 void printLine(Containers::StringView text = "", Style style = Style::Plain);
 
+/* The same, cut to the width of the terminal if there is one */
+void printCut(Containers::StringView text, Style style = Style::Plain);
+
 /* Prints a part of JSON that begins and ends between characters. Characters that
    oneLine() escapes are escaped here as well, which is the same text to who
    reads it as JSON. */
