@@ -46,6 +46,10 @@ class SourceMerge:
             marks([now[key] for key in self.file])
         self.is_moved = any(now.get(key) != text and text in now.values()
                             for key, text in (base or default).items())
+        # With what may be a change of a text that has another key now
+        self.given_up = marks(differing, [
+            text for key, text in default.items()
+            if self.is_moved and key not in now]) if self.is_project else set()
         # Then it may be argued which text of a new file belongs where
         self.is_open = history.is_unsure or self.is_moved and default != base
         # A second command knows keys that were new to the first one, in files
@@ -79,9 +83,8 @@ def import_(history):
         history.blanks_allowed |= bool(allow)
         if reads_default:
             history.record(merge.is_open)
-            # An export writes over those that were given up
-            if merge.is_project:
-                history.dead |= marks(merge.file, merge.both)
+            # An export writes over those
+            history.dead |= merge.given_up
     return Expected(codes + merge.arguments + allow, right, check, merge.gone,
                     merge.may_write_again)
 
